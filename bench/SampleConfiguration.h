@@ -1,0 +1,21 @@
+// Configurations as administrators keep them, in plain ASCII so that other libraries can read them too.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace pellorin {
+
+// A Pellorin.ini as a small site has it: the administration's section, 12 mail servers and 7 instances.
+std::string UsualIniFile();
+
+// A Pellorin.ini of this many mail servers; further entries fill each section up to about `sectionSize`
+// bytes.
+std::string LargeIniFile(int sections, std::size_t sectionSize);
+
+std::string MailSectionName(int number);
+
+// The definition file of a queue.
+std::string QueueFile(int number);
+
+}  // namespace pellorin

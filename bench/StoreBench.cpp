@@ -1,0 +1,250 @@
+// The times of the store beside ready libraries on the same files, as ratios: loading Pellorin.ini and saving
+// one changed section beside GLib's GKeyFile, loading queues beside a bare parse by libxml2. The files lie in
+// a folder made below the current one, so the disk that counts is that folder's; the page cache is warm.
+// Repetitions of both sides are interleaved at random, medians are compared. Freeing what was loaded is not
+// part of loading.
+#include <benchmark/benchmark.h>
+#include <libxml/parser.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/KeyFileStore.h"
+#include "bench/SampleConfiguration.h"
+#include "config/Ini.h"
+
+namespace pellorin {
+namespace {
+
+constexpr int kManySections = 600;
+constexpr int kQueues = 5000;
+constexpr const char* kChangedKey = "SenderEmail";
+
+// A program folder with this Pellorin.ini and this many queues; removed at the end.
+class ProgramFolder {
+ public:
+  ProgramFolder(const std::string& iniText, int queues) {
+    std::string pattern = std::filesystem::current_path() / "bench-XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make a folder");
+    path_ = pattern;
+    std::filesystem::create_directory(path_ + "/QUEUEDefinitions");
+    Write(IniPath(), iniText);
+    for (int number = 1; number <= queues; ++number) {
+      queuePaths_.push_back(path_ + "/QUEUEDefinitions/Queue" + std::to_string(number) + ".xml");
+      Write(queuePaths_.back(), QueueFile(number));
+    }
+  }
+  ~ProgramFolder() { std::filesystem::remove_all(path_); }
+  ProgramFolder(const ProgramFolder&) = delete;
+  ProgramFolder& operator=(const ProgramFolder&) = delete;
+
+  const std::string& Path() const { return path_; }
+  std::string IniPath() const { return path_ + "/Pellorin.ini"; }
+  const std::vector<std::string>& QueuePaths() const { return queuePaths_; }
+
+ private:
+  static void Write(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+  }
+
+  std::string path_;
+  std::vector<std::string> queuePaths_;
+};
+
+std::unique_ptr<Ini> LoadIni(const ProgramFolder& folder) {
+  auto ini = std::make_unique<Ini>(SystemFiles(), folder.Path(), LocaleConventions{});
+  ini->Load("Pellorin.ini");
+  return ini;
+}
+
+using XmlDocument = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
+
+// The documents are kept until all are loaded, as the store keeps them.
+std::vector<XmlDocument> ParseBare(const ProgramFolder& folder) {
+  std::vector<XmlDocument> documents;
+  for (const std::string& path : folder.QueuePaths()) {
+    documents.emplace_back(xmlReadFile(path.c_str(), nullptr, XML_PARSE_NONET), xmlFreeDoc);
+    if (documents.back() == nullptr) throw std::runtime_error("cannot parse " + path);
+  }
+  return documents;
+}
+
+// Has the heap tidied up, as it is in a program that has just started: otherwise the clock would also count
+// what the last repetition left behind.
+void SettleHeap() {
+  constexpr std::size_t kLarge = 64 * 1024;  // the allocator joins freed pieces before it looks for so much
+  benchmark::DoNotOptimize(std::make_unique<char[]>(kLarge).get());
+}
+
+template <typename Operation>
+void Measure(const std::string& name, Operation operation) {
+  benchmark::RegisterBenchmark(
+      name.c_str(),
+      [operation](benchmark::State& state) mutable {
+        for (auto iteration : state) {
+          static_cast<void>(iteration);
+          SettleHeap();
+          const auto start = std::chrono::steady_clock::now();
+          const auto result = operation();
+          state.SetIterationTime(
+              std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+          benchmark::DoNotOptimize(&result);
+        }
+      })
+      ->UseManualTime()
+      ->Unit(benchmark::kMicrosecond);
+}
+
+struct Comparison {
+  std::string title;
+  std::string other;
+  double target;  // the largest ratio that is wanted
+
+  std::string Ours() const { return title + "/store"; }
+  std::string Theirs() const { return title + "/" + other; }
+};
+
+// Nothing is timed that was not really read or written.
+void RequireSections(const ProgramFolder& folder, SectionType type, int count) {
+  const std::unique_ptr<Ini> ini = LoadIni(folder);
+  const KeyFile keyFile = LoadKeyFile(folder.IniPath(), G_KEY_FILE_NONE);
+  gsize groups = 0;
+  g_strfreev(g_key_file_get_groups(keyFile.get(), &groups));
+  if (ini->NumOfSections(type) != count || (type == SectionType::Mail && groups < static_cast<gsize>(count)))
+    throw std::runtime_error("the sections of " + folder.Path() + " were not read whole");
+}
+
+template <typename Save>
+void RequireChange(const ProgramFolder& folder, Save& save) {
+  const std::string before = ReadFile(SystemFiles(), folder.IniPath());
+  save();
+  if (ReadFile(SystemFiles(), folder.IniPath()) == before) throw std::runtime_error("a save wrote nothing");
+}
+
+Comparison CompareLoad(const std::string& title, const ProgramFolder& folder) {
+  const Comparison comparison{title, "GKeyFile", 1.0};
+  Measure(comparison.Ours(), [&folder] { return LoadIni(folder); });
+  Measure(comparison.Theirs(), [&folder] { return LoadKeyFile(folder.IniPath(), G_KEY_FILE_NONE); });
+  return comparison;
+}
+
+// Gives the two values in turn, so that each save has a change to write.
+class Sender {
+ public:
+  const char* Next() { return ++count_ % 2 == 0 ? "database@example.com" : "reports@example.com"; }
+
+ private:
+  int count_ = 0;
+};
+
+// Each side has a file of its own with the same content at the start, and reads it as it is at that moment
+// first.
+Comparison CompareSave(const std::string& title, const ProgramFolder& ours, const ProgramFolder& theirs,
+                       int sectionNumber) {
+  const Comparison comparison{title, "GKeyFile", 1.0};
+  const std::string name = MailSectionName(sectionNumber);
+  const std::shared_ptr<Ini> ini = LoadIni(ours);
+  auto saveOurs = [=, sender = Sender()]() mutable {
+    ini->GetSection(name)->SetValue(kChangedKey, sender.Next());
+    ini->Save();
+    return true;
+  };
+  auto saveTheirs = [=, path = theirs.IniPath(), sender = Sender()]() mutable {
+    SaveValueWithKeyFile(path, name, kChangedKey, sender.Next());
+    return true;
+  };
+  RequireChange(ours, saveOurs);
+  RequireChange(theirs, saveTheirs);
+  Measure(comparison.Ours(), saveOurs);
+  Measure(comparison.Theirs(), saveTheirs);
+  return comparison;
+}
+
+Comparison CompareQueueLoad(const std::string& title, const ProgramFolder& folder) {
+  const Comparison comparison{title, "bare parse", 1.3};
+  Measure(comparison.Ours(), [&folder] { return LoadIni(folder); });
+  Measure(comparison.Theirs(), [&folder] { return ParseBare(folder); });
+  return comparison;
+}
+
+// Prints what Google Benchmark prints, and remembers the medians.
+class MedianReporter : public benchmark::ConsoleReporter {
+ public:
+  MedianReporter() : ConsoleReporter(OO_Tabular) {}
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs)
+      if (run.aggregate_name == "median") medians_[run.run_name.function_name] = run.GetAdjustedRealTime();
+  }
+
+  void PrintRatio(const Comparison& comparison) const {
+    const auto ours = medians_.find(comparison.Ours());
+    const auto theirs = medians_.find(comparison.Theirs());
+    if (ours == medians_.end() || theirs == medians_.end()) return;  // filtered out
+    const double ratio = ours->second / theirs->second;
+    std::printf("%s: %.2f of %s (%.0f us, %.0f us); wanted: at most %.2f%s\n", comparison.title.c_str(),
+                ratio, comparison.other.c_str(), ours->second, theirs->second, comparison.target,
+                ratio <= comparison.target ? "" : "  MISSED");
+  }
+
+ private:
+  std::map<std::string, double> medians_;
+};
+
+void Run(int argc, char** argv) {
+  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());  // freed memory stays at hand, for both sides
+  std::vector<std::string> arguments{argv[0], "--benchmark_repetitions=15", "--benchmark_min_time=0.2",
+                                     "--benchmark_enable_random_interleaving=true",
+                                     "--benchmark_report_aggregates_only=true"};
+  arguments.insert(arguments.end(), argv + 1, argv + argc);  // the later one of two settings counts
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  int count = static_cast<int>(pointers.size());
+  benchmark::Initialize(&count, pointers.data());
+
+  const ProgramFolder usual(UsualIniFile(), 0);
+  const ProgramFolder large(LargeIniFile(kManySections, 1000), 0);
+  const ProgramFolder usualKeyFile(UsualIniFile(), 0);
+  const ProgramFolder largeKeyFile(LargeIniFile(kManySections, 1000), 0);
+  const ProgramFolder queues(LargeIniFile(1, 0), kQueues);
+  RequireSections(usual, SectionType::Mail, 12);
+  RequireSections(large, SectionType::Mail, kManySections);
+  RequireSections(queues, SectionType::Queue, kQueues);
+
+  const std::vector<Comparison> comparisons{
+      CompareLoad("INI load, 20 sections", usual),
+      CompareLoad("INI load, 600 sections of 1 kB", large),
+      CompareSave("Saving one of 20 sections", usual, usualKeyFile, 6),
+      CompareSave("Saving one of 600 sections", large, largeKeyFile, kManySections / 2),
+      CompareQueueLoad("Loading 5,000 queues", queues),
+  };
+  MedianReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  std::printf("\n");
+  for (const Comparison& comparison : comparisons) reporter.PrintRatio(comparison);
+  benchmark::Shutdown();
+}
+
+}  // namespace
+}  // namespace pellorin
+
+int main(int argc, char** argv) {
+  try {
+    pellorin::Run(argc, argv);
+    return 0;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "bench_store: %s\n", failure.what());
+    return 1;
+  }
+}

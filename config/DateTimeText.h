@@ -1,0 +1,28 @@
+// Dates and times as text, with four-digit years always. Reads the locale's order and separators, ISO forms
+// (2026-11-22, 2026-11-22T15:04[:05]), month names, 12 and 24 hours with or without seconds, and date and
+// time together. A closed list of forms: what is not one of them is no date (25:00, 13/32/2026, 2026-02-30,
+// 11/22/26, 7).
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/SystemLocale.h"
+
+namespace pellorin {
+
+struct DateTime {
+  std::optional<std::chrono::year_month_day> date;  // absent: a time alone
+  std::optional<std::chrono::seconds> timeOfDay;    // since midnight; absent: a date alone
+};
+
+std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventions& locale);
+bool IsDate(std::string_view text, const LocaleConventions& locale);
+
+// A moment that orders dates, times and both: a missing date counts as 30 December 1899, a missing time as
+// midnight.
+std::chrono::sys_seconds MomentOf(const DateTime& value);
+
+}  // namespace pellorin

@@ -1,0 +1,151 @@
+#include "config/Ini.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "platform/AnsiText.h"
+#include "platform/Guid.h"
+
+namespace pellorin {
+namespace {
+
+constexpr const char* kLoadSource = "PellorinConfig.exe, Ini, Load";
+
+std::int16_t Limited(std::ptrdiff_t count) {
+  return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
+}
+
+// The type that the name's prefix tells; a prefix that tells none leaves the type as it was.
+SectionType TypeOf(const std::string& name, SectionType previous, const std::string& path) {
+  const std::size_t colon = name.find(':');
+  if (colon == std::string::npos || name.find(':', colon + 1) != std::string::npos)
+    throw NumberedError(
+        50101, kLoadSource,
+        "Could not read section name: " + name + ". The extected format is SQL:name or MAIL:name", path);
+  const std::string prefix = name.substr(0, colon);
+  if (EqualIgnoringCase(prefix, "SQL")) return SectionType::Sql;
+  if (EqualIgnoringCase(prefix, "ADMIN")) return SectionType::Admin;
+  if (EqualIgnoringCase(prefix, "MAIL")) return SectionType::Mail;
+  return previous;
+}
+
+}  // namespace
+
+Ini::Ini(FileOperations& files, std::string programFolder, LocaleConventions locale)
+    : files_(files), locale_(std::move(locale)), file_(files, programFolder), queues_(files, programFolder) {}
+
+Section& Ini::Add(const std::string& sectionName, SectionType type) {
+  auto section = std::make_unique<Section>();
+  section->Name = sectionName;
+  section->SectionType = type;
+  section->Key = sectionName + "|" + GenerateGUID();
+  section->Owner = this;
+  const std::string key = section->Key;
+  return sections_.Add(key, std::move(section));
+}
+
+std::int16_t Ini::Count() const {
+  return Limited(std::count_if(sections_.begin(), sections_.end(), [](const auto& section) {
+    return section->SectionType != SectionType::Admin;
+  }));
+}
+
+std::int16_t Ini::NumOfSections(SectionType type) const {
+  return Limited(std::count_if(sections_.begin(), sections_.end(), [type](const auto& section) {
+    return section->SectionType == type && !section->IsDeleted();
+  }));
+}
+
+bool Ini::HasChanges() const {
+  return std::any_of(sections_.begin(), sections_.end(),
+                     [](const auto& section) { return section->HasChanges(); });
+}
+
+void Ini::Delete(std::string_view sectionName) {
+  Section* section = GetSection(sectionName);
+  if (section == nullptr) throw CollectionError::UnknownKey(std::string(sectionName));
+  Delete(*section);
+}
+
+void Ini::Delete(Section& section) {
+  if (!CanDelete(section))
+    throw NumberedError(50111, "PellorinConfig.exe, Ini, Delete",
+                        "Section " + section.Name + " cannot be deleted: its name holds \"|\"", Path());
+  if (section.IsOriginal())
+    section.SetIsDeleted(true);
+  else
+    sections_.Remove(std::string(section.Key));
+}
+
+Section* Ini::GetSection(std::string_view sectionName) const {
+  for (const auto& section : sections_)
+    if (section->Name == sectionName) return section.get();
+  return nullptr;
+}
+
+Section& Ini::AdminSection() {
+  for (const auto& section : sections_)
+    if (EqualIgnoringCase(section->Name, kAdminSectionName)) return *section;
+  return Add(kAdminSectionName, SectionType::Admin);
+}
+
+void Ini::Load(const std::string& iniFileName) {
+  file_.Open(iniFileName);
+  std::string bytes = file_.Bytes();
+  if (IniFile::IsBlank(bytes)) {  // a new installation: its queue folder is not looked at
+    AdminSection();
+    return;
+  }
+  LoadSections(ProfileFile(std::move(bytes)));
+  AdminSection();
+  for (const auto& [queueName, fileName] : queues_.Queues())
+    Add(queueName, SectionType::Queue).LoadQueueFile(fileName);
+}
+
+void Ini::LoadSections(const ProfileFile& file) {
+  const ProfileText read = file.SectionNames(kProfileBufferSize);
+  if (read.buffer.empty()) throw NumberedError(50100, kLoadSource, "Could not load .INI file", Path());
+  const ProfileText whole = file.SectionNames(std::numeric_limits<std::size_t>::max());
+  const std::vector<std::string_view> namesRead = read.Pieces();
+  SectionType type = SectionType::Mail;
+  std::size_t position = 0;
+  for (const std::string_view ansiName : whole.Pieces()) {
+    const std::string name = AnsiToUtf8(ansiName);
+    // The last name within the limit may have been cut: it is no name that the file holds.
+    const bool isLoaded = position < namesRead.size() && namesRead[position] == ansiName;
+    ++position;
+    if (!isLoaded) {
+      namesNotLoaded_.push_back(name);
+      continue;
+    }
+    type = TypeOf(name, type, Path());
+    Add(name, type).LoadFrom(file);
+  }
+}
+
+bool Ini::IsAwaitingRemoval(const std::string& queueFileName) const {
+  return std::any_of(sections_.begin(), sections_.end(), [&](const auto& section) {
+    return section->IsDeleted() && section->SectionType == SectionType::Queue &&
+           section->QueueFileName() == queueFileName;
+  });
+}
+
+void Ini::Save() {
+  lastSave_ = {};
+  for (std::size_t position = sections_.Count(); position >= 1; --position) {
+    Section& section = sections_.Item(position);
+    if (!section.IsDeleted()) continue;
+    section.DeleteSection();
+    lastSave_.removed.push_back(section.Name.substr(0, section.Name.find('|')));
+    sections_.Remove(position);
+  }
+  for (std::size_t position = sections_.Count(); position >= 1; --position) {
+    Section& section = sections_.Item(position);
+    if (!section.HasChanges()) continue;
+    section.Save();
+    lastSave_.written.push_back(section.Name);
+  }
+}
+
+}  // namespace pellorin

@@ -1,0 +1,87 @@
+// The configuration document: every section of Pellorin.ini and every queue of the folder QUEUEDefinitions,
+// as they were loaded and as they are edited. Nothing reaches the disk before Save. Failures are
+// NumberedErrors (50100, 50101, 50110, 50111), FileErrors or CollectionErrors.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/IniFile.h"
+#include "config/KeyedCollection.h"
+#include "config/QueueFolder.h"
+#include "config/Section.h"
+#include "platform/FileOperations.h"
+#include "platform/SystemLocale.h"
+
+namespace pellorin {
+
+inline constexpr const char* kAdminSectionName = "ADMIN:Pellorin";
+
+class Ini {
+ public:
+  // What a save wrote before it ended or failed: names as the user knows them.
+  struct SaveReport {
+    std::vector<std::string> written;
+    std::vector<std::string> removed;
+  };
+
+  Ini(FileOperations& files, std::string programFolder, LocaleConventions locale);
+  Ini(const Ini&) = delete;
+  Ini& operator=(const Ini&) = delete;
+
+  const std::string& Path() const { return file_.Path(); }  // full path of the INI file, once loaded
+
+  pellorin::Section& Add(const std::string& sectionName, SectionType type);  // never looks for duplicates
+  std::int16_t Count() const;  // every section but the administration's, deleted ones included
+  bool HasChanges() const;
+  std::int16_t NumOfSections(SectionType type) const;  // those not deleted
+  void Delete(std::string_view sectionName);           // CollectionError for an unknown name
+  void Delete(Section& section);                       // one that CanDelete
+  // A name with "|" cannot be told from the mark of deletion: such a section can only be removed by hand.
+  static bool CanDelete(const Section& section) { return section.Name.find('|') == std::string::npos; }
+  Section& Item(std::size_t position) const { return sections_.Item(position); }
+  Section& Item(std::string_view key) const { return sections_.Item(key); }
+  Section* GetSection(std::string_view sectionName) const;  // exact; null when missing or deleted
+  const KeyedCollection<Section>& Sections() const { return sections_; }  // in order, deleted ones included
+
+  // The administration section, found without regard to letter case, added when there is none.
+  Section& AdminSection();
+
+  // To be called once, on a new document. After a failure the document is not whole: it must not be saved.
+  void Load(const std::string& iniFileName);
+  // Removes deleted sections and writes changed ones, each from the last to the first. Ends at the first
+  // failure.
+  void Save();
+  const SaveReport& LastSave() const { return lastSave_; }
+
+  bool Validate();
+  const std::string& ValidationError() const { return validationError_; }
+
+  // Section names that the file holds beyond what can be read; empty as a rule.
+  const std::vector<std::string>& NamesNotLoaded() const { return namesNotLoaded_; }
+
+  // Whether the next save removes this file of the queue folder.
+  bool IsAwaitingRemoval(const std::string& queueFileName) const;
+
+  FileOperations& Files() const { return files_; }
+  IniFile& File() { return file_; }
+  const QueueFolder& Queues() const { return queues_; }
+  const LocaleConventions& Locale() const { return locale_; }
+
+ private:
+  void LoadSections(const ProfileFile& file);
+
+  FileOperations& files_;
+  LocaleConventions locale_;
+  IniFile file_;
+  QueueFolder queues_;
+  KeyedCollection<Section> sections_;
+  std::string validationError_;
+  std::vector<std::string> namesNotLoaded_;
+  SaveReport lastSave_;
+};
+
+}  // namespace pellorin

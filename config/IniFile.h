@@ -1,0 +1,46 @@
+// Pellorin.ini on the disk: read whole, and rewritten as a whole, durably, for every section that is replaced
+// or removed, always starting from the file as it is at that moment. A file of NULs (a power loss leaves one)
+// counts as empty; before it is written over, a copy is kept beside it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/FileOperations.h"
+#include "platform/ProfileFile.h"
+
+namespace pellorin {
+
+// The buffer that names and lines are read with, in bytes.
+inline constexpr std::size_t kProfileBufferSize = 10000;
+
+class IniFile {
+ public:
+  IniFile(FileOperations& files, std::string folder);
+
+  const std::string& Path() const { return path_; }
+
+  // Remembers the file of that name and creates it empty when it is missing.
+  void Open(const std::string& fileName);
+  std::string Bytes() const;
+  ProfileFile Read() const;
+  // Whether there is nothing but line breaks, NULs and blanks.
+  static bool IsBlank(std::string_view bytes);
+
+  void ReplaceSection(std::string_view ansiName, const std::vector<std::string>& ansiLines);
+  void RemoveSection(std::string_view ansiName);
+
+ private:
+  static bool IsLostToNuls(std::string_view bytes);
+  static std::string Content(const std::string& bytes);
+  void Write(const std::string& before, const std::string& after);
+  void KeepCopyOf(const std::string& bytes);
+
+  FileOperations& files_;
+  std::string folder_;
+  std::string path_;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,61 @@
+#include "config/NumericText.h"
+
+namespace pellorin {
+
+namespace {
+
+bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+
+std::string_view WithoutOuterBlanks(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// Separators may take several bytes; an empty one is in no text.
+bool Skip(std::string_view& rest, std::string_view expected) {
+  if (expected.empty() || !rest.starts_with(expected)) return false;
+  rest.remove_prefix(expected.size());
+  return true;
+}
+
+void SkipSign(std::string_view& rest) {
+  if (!Skip(rest, "+")) Skip(rest, "-");
+}
+
+bool SkipDigits(std::string_view& rest) {
+  const auto before = rest.size();
+  while (!rest.empty() && IsDigit(rest.front())) rest.remove_prefix(1);
+  return rest.size() != before;
+}
+
+// Separators stand wherever a digit is in front of them: the text is checked while it is typed, and "1," and
+// "1,00" are on the way to "1,000".
+bool SkipGroupedDigits(std::string_view& rest, std::string_view separator) {
+  bool any = false;
+  while (SkipDigits(rest)) {
+    any = true;
+    if (!Skip(rest, separator)) break;
+  }
+  return any;
+}
+
+bool SkipExponent(std::string_view& rest) {
+  if (!Skip(rest, "e") && !Skip(rest, "E")) return true;
+  SkipSign(rest);
+  return SkipDigits(rest);
+}
+
+}  // namespace
+
+bool IsNumber(std::string_view text, const LocaleConventions& locale) {
+  std::string_view rest = WithoutOuterBlanks(text);
+  SkipSign(rest);
+  bool anyDigit = SkipGroupedDigits(rest, locale.thousandsSeparator);
+  if (Skip(rest, locale.decimalSeparator)) anyDigit = SkipDigits(rest) || anyDigit;
+  return anyDigit && SkipExponent(rest) && rest.empty();
+}
+
+}  // namespace pellorin

@@ -1,0 +1,121 @@
+#include "config/PasswordScrambling.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+#include <stdexcept>
+#include <utility>
+
+#include "config/RandomGenerator.h"
+#include "platform/AnsiText.h"
+#include "platform/NumberedError.h"
+
+namespace pellorin {
+
+namespace {
+
+constexpr int kEncryptDecryptFailed = 500110;
+constexpr int kEncryptStringFailed = 500111;
+constexpr int kDecryptStringFailed = 500112;
+
+constexpr int kFirstCode =
+    59;  // packed values start at ";", above every character with a meaning in the file
+constexpr std::size_t kGroup = 3;
+
+template <typename Work>
+std::string Guarded(int number, const std::string& operation, Work work) {
+  try {
+    return work();
+  } catch (const std::exception& failure) {
+    throw NumberedError(number, "PellorinConfig, ConfigUtils, " + operation, failure.what());
+  }
+}
+
+std::string AnsiCodes(std::string_view text) {
+  auto codes = Utf8ToAnsi(text);
+  if (!codes) throw std::runtime_error("The password holds a character that code page 1252 does not have.");
+  return *std::move(codes);
+}
+
+int CodeOf(char character) {
+  return static_cast<unsigned char>(character);
+}
+
+// Seeding first sets the whole state from the constant -1; what the generator did before cannot show, hence a
+// generator per call does the work of one that lives as long as the program.
+RandomGenerator SeededFrom(const std::string& keyCodes) {
+  RandomGenerator generator;
+  generator.Randomize(static_cast<double>(generator.NextFrom(-1.0F)));
+  for (const char character : keyCodes) {
+    const float product = generator.Next() * static_cast<float>(CodeOf(character));
+    generator.Randomize(static_cast<double>(generator.NextFrom(-product)));
+  }
+  return generator;
+}
+
+// Its own inverse when the generator starts from the same state.
+std::string EncryptDecrypt(std::string codes, RandomGenerator generator) {
+  return Guarded(kEncryptDecryptFailed, "EncryptDecrypt", [&] {
+    for (char& character : codes) character = static_cast<char>(CodeOf(character) ^ generator.NextByte());
+    return std::move(codes);
+  });
+}
+
+// Each group of three codes becomes its low six bits three times, then one character of the three pairs of
+// top bits.
+std::string Packed(const std::string& codes) {
+  std::string packed;
+  packed.reserve(codes.size() + (codes.size() + kGroup - 1) / kGroup);
+  int topBits = 0;
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const int code = CodeOf(codes[i]);
+    const std::size_t place = i % kGroup;
+    packed += static_cast<char>((code & 63) + kFirstCode);
+    topBits |= (code >> 6) << (4 - 2 * static_cast<int>(place));
+    if (place == kGroup - 1 || i + 1 == codes.size()) {
+      packed += static_cast<char>(topBits + kFirstCode);
+      topBits = 0;
+    }
+  }
+  return packed;
+}
+
+// Also takes what Packed never writes: any length from 1, any codes. A code below the first one gives a
+// negative value, whose low bits count; the division then rounds towards zero, as the service's does.
+std::string Unpacked(const std::string& packed) {
+  const std::size_t last = packed.size() - 1;
+  const std::size_t length = last - last / 4;
+  std::string codes;
+  codes.reserve(length);
+  std::size_t position = 0;
+  int topBits = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    const std::size_t place = i % kGroup;
+    if (place == 0) topBits = CodeOf(packed[std::min(position + kGroup, last)]) - kFirstCode;
+    const int divisor = place == 0 ? 16 : place == 1 ? 4 : 1;
+    const int high = ((topBits / divisor) & 3) * 64;
+    codes += static_cast<char>(((CodeOf(packed[position]) - kFirstCode) | high) & 0xFF);
+    position += place == kGroup - 1 ? 2 : 1;
+  }
+  return codes;
+}
+
+}  // namespace
+
+std::string EncryptString(std::string_view text, std::string_view key) {
+  return Guarded(kEncryptStringFailed, "EncryptString",
+                 [&] { return Packed(EncryptDecrypt(AnsiCodes(text), SeededFrom(AnsiCodes(key)))); });
+}
+
+std::string DecryptString(std::string_view stored, std::string_view key) {
+  if (stored.empty()) return {};
+  return Guarded(kDecryptStringFailed, "DecryptString", [&] {
+    return AnsiToUtf8(EncryptDecrypt(Unpacked(AnsiCodes(stored)), SeededFrom(AnsiCodes(key))));
+  });
+}
+
+bool IsPasswordName(std::string_view settingName) {
+  return settingName == "SqlPassword" || settingName == "Password" || settingName == "SchedulerPassword";
+}
+
+}  // namespace pellorin

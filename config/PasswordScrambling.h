@@ -1,0 +1,22 @@
+// The stored form of passwords: a keyed XOR with the runtime's pseudo-random byte stream, packed into the
+// printable codes 59 (";") to 122 ("z"). Hides a password from casual reading, no more. The service reads the
+// same form, so every bit counts. Texts are UTF-8; the arithmetic works on their codes in code page 1252.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace pellorin {
+
+inline constexpr std::string_view kPasswordKey = "{3A9C0B57-E2D4-4F81-9C6A-1B7E5D2F8A40}";
+
+// n characters become n + ceil(n / 3). Error 500111, for example for a character outside the code page.
+std::string EncryptString(std::string_view text, std::string_view key);
+
+// Any stored text gives some clear text, also one typed by hand. Error 500112.
+std::string DecryptString(std::string_view stored, std::string_view key);
+
+// Whether values under this name are stored scrambled in Pellorin.ini (exact spelling).
+bool IsPasswordName(std::string_view settingName);
+
+}  // namespace pellorin

@@ -1,0 +1,25 @@
+// The pseudo-random generator of the runtime that the service was written for, bit for bit: 24 bits of state,
+// one linear congruential step, values in single precision (measured against that runtime).
+#pragma once
+
+#include <cstdint>
+
+namespace pellorin {
+
+class RandomGenerator {
+ public:
+  float Next();  // in [0, 1)
+  float NextFrom(
+      float negative);          // reseeds from a number below zero, then the first value of the new sequence
+  void Randomize(double seed);  // replaces the upper 16 of the 24 bits, keeps the lower 8
+  std::uint8_t NextByte();      // floor(Next() * 256)
+  std::uint32_t State() const { return state_; }
+
+ private:
+  void Step();
+  float Value() const;
+
+  std::uint32_t state_ = 0x50000;  // as in a fresh process
+};
+
+}  // namespace pellorin

@@ -1,0 +1,198 @@
+// Reading and writing sections: those of Pellorin.ini and the queues' files.
+#include <utility>
+#include <vector>
+
+#include "config/Ini.h"
+#include "config/PasswordScrambling.h"
+#include "config/Section.h"
+#include "platform/AnsiText.h"
+#include "platform/AtomicFile.h"
+
+namespace pellorin {
+namespace {
+
+NumberedError CannotSave(const std::string& name, const std::string& reason, const std::string& path) {
+  return {50111, "PellorinConfig.exe, Section, Save", "Could not save section " + name + "\r\n" + reason,
+          path};
+}
+
+// The line of one setting as Pellorin.ini holds it. Throws the reason, a text, when it cannot hold it.
+struct CannotBeWritten {
+  std::string reason;
+};
+
+std::string AnsiLine(const Setting& setting) {
+  const auto clear = Utf8ToAnsi(setting.Value);
+  if (!clear)
+    throw CannotBeWritten{"The value of " + setting.Name +
+                          " holds a character that Pellorin.ini cannot hold (it is outside code page 1252)."};
+  const auto name = Utf8ToAnsi(setting.Name);
+  const std::string value =
+      IsPasswordName(setting.Name) ? *Utf8ToAnsi(EncryptString(setting.Value, kPasswordKey)) : *clear;
+  const std::string line = name.value_or("") + "=" + value;
+  if (!name || line.find_first_of(std::string_view("\r\n\0", 3)) != std::string::npos)
+    throw CannotBeWritten{"The value of " + setting.Name + " holds a line break or a NUL character."};
+  return line;
+}
+
+std::vector<std::string> AnsiLines(const Section& section) {
+  std::vector<std::string> lines;
+  std::size_t size = 1;  // the buffer that the section is read with ends with one NUL more than the lines
+  for (const auto& setting : section.Settings()) {
+    lines.push_back(AnsiLine(*setting));
+    size += lines.back().size() + 1;
+  }
+  if (size > kProfileBufferSize)
+    throw CannotBeWritten{"Its settings are longer than the 10,000 bytes that can be read again."};
+  return lines;
+}
+
+}  // namespace
+
+void Section::Load() {
+  if (SectionType == pellorin::SectionType::Queue)
+    LoadQueue();
+  else
+    LoadFrom(Owner->File().Read());
+}
+
+void Section::LoadFrom(const ProfileFile& file) {
+  isOriginal_ = true;
+  const ProfileText lines = file.SectionLines(Utf8ToAnsi(Name).value_or(""), kProfileBufferSize);
+  cutOffOnLoading_ = lines.cutOff;
+  try {
+    const std::vector<std::string_view> pieces = lines.Pieces();
+    settings_.Reserve(pieces.size());
+    for (const std::string_view line : pieces) AddLoadedLine(line);
+  } catch (const CollectionError& error) {
+    throw CollectionError(error.Number(), error.Source(),
+                          "Section " + Name + " holds an entry twice: " + error.Description(), Owner->Path());
+  }
+}
+
+void Section::AddLoadedLine(std::string_view ansiLine) {
+  const std::size_t separator = ansiLine.find('=');
+  if (separator == std::string_view::npos)
+    throw NumberedError(50110, "PellorinConfig.exe, Section, Load",
+                        "Could not load a parameter from string " + AnsiToUtf8(ansiLine) +
+                            ". Parameters are expected to be in the form Name=Value. Section " + Name +
+                            ". Please check configuration settings for Pellorin.",
+                        Owner->Path());
+  AddLoaded(AnsiToUtf8(ansiLine.substr(0, separator)), AnsiToUtf8(ansiLine.substr(separator + 1)));
+}
+
+void Section::AddLoaded(std::string name, std::string value) {
+  if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
+  Setting& setting = Add(std::move(name), std::move(value));
+  setting.OriginalValue = setting.Value;
+}
+
+void Section::LoadQueue() {
+  const std::string fileName = Owner->Queues().FileNameOf(Name);
+  const bool hasFile = QueueFolder::StaysInside(Name) && !Owner->IsAwaitingRemoval(fileName) &&
+                       Owner->Files().Status(Owner->Queues().PathOf(fileName)).kind != FileKind::Missing;
+  if (hasFile) queueFileName_ = fileName;
+  ReadQueueDocument(hasFile ? Owner->Queues().PathOf(fileName) : Owner->Queues().TemplatePath());
+}
+
+void Section::LoadQueueFile(const std::string& fileName) {
+  queueFileName_ = fileName;
+  ReadQueueDocument(Owner->Queues().PathOf(fileName));
+}
+
+void Section::ReadQueueDocument(const std::string& path) {
+  isOriginal_ = true;
+  try {
+    queueDocument_.emplace(ReadFile(Owner->Files(), path));
+    if (!queueDocument_->HasQueueElement()) queueProblem_ = path + "\r\nIt holds no element \"queue\".";
+  } catch (const CollectionError&) {
+    throw;
+  } catch (const NumberedError& error) {  // an unusable file is a queue without settings
+    queueProblem_ = path + "\r\n" + error.Description();
+    return;
+  }
+  try {
+    auto attributes = queueDocument_->Attributes();
+    settings_.Reserve(attributes.size());
+    for (auto& [name, value] : attributes) AddLoaded(std::move(name), std::move(value));
+  } catch (const CollectionError& error) {
+    throw CollectionError(error.Number(), error.Source(),
+                          "Queue " + Name + " holds an attribute twice: " + error.Description(), path);
+  } catch (const NumberedError& error) {
+    throw NumberedError(error.Number(), error.Source(), "Queue " + Name + ": " + error.Description(), path);
+  }
+}
+
+void Section::Save() {
+  if (isDeleted_) throw CannotSave(NameOnDisk(), "It is deleted.", Owner->Path());
+  if (SectionType == pellorin::SectionType::Queue)
+    SaveQueue();
+  else
+    SaveToIni();
+  for (const auto& setting : settings_) setting->OriginalValue = setting->Value;
+  isOriginal_ = true;
+}
+
+void Section::SaveToIni() {
+  const std::string& path = Owner->Path();
+  if (cutOffOnLoading_)
+    throw CannotSave(Name, "The file holds more of this section than the 10,000 bytes that could be read.",
+                     path);
+  try {
+    const auto ansiName = Utf8ToAnsi(Name);
+    if (!ansiName) throw CannotBeWritten{"Its name holds a character outside code page 1252."};
+    const std::vector<std::string> lines = AnsiLines(*this);
+    if (!isOriginal_ && Owner->File().Read().HasSection(*ansiName))
+      throw CannotBeWritten{"The file already holds a section of this name that was not loaded."};
+    isOriginal_ = true;  // a write that fails at its very end is on the disk: the next one may replace it
+    Owner->File().ReplaceSection(*ansiName, lines);
+  } catch (const CannotBeWritten& failure) {
+    throw CannotSave(Name, failure.reason, path);
+  } catch (const FileError& error) {
+    throw CannotSave(Name, error.Description(), error.Path());
+  }
+}
+
+void Section::SaveQueue() {
+  const QueueFolder& folder = Owner->Queues();
+  const bool isNew = queueFileName_.empty();
+  const std::string fileName = isNew ? folder.FileNameOf(Name) : queueFileName_;
+  const std::string path = folder.PathOf(fileName);
+  if (!queueDocument_ || !queueProblem_.empty())
+    throw CannotSave(Name, "Its definition could not be read: " + queueProblem_, path);
+  try {
+    if (!QueueFolder::StaysInside(Name))
+      throw CannotBeWritten{"Its file would not lie in the folder of the queues."};
+    if (isNew && Owner->Files().Status(path).kind != FileKind::Missing)
+      throw CannotBeWritten{"A file of this name exists already and was not loaded."};
+    // The document holds the unchanged settings as they were read; it changes only when the file does.
+    QueueDefinition document = queueDocument_->Copy();
+    for (const auto& setting : settings_)
+      if (setting->HasChanges() || !document.HasAttribute(setting->Name))
+        document.SetAttribute(setting->Name, setting->Value);
+    const std::string bytes = document.Serialize();
+    queueFileName_ =
+        fileName;  // a write that fails at its very end is on the disk: the next one may replace it
+    WriteFileAtomically(Owner->Files(), path, bytes, NewFileAccess::FolderUsual);
+    queueDocument_ = std::move(document);
+  } catch (const CannotBeWritten& failure) {
+    throw CannotSave(Name, failure.reason, path);
+  } catch (const NumberedError& error) {
+    throw CannotSave(Name, error.Description(), path);
+  }
+}
+
+void Section::DeleteSection() {
+  const bool isQueue = SectionType == pellorin::SectionType::Queue;
+  const std::string path = isQueue ? Owner->Queues().PathOf(queueFileName_) : Owner->Path();
+  try {
+    if (!isQueue)
+      Owner->File().RemoveSection(Utf8ToAnsi(NameOnDisk()).value_or(""));
+    else if (!queueFileName_.empty())  // a queue that was never saved has no file
+      RemoveFileDurably(Owner->Files(), path);
+  } catch (const FileError& error) {
+    throw CannotSave(NameOnDisk(), error.Description(), path);
+  }
+}
+
+}  // namespace pellorin

@@ -1,0 +1,5 @@
+-- The place of the script that creates sp_sendPLN.
+--
+-- The procedure belongs to the Pellorin service, and the installation of the service brings its script under this
+-- name. This file only keeps the place: it holds nothing but comments and creates nothing. Installing the
+-- configuration utility never replaces a script that is already there.

@@ -1,0 +1,126 @@
+// Reading whole files and finding them by name, by means of the single operations.
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/FileOperations.h"
+#include "platform/OpenFile.h"
+#include "platform/TextCase.h"
+
+namespace pellorin {
+namespace {
+
+constexpr char kSeparator = '/';
+constexpr int kDeepestLink = 40;
+
+[[noreturn]] void RefuseToRead(int error, const std::string& reason, const std::string& path) {
+  throw FileError(error, "Cannot read the file: " + reason, path);
+}
+
+void RequireReadableKind(const FileStatus& status, const std::string& path) {
+  switch (status.kind) {
+    case FileKind::File:
+      break;
+    case FileKind::Missing:
+      RefuseToRead(ENOENT, "it does not exist", path);
+    case FileKind::Folder:
+      RefuseToRead(EISDIR, "it is a folder", path);
+    case FileKind::Other:
+      RefuseToRead(EINVAL, "it is not an ordinary file", path);
+  }
+  if (status.size > kLargestFile) RefuseToRead(EFBIG, "it is larger than 16 MB", path);
+}
+
+std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_t expectedSize) {
+  OpenFile file(files, files.OpenForReading(path));
+  // One byte more than expected, so that the end shows without a second buffer.
+  std::string content(static_cast<std::size_t>(expectedSize) + 1, '\0');
+  std::size_t size = 0;
+  while (const std::size_t count = files.Read(file.Handle(), &content[size], content.size() - size)) {
+    size += count;
+    if (size > kLargestFile) RefuseToRead(EFBIG, "it is larger than 16 MB", path);
+    if (size == content.size()) content.resize(2 * size);
+  }
+  file.Close();
+  content.resize(size);
+  return content;
+}
+
+// The path without links, relative parts and, as far as it exists, wrong letter case.
+std::string TruePath(FileOperations& files, const std::string& path, int depth) {
+  std::string truePath(1, kSeparator);
+  for (const std::filesystem::path& part : std::filesystem::absolute(path)) {
+    const std::string name = part.string();
+    if (name.empty() || name == "." || name.front() == kSeparator) continue;
+    if (name == "..") {
+      truePath = FolderOf(truePath);
+      continue;
+    }
+    const std::string candidate = JoinPath(truePath, FindIgnoringCase(files, truePath, name));
+    const std::string target = files.ResolveLinks(candidate);
+    const bool follow = target != candidate && depth < kDeepestLink;
+    truePath = follow ? TruePath(files, target, depth + 1) : candidate;
+  }
+  return truePath;
+}
+
+// A folder that cannot be examined is compared as it is spelled.
+std::string ComparablePath(FileOperations& files, const std::string& path) {
+  try {
+    return TruePath(files, path, 0);
+  } catch (const FileError&) {
+    std::string spelled = path;
+    while (spelled.size() > 1 && spelled.back() == kSeparator) spelled.pop_back();
+    return spelled;
+  }
+}
+
+}  // namespace
+
+std::string ReadFile(FileOperations& files, const std::string& path) {
+  const FileStatus status = files.Status(path);
+  RequireReadableKind(status, path);
+  try {
+    return ReadAll(files, path, status.size);
+  } catch (const FileError& error) {
+    throw FileError(error.Number(), error.Description(), path);
+  }
+}
+
+std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name) {
+  try {
+    if (files.Status(JoinPath(folder, name)).kind != FileKind::Missing) return name;
+    const std::string folded = FoldCase(name);
+    std::string found;
+    int matches = 0;
+    for (const std::string& candidate : files.List(folder)) {
+      if (candidate == name) return name;
+      if (FoldCase(candidate) != folded) continue;
+      found = candidate;
+      ++matches;
+    }
+    return matches == 1 ? found : name;
+  } catch (const FileError&) {
+    return name;  // whoever uses the name meets the same obstacle and reports it
+  }
+}
+
+std::string JoinPath(const std::string& folder, const std::string& name) {
+  if (folder.empty() || folder.back() == kSeparator) return folder + name;
+  return folder + kSeparator + name;
+}
+
+std::string FolderOf(const std::string& path) {
+  const std::size_t separator = path.rfind(kSeparator);
+  if (separator == std::string::npos) return ".";
+  return path.substr(0, separator == 0 ? 1 : separator);
+}
+
+std::string NameOf(const std::string& path) {
+  return path.substr(path.rfind(kSeparator) + 1);
+}
+
+bool SameFolder(FileOperations& files, const std::string& left, const std::string& right) {
+  return EqualIgnoringCase(ComparablePath(files, left), ComparablePath(files, right));
+}
+
+}  // namespace pellorin

@@ -1,0 +1,85 @@
+// The operating system's file operations, one call each, behind an interface, so that a test can make any of
+// them fail. Paths are UTF-8. Every failure is raised as FileError: number = the system's error number,
+// description = what could not be done and why, path = the file's full path (none when a call on an open file
+// fails: only the caller knows what the handle stands for; ReadFile and WriteFileAtomically name it).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/NumberedError.h"
+
+namespace pellorin {
+
+class FileError : public NumberedError {
+ public:
+  FileError(int systemError, const std::string& description, std::string path);
+};
+
+enum class FileKind { Missing, File, Folder, Other };
+
+struct FileStatus {
+  FileKind kind = FileKind::Missing;
+  std::uint64_t size = 0;  // bytes
+  bool readOnly = false;   // no write permission set for anybody, or this user may not write
+};
+
+// Who may use a file that did not exist before.
+enum class NewFileAccess {
+  OwnerAndFolderGroup,  // read and write for the owner, read for the folder's group, nothing for others
+                        // (0640)
+  FolderUsual,          // what the system gives a new file in that folder
+};
+
+using FileHandle = std::intptr_t;
+
+class FileOperations {
+ public:
+  virtual ~FileOperations() = default;
+
+  // Follows links. A missing file is no failure.
+  virtual FileStatus Status(const std::string& path) = 0;
+  // The path of the file itself when `path` is a symbolic link (a dangling one too), else `path`.
+  virtual std::string ResolveLinks(const std::string& path) = 0;
+  virtual std::vector<std::string> List(const std::string& folder) = 0;  // names without path, unordered
+
+  // Opening never waits, not even for a pipe's writer; creating fails when the file exists.
+  virtual FileHandle OpenForReading(const std::string& path) = 0;
+  virtual FileHandle OpenFolder(const std::string& path) = 0;
+  virtual FileHandle CreateNew(const std::string& path, NewFileAccess access) = 0;
+  virtual std::size_t Read(FileHandle file, char* buffer, std::size_t size) = 0;  // 0 at the end
+  virtual std::size_t Write(FileHandle file, std::string_view bytes) = 0;         // may write fewer bytes
+  // Owner, group, mode and access list; all or a failure.
+  virtual void CopyAccess(FileHandle to, const std::string& from) = 0;
+  virtual void Synchronize(FileHandle file) = 0;  // until the disk holds it
+  virtual void Close(FileHandle file) = 0;        // the handle is gone afterwards, also when it fails
+
+  virtual void Rename(const std::string& from, const std::string& to) = 0;  // replaces `to`
+  virtual void Remove(const std::string& path) = 0;
+  virtual void CreateFolder(const std::string& path) = 0;  // one level; an existing folder is no failure
+};
+
+FileOperations& SystemFiles();
+
+constexpr std::uint64_t kLargestFile = 16u * 1024 * 1024;  // bytes; larger files are refused by ReadFile
+
+// The file's whole content. FileError when it is missing, unreadable, no ordinary file or too large.
+std::string ReadFile(FileOperations& files, const std::string& path);
+
+// The file or folder `name` inside `folder`, as it is spelled on the disk: the exact spelling first, else the
+// only name that differs in letter case; `name` as given when there is none or no single one.
+std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name);
+
+// folder + the system's separator + name.
+std::string JoinPath(const std::string& folder, const std::string& name);
+// The two parts of a path: "." when it names no folder.
+std::string FolderOf(const std::string& path);
+std::string NameOf(const std::string& path);
+
+// Whether both texts name the same folder: trailing separators and letter case ignored, links resolved.
+bool SameFolder(FileOperations& files, const std::string& left, const std::string& right);
+
+}  // namespace pellorin

@@ -1,0 +1,11 @@
+// A newly created GUID (version 4, random bytes of the operating system) in registry form: braces, upper
+// case, 38 characters. Error 50002 when the system gives no random bytes.
+#pragma once
+
+#include <string>
+
+namespace pellorin {
+
+std::string GenerateGUID();
+
+}  // namespace pellorin

@@ -1,0 +1,53 @@
+// The lines of a profile file, as reading and writing see them.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace pellorin {
+
+struct ProfileLine {
+  std::string_view text;
+  std::string_view lineEnd;  // CR LF, LF or CR; empty at the end of a file that lacks it
+};
+
+// The line that begins at `position`, which moves behind it.
+inline ProfileLine TakeProfileLine(std::string_view bytes, std::size_t& position) {
+  const std::size_t begin = position;
+  // A line feed is searched for first: single carriage returns are rare.
+  std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
+  end = begin + std::min(bytes.substr(begin, end - begin).find('\r'), end - begin);
+  position = end;
+  if (position < bytes.size()) ++position;
+  if (end + 1 < bytes.size() && bytes[end] == '\r' && bytes[end + 1] == '\n') ++position;
+  return {bytes.substr(begin, end - begin), bytes.substr(end, position - end)};
+}
+
+inline std::string_view WithoutBlanks(std::string_view text) {
+  const auto blank = [](char byte) { return byte == ' ' || byte == '\t'; };
+  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+enum class ProfileLineKind { Header, Entry, Other };
+
+inline ProfileLineKind KindOfProfileLine(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(" \t");
+  if (first == std::string_view::npos || line[first] == ';') return ProfileLineKind::Other;
+  return line[first] == '[' ? ProfileLineKind::Header : ProfileLineKind::Entry;
+}
+
+// Adds an entry line as it is read: without blanks round the line, the name and the value.
+inline void AppendEntry(std::string& text, std::string_view line) {
+  const std::string_view entry = WithoutBlanks(line);
+  const std::size_t equals = entry.find('=');
+  text += WithoutBlanks(entry.substr(0, equals));
+  if (equals == std::string_view::npos) return;
+  text += '=';
+  text += WithoutBlanks(entry.substr(equals + 1));
+}
+
+}  // namespace pellorin

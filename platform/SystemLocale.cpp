@@ -1,0 +1,241 @@
+#include "platform/SystemLocale.h"
+
+#include <iconv.h>
+#include <langinfo.h>
+#include <locale.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/LocaleFormats.h"
+
+namespace pellorin {
+
+namespace {
+
+struct Field {
+  char letter;
+  bool padded;
+  std::string textBehind;
+};
+
+// The one-letter abbreviations of whole formats, written out.
+std::string_view WrittenOut(char letter, std::string_view twelveHourFormat) {
+  switch (letter) {
+    case 'F':
+      return "%Y-%m-%d";
+    case 'D':
+      return "%m/%d/%y";
+    case 'T':
+      return "%H:%M:%S";
+    case 'R':
+      return "%H:%M";
+    case 'r':
+      return twelveHourFormat;
+    default:
+      return {};
+  }
+}
+
+void AppendFields(std::string_view format, std::string_view twelveHourFormat, std::vector<Field>& fields) {
+  for (std::size_t i = 0; i < format.size(); ++i) {
+    if (format[i] != '%') {
+      if (!fields.empty()) fields.back().textBehind += format[i];
+      continue;
+    }
+    bool padded = true;
+    for (++i; i < format.size() && std::string_view("-_0^#EO").find(format[i]) != std::string_view::npos;
+         ++i) {
+      if (format[i] == '-' || format[i] == '_') padded = false;
+    }
+    if (i == format.size()) return;
+    const std::string_view whole = WrittenOut(format[i], twelveHourFormat);
+    if (!whole.empty()) {
+      AppendFields(whole, {}, fields);
+    } else {
+      const bool blankPadded = std::string_view("ekl").find(format[i]) != std::string_view::npos;
+      fields.push_back({format[i], padded && !blankPadded, {}});
+    }
+  }
+}
+
+std::vector<Field> FieldsOf(std::string_view format, std::string_view twelveHourFormat) {
+  std::vector<Field> fields;
+  AppendFields(format, twelveHourFormat, fields);
+  return fields;
+}
+
+using Place = std::vector<Field>::const_iterator;
+
+Place FindField(const std::vector<Field>& fields, std::string_view letters) {
+  return std::find_if(fields.begin(), fields.end(), [letters](const Field& field) {
+    return letters.find(field.letter) != std::string_view::npos;
+  });
+}
+
+std::string WithoutOuterBlanks(const std::string& text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// "1. 2. 2026" is typed as "1.2.2026" as well: the blanks are no part of the separator.
+std::string SeparatorBehind(const Field& field) {
+  return WithoutOuterBlanks(field.textBehind);
+}
+
+}  // namespace
+
+std::optional<DateFormat> ParseDateFormat(std::string_view format) {
+  const auto fields = FieldsOf(format, {});
+  const Place day = FindField(fields, "de");
+  const Place month = FindField(fields, "mbBh");
+  const Place year = FindField(fields, "Yy");
+  if (day == fields.end() || month == fields.end() || year == fields.end()) return std::nullopt;
+
+  DateFormat result{DateOrder::DayMonthYear, "/", false};
+  if (year < day && year < month) {
+    result.order = DateOrder::YearMonthDay;
+    result.separator = "-";
+  } else if (month < day) {
+    result.order = DateOrder::MonthDayYear;
+  }
+
+  const Place first = std::min({day, month, year});
+  const bool adjacent = std::max({day, month, year}) - first == 2;
+  const std::string separator = SeparatorBehind(*first);
+  if (adjacent && month->letter == 'm' && !separator.empty() && SeparatorBehind(first[1]) == separator) {
+    result.separator = separator;
+  }
+  // Month first with a slash is the American form, which nobody writes with leading zeros whatever the format
+  // says.
+  const bool american = result.order == DateOrder::MonthDayYear && result.separator == "/";
+  result.leadingZeros = day->padded && month->padded && !american;
+  return result;
+}
+
+std::optional<TimeFormat> ParseTimeFormat(std::string_view format, std::string_view twelveHourFormat) {
+  const auto fields = FieldsOf(format, twelveHourFormat);
+  const Place hour = FindField(fields, "HkIl");
+  const Place minute = FindField(fields, "M");
+  if (hour == fields.end() || minute == fields.end()) return std::nullopt;
+
+  TimeFormat result{":", hour->letter == 'I' || hour->letter == 'l'};
+  const std::string separator = SeparatorBehind(*hour);
+  const bool secondsAgree =
+      minute + 1 == fields.end() || minute[1].letter != 'S' || SeparatorBehind(*minute) == separator;
+  if (minute - hour == 1 && !separator.empty() && secondsAgree) result.separator = separator;
+  return result;
+}
+
+namespace {
+
+// One of the system's locales; its texts come out as UTF-8.
+class LoadedLocale {
+ public:
+  explicit LoadedLocale(const std::string& name)
+      : handle_(newlocale(LC_ALL_MASK, name.c_str(), static_cast<locale_t>(nullptr))) {}
+
+  explicit operator bool() const { return handle_ != nullptr; }
+
+  // Empty when the locale has no such text or it cannot be converted.
+  std::string Text(nl_item item) const {
+    const std::string text = nl_langinfo_l(item, handle_.get());
+    const std::string codeset = nl_langinfo_l(CODESET, handle_.get());
+    return codeset == "UTF-8" ? text : Converted(text, codeset);
+  }
+
+ private:
+  struct Release {
+    void operator()(locale_t locale) const { freelocale(locale); }
+  };
+
+  static std::string Converted(std::string text, const std::string& codeset) {
+    const iconv_t converter = iconv_open("UTF-8", codeset.c_str());
+    // The platform's mark of failure is the number -1 in a pointer's place.
+    if (converter == reinterpret_cast<iconv_t>(-1)) return {};
+    std::string utf8(4 * text.size(), '\0');
+    char* from = text.data();
+    char* to = utf8.data();
+    std::size_t fromLeft = text.size();
+    std::size_t toLeft = utf8.size();
+    const bool converted = iconv(converter, &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1);
+    iconv_close(converter);
+    utf8.resize(converted ? utf8.size() - toLeft : 0);
+    return utf8;
+  }
+
+  std::unique_ptr<std::remove_pointer_t<locale_t>, Release> handle_;
+};
+
+bool HasNoCustoms(const std::string& localeName) {
+  return localeName.empty() || localeName == "C" || localeName == "POSIX" || localeName.starts_with("C.");
+}
+
+void ReadNumberConventions(const std::string& localeName, LocaleConventions& conventions) {
+  if (HasNoCustoms(localeName)) return;
+  const LoadedLocale locale(localeName);
+  if (!locale) return;
+  if (auto text = locale.Text(RADIXCHAR); !text.empty()) conventions.decimalSeparator = std::move(text);
+  conventions.thousandsSeparator = locale.Text(THOUSEP);
+}
+
+// Some locales align the names with blanks in front, which nobody types.
+void ReadMonthNames(const LoadedLocale& locale, nl_item january, std::array<std::string, 12>& names) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    std::string name = WithoutOuterBlanks(locale.Text(january + static_cast<nl_item>(i)));
+    if (!name.empty()) names[i] = std::move(name);
+  }
+}
+
+void ReadDateConventions(const std::string& localeName, LocaleConventions& conventions) {
+  if (HasNoCustoms(localeName)) return;
+  const LoadedLocale locale(localeName);
+  if (!locale) return;
+  conventions.am = locale.Text(AM_STR);
+  conventions.pm = locale.Text(PM_STR);
+  if (auto format = ParseDateFormat(locale.Text(D_FMT))) {
+    conventions.dateOrder = format->order;
+    conventions.dateSeparator = std::move(format->separator);
+    conventions.leadingZeros = format->leadingZeros;
+  }
+  if (auto format = ParseTimeFormat(locale.Text(T_FMT), locale.Text(T_FMT_AMPM))) {
+    conventions.timeSeparator = std::move(format->separator);
+    conventions.twelveHourClock =
+        format->twelveHourClock && !conventions.am.empty() && !conventions.pm.empty();
+  }
+  ReadMonthNames(locale, ABMON_1, conventions.shortMonthNames);
+  ReadMonthNames(locale, MON_1, conventions.longMonthNames);
+}
+
+// The variable for everything wins over the category's own; an empty one counts as absent.
+std::string LocaleNameFor(const char* category) {
+  for (const char* variable : {"LC_ALL", category, "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return {};
+}
+
+}  // namespace
+
+LocaleConventions SystemLocaleConventions() {
+  LocaleConventions conventions;
+  ReadNumberConventions(LocaleNameFor("LC_NUMERIC"), conventions);
+  ReadDateConventions(LocaleNameFor("LC_TIME"), conventions);
+  return conventions;
+}
+
+LocaleConventions LocaleConventionsOf(const std::string& localeName) {
+  LocaleConventions conventions;
+  ReadNumberConventions(localeName, conventions);
+  ReadDateConventions(localeName, conventions);
+  return conventions;
+}
+
+}  // namespace pellorin

@@ -1,0 +1,16 @@
+// Comparing UTF-8 texts without regard to letter case, character by character: names of sections, settings
+// and files are compared so. Independent of the locale; bytes that are no UTF-8 are compared as they are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace pellorin {
+
+std::string FoldCase(std::string_view text);
+// Equal for texts that are EqualIgnoringCase.
+std::uint32_t HashIgnoringCase(std::string_view text);
+bool EqualIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace pellorin

@@ -1,0 +1,19 @@
+// The service's event-log registration component: makes a source of messages known to the system's event
+// viewer.
+#pragma once
+
+#include <string>
+
+namespace pellorin {
+
+class EventLogRegistration {
+ public:
+  virtual ~EventLogRegistration() = default;
+  // `reserved` is passed empty. Harmless for a source that is registered already. NumberedError when it
+  // fails.
+  virtual void RegisterSource(const std::string& messageFile, const std::string& reserved,
+                              const std::string& folder, const std::string& source,
+                              const std::string& logName) = 0;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,86 @@
+// A service folder of its own for one test, with a queue template, and what tests of the store ask about it.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "config/Ini.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace pellorin::test {
+
+inline constexpr const char* kIniName = "Pellorin.ini";
+inline constexpr const char* kTemplateName = "QUEUEDefinitions/defaultQUEUE.xml";
+inline const std::string kTemplate =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!-- new queues start here -->\n"
+    "<queue frequency=\"daily\" every=\"1\" days=\"\"/>\n";
+
+class ServiceFolder : public TemporaryFolder {
+ public:
+  explicit ServiceFolder(const std::string& iniBytes = "[ADMIN:Pellorin]\r\n") {
+    Write(kIniName, iniBytes);
+    Write(kTemplateName, kTemplate);
+  }
+
+  std::string IniPath() const { return *this / kIniName; }
+  std::string IniBytes() const { return Read(kIniName); }
+  std::string QueuePath(const std::string& fileName) const { return *this / "QUEUEDefinitions/" + fileName; }
+  std::string Queue(const std::string& fileName) const { return Read("QUEUEDefinitions/" + fileName); }
+  bool HasQueue(const std::string& fileName) const { return Has("QUEUEDefinitions/" + fileName); }
+  void WriteQueue(const std::string& fileName, const std::string& bytes) const {
+    Write("QUEUEDefinitions/" + fileName, bytes);
+  }
+
+  std::unique_ptr<Ini> New(FileOperations& files = SystemFiles()) const {
+    return std::make_unique<Ini>(files, Path(), LocaleConventions());
+  }
+  std::unique_ptr<Ini> Loaded(FileOperations& files = SystemFiles()) const {
+    auto document = New(files);
+    document->Load(kIniName);
+    return document;
+  }
+};
+
+// A failure as one text, so that a test shows all of it: number, source, description and path.
+inline std::string Failure(int number, const std::string& source, const std::string& description,
+                           const std::string& path) {
+  return std::to_string(number) + " | " + source + " | " + description + " | " + path;
+}
+
+template <typename Action>
+std::string FailureOf(Action action) {
+  try {
+    action();
+  } catch (const NumberedError& error) {
+    return Failure(error.Number(), error.Source(), error.Description(), error.Path());
+  }
+  return "no failure";
+}
+
+inline std::string CannotSave(const std::string& section, const std::string& reason,
+                              const std::string& path) {
+  return Failure(50111, "PellorinConfig.exe, Section, Save",
+                 "Could not save section " + section + "\r\n" + reason, path);
+}
+
+// "name{setting=value;...}" of every section, with its type's number in front and marks behind: "!" changed,
+// "?" unusable queue.
+inline std::string Shown(const Section& section) {
+  std::string shown =
+      std::to_string(static_cast<int>(section.SectionType)) + section.Name.substr(0, section.Name.find('|'));
+  shown += '{';
+  for (const auto& setting : section.Settings()) shown += setting->Name + "=" + setting->Value + ";";
+  shown += '}';
+  if (section.HasChanges()) shown += '!';
+  if (!section.QueueProblem().empty()) shown += '?';
+  return shown;
+}
+
+inline std::string Shown(const Ini& document) {
+  std::string shown;
+  for (const auto& section : document.Sections()) shown += Shown(*section) + "\n";
+  return shown;
+}
+
+}  // namespace pellorin::test

@@ -1,0 +1,294 @@
+#include "platform/AtomicFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <functional>
+
+#include "tests/support/FailingFiles.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace pellorin {
+namespace {
+
+namespace fs = std::filesystem;
+using Access = NewFileAccess;
+using test::FailingFiles;
+using test::TemporaryFolder;
+
+const std::string kOld = "old content";
+const std::string kNew = "the new content, which is longer";
+
+std::ptrdiff_t CountEntries(const fs::path& folder) {
+  return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+}
+
+std::ptrdiff_t OpenDescriptors() {
+  return CountEntries("/proc/self/fd");
+}
+
+struct stat StatusOf(const std::string& path) {
+  struct stat status {};
+  EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+  return status;
+}
+
+mode_t ModeOf(const std::string& path) {
+  return StatusOf(path).st_mode & 07777;
+}
+
+// The error number of the failure; 0 without one. The failure must name the file.
+int ErrorOf(const std::function<void()>& action, const std::string& path) {
+  try {
+    action();
+    return 0;
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.Path(), path);
+    EXPECT_EQ(error.Source(), "PellorinConfig.exe, FileSystem");
+    EXPECT_NE(error.Description(), "");
+    return error.Number();
+  }
+}
+
+int WriteError(const std::string& path, Access access = Access::OwnerAndFolderGroup) {
+  return ErrorOf([&] { WriteFileAtomically(SystemFiles(), path, kNew, access); }, path);
+}
+
+int ReadError(const std::string& path) {
+  return ErrorOf([&] { ReadFile(SystemFiles(), path); }, path);
+}
+
+// Makes the first, second, ... operation of the action fail until it runs through. Returns how many it has.
+int FailEveryOperation(const std::function<void(FailingFiles&)>& action,
+                       const std::function<void(bool succeeded)>& check) {
+  for (int failAt = 1;; ++failAt) {
+    FailingFiles files(SystemFiles());
+    files.FailAt(failAt);
+    const auto descriptors = OpenDescriptors();
+    bool succeeded = true;
+    try {
+      action(files);
+    } catch (const FileError& error) {
+      EXPECT_EQ(error.Description(), "Injected");
+      succeeded = false;
+    }
+    SCOPED_TRACE("operation " + std::to_string(failAt));
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+    EXPECT_EQ(succeeded, !files.HasFailed()) << "a failure must be reported";
+    check(succeeded);
+    if (!files.HasFailed()) return failAt - 1;
+    if (failAt == 100) throw std::logic_error("never runs through");
+  }
+}
+
+TEST(AtomicFile, WhateverFailsTheFileHoldsOldOrNewContentAndNothingElseIsLeft) {
+  for (const bool exists : {true, false}) {
+    int outcomes[2] = {0, 0};
+    const TemporaryFolder folder;
+    const auto prepare = [&] { exists ? folder.Write("a.ini", kOld) : void(fs::remove(folder / "a.ini")); };
+    prepare();
+    const int operations = FailEveryOperation(
+        [&](FailingFiles& files) {
+          WriteFileAtomically(files, folder / "a.ini", kNew, Access::OwnerAndFolderGroup);
+        },
+        [&](bool succeeded) {
+          const bool present = folder.Has("a.ini");
+          const std::string content = present ? folder.Read("a.ini") : "";
+          const bool isNew = content == kNew;
+          EXPECT_TRUE(isNew || (exists ? content == kOld : !present)) << content;
+          EXPECT_TRUE(isNew || !succeeded);
+          EXPECT_EQ(CountEntries(folder.Path()), present ? 1 : 0);
+          ++outcomes[isNew];
+          prepare();
+        });
+    EXPECT_GE(operations, exists ? 11 : 10);  // from ResolveLinks to closing the folder
+    EXPECT_GE(outcomes[0], 7);
+    EXPECT_GE(outcomes[1], 4);  // three failures behind the rename, and success
+  }
+}
+
+TEST(AtomicFile, RemovingReportsEveryFailure) {
+  const TemporaryFolder folder;
+  folder.Write("a.xml", kOld);
+  const int operations =
+      FailEveryOperation([&](FailingFiles& files) { RemoveFileDurably(files, folder / "a.xml"); },
+                         [&](bool succeeded) {
+                           EXPECT_TRUE(!succeeded || !folder.Has("a.xml"));
+                           if (!succeeded) folder.Write("a.xml", kOld);
+                         });
+  EXPECT_EQ(operations, 4);
+}
+
+// Takes three bytes at a time, as a pipe or a nearly full disk may do.
+class HesitantFiles : public FailingFiles {
+ public:
+  using FailingFiles::FailingFiles;
+  std::size_t Write(FileHandle file, std::string_view bytes) override {
+    return FailingFiles::Write(file, bytes.substr(0, 3));
+  }
+};
+
+TEST(AtomicFile, ContinuesAfterShortWrites) {
+  const TemporaryFolder folder;
+  HesitantFiles files(SystemFiles());
+  WriteFileAtomically(files, folder / "a.ini", kNew, Access::FolderUsual);
+  EXPECT_EQ(folder.Read("a.ini"), kNew);
+}
+
+TEST(AtomicFile, NewFilesGetTheirAccessWhateverTheUmask) {
+  const TemporaryFolder folder;
+  if (::geteuid() == 0) {
+    ASSERT_EQ(::chown(folder.Path().c_str(), 0, 12345), 0);
+  }
+  for (const mode_t mask : {0077u, 0000u, 0027u}) {
+    const mode_t before = ::umask(mask);
+    EXPECT_EQ(WriteError(folder / "limited.ini"), 0);
+    EXPECT_EQ(WriteError(folder / "usual.xml", Access::FolderUsual), 0);
+    ::umask(before);
+    EXPECT_EQ(ModeOf(folder / "limited.ini"), 0640u);
+    EXPECT_EQ(StatusOf(folder / "limited.ini").st_gid, StatusOf(folder.Path()).st_gid);
+    EXPECT_EQ(ModeOf(folder / "usual.xml"), 0666u & ~mask);
+    fs::remove(folder / "limited.ini");
+    fs::remove(folder / "usual.xml");
+  }
+}
+
+TEST(AtomicFile, KeepsModeAndOwnerOfAnExistingFile) {
+  const TemporaryFolder folder;
+  for (const mode_t mode : {0600u, 0664u, 0200u, 0777u}) {
+    folder.Write("a.ini", kOld);
+    ASSERT_EQ(::chmod((folder / "a.ini").c_str(), mode), 0);
+    if (::geteuid() == 0) {
+      ASSERT_EQ(::chown((folder / "a.ini").c_str(), 65534, 12345), 0);
+    }
+    const struct stat before = StatusOf(folder / "a.ini");
+    EXPECT_EQ(WriteError(folder / "a.ini"), 0);
+    const struct stat after = StatusOf(folder / "a.ini");
+    EXPECT_NE(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_mode & 07777, mode);
+    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(after.st_gid, before.st_gid);
+    fs::remove(folder / "a.ini");
+  }
+}
+
+TEST(AtomicFile, DoesWithoutAForeignFoldersGroupButNotWithoutAFilesOwner) {
+  if (::geteuid() != 0) GTEST_SKIP() << "needs a file of another user";
+  const TemporaryFolder folder;
+  folder.Write("a.ini", kOld);
+  ASSERT_EQ(::chmod(folder.Path().c_str(), 0777), 0);
+  ASSERT_EQ(::chmod((folder / "a.ini").c_str(), 0666), 0);
+  ASSERT_EQ(::chown(folder.Path().c_str(), 0, 12345), 0);
+  ASSERT_EQ(::seteuid(65534), 0);
+  const int existing = WriteError(folder / "a.ini");
+  const int added = WriteError(folder / "b.ini");
+  ASSERT_EQ(::seteuid(0), 0);
+  EXPECT_EQ(existing, EPERM);
+  EXPECT_EQ(folder.Read("a.ini"), kOld);
+  EXPECT_EQ(added, 0);
+  EXPECT_EQ(ModeOf(folder / "b.ini"), 0640u);
+  EXPECT_EQ(CountEntries(folder.Path()), 2);
+}
+
+TEST(AtomicFile, KeepsTheAccessListOfAnExistingFile) {
+  const TemporaryFolder folder;
+  folder.Write("a.ini", kOld);
+  // rw for the owner, r for user 12345, r for the group, nothing for others: {tag, permissions, id} each.
+  const unsigned char list[] = {2,    0, 0, 0,                          //
+                                1,    0, 6, 0, 0xFF, 0xFF, 0xFF, 0xFF,  //
+                                2,    0, 4, 0, 0x39, 0x30, 0,    0,     //
+                                4,    0, 4, 0, 0xFF, 0xFF, 0xFF, 0xFF,  //
+                                0x10, 0, 4, 0, 0xFF, 0xFF, 0xFF, 0xFF,  //
+                                0x20, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF};
+  const char* const name = "system.posix_acl_access";
+  if (::setxattr((folder / "a.ini").c_str(), name, list, sizeof list, 0) != 0) {
+    GTEST_SKIP() << "the file system has no access lists";
+  }
+  EXPECT_EQ(WriteError(folder / "a.ini"), 0);
+  EXPECT_EQ(folder.Read("a.ini"), kNew);
+  unsigned char kept[sizeof list] = {};
+  ASSERT_EQ(::getxattr((folder / "a.ini").c_str(), name, kept, sizeof kept),
+            static_cast<ssize_t>(sizeof list));
+  EXPECT_TRUE(std::equal(std::begin(list), std::end(list), std::begin(kept)));
+}
+
+TEST(AtomicFile, WritesThroughSymbolicLinksAndKeepsThem) {
+  const TemporaryFolder folder;
+  folder.Write("there/real.ini", kOld);
+  fs::create_symlink("there/middle.ini", folder / "link.ini");
+  fs::create_symlink("real.ini", folder / "there/middle.ini");
+  fs::create_symlink("there/absent.ini", folder / "dangling.ini");
+  fs::create_symlink("circle.ini", folder / "circle.ini");
+  EXPECT_EQ(WriteError(folder / "link.ini"), 0);
+  EXPECT_EQ(WriteError(folder / "dangling.ini"), 0);
+  EXPECT_EQ(WriteError(folder / "circle.ini"), ELOOP);
+  EXPECT_EQ(folder.Read("there/real.ini"), kNew);
+  EXPECT_EQ(folder.Read("there/absent.ini"), kNew);
+  for (const char* link : {"link.ini", "there/middle.ini", "dangling.ini"}) {
+    EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
+  }
+  EXPECT_EQ(CountEntries(folder.Path()), 4);
+  EXPECT_EQ(CountEntries(folder / "there"), 3);
+}
+
+TEST(AtomicFile, RefusesWhatItMustNotReplace) {
+  const TemporaryFolder folder;
+  folder.Write("readonly.ini", kOld);
+  fs::permissions(folder / "readonly.ini", fs::perms::owner_read);  // counts for root too
+  fs::create_directory(folder / "folder.ini");
+  ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
+  EXPECT_EQ(WriteError(folder / "readonly.ini"), EACCES);
+  EXPECT_EQ(WriteError(folder / "folder.ini"), EISDIR);
+  EXPECT_EQ(WriteError(folder / "pipe.ini"), EINVAL);
+  EXPECT_EQ(WriteError(folder / "absent/a.ini"), ENOENT);
+  EXPECT_EQ(folder.Read("readonly.ini"), kOld);
+  EXPECT_EQ(CountEntries(folder.Path()), 3);
+
+  RemoveFileDurably(SystemFiles(), folder / "readonly.ini");
+  EXPECT_FALSE(folder.Has("readonly.ini"));
+  EXPECT_NO_THROW(RemoveFileDurably(SystemFiles(), folder / "readonly.ini"));
+  EXPECT_NO_THROW(RemoveFileDurably(SystemFiles(), folder / "absent/a.ini"));
+}
+
+TEST(AtomicFile, WritesNamesOfTheGreatestLength) {
+  const TemporaryFolder folder;
+  const std::string name(255, 'n');
+  EXPECT_EQ(WriteError(folder / name), 0);
+  EXPECT_EQ(folder.Read(name), kNew);
+}
+
+TEST(ReadFile, GivesTheWholeContentOrSaysWhyNot) {
+  const TemporaryFolder folder;
+  const std::string content = std::string("a\0\r\n", 4) + std::string(200000, 'x');
+  folder.Write("large.ini", content);
+  folder.Write("greatest.ini", "");
+  folder.Write("huge.ini", "");
+  fs::resize_file(folder / "greatest.ini", kLargestFile);
+  fs::resize_file(folder / "huge.ini", kLargestFile + 1);
+  ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
+  const auto descriptors = OpenDescriptors();
+  EXPECT_EQ(ReadFile(SystemFiles(), folder / "large.ini"), content);
+  EXPECT_EQ(ReadFile(SystemFiles(), folder / "greatest.ini").size(), kLargestFile);
+  EXPECT_EQ(ReadError(folder / "huge.ini"), EFBIG);
+  EXPECT_EQ(ReadError(folder / "pipe.ini"), EINVAL);
+  EXPECT_EQ(ReadError(folder.Path()), EISDIR);
+  EXPECT_EQ(ReadError(folder / "absent.ini"), ENOENT);
+  EXPECT_EQ(ReadError(folder / "large.ini/below.ini"), ENOENT);
+  EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(ReadFile, WhateverFailsIsReportedAndNothingStaysOpen) {
+  const TemporaryFolder folder;
+  folder.Write("a.ini", kOld);
+  const int operations = FailEveryOperation(
+      [&](FailingFiles& files) { EXPECT_EQ(ReadFile(files, folder / "a.ini"), kOld); }, [](bool) {});
+  EXPECT_EQ(operations, 5);
+}
+
+}  // namespace
+}  // namespace pellorin

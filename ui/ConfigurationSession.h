@@ -1,0 +1,60 @@
+// What the pages share: the document that is being edited and, of each kind, the section that is shown. Every
+// edit of a control goes through one of the Persist operations. When the document is replaced or a section
+// leaves it, "current" is cleared first: no pointer outlives its section.
+#pragma once
+
+#include <QObject>
+#include <array>
+#include <memory>
+#include <string>
+
+#include "config/Ini.h"
+
+namespace pellorin {
+
+class ConfigurationSession : public QObject {
+  Q_OBJECT
+
+ public:
+  Ini* Document() const { return document_.get(); }  // none while the files could not be loaded
+  void ReplaceDocument(std::unique_ptr<Ini> document);
+
+  Section* CurrentMail() const { return Current(SectionType::Mail); }
+  Section* CurrentSql() const { return Current(SectionType::Sql); }
+  Section* CurrentQueue() const { return Current(SectionType::Queue); }
+  Section* Admin() const { return Current(SectionType::Admin); }
+  Section* Current(SectionType type) const { return current_[static_cast<std::size_t>(type)]; }
+  void SetCurrent(SectionType type, Section* section) { current_[static_cast<std::size_t>(type)] = section; }
+
+  // Writes one value into the current section of the kind; does nothing when there is none. NumberedError
+  // when the section holds the key in another letter case.
+  void PersistMailSetting(const std::string& key, const std::string& value) {
+    Persist(CurrentMail(), key, value);
+  }
+  void PersistSqlSetting(const std::string& key, const std::string& value) {
+    Persist(CurrentSql(), key, value);
+  }
+  void PersistQueueSetting(const std::string& key, const std::string& value) {
+    Persist(CurrentQueue(), key, value);
+  }
+  void PersistAdminSetting(const std::string& key, const std::string& value) { Persist(Admin(), key, value); }
+
+  // Takes the section out of the document, as Ini::Delete does.
+  void DeleteSection(Section& section);
+  void Save();  // Ini::Save
+
+ signals:
+  void mailServersChanged();
+  void sqlServersChanged();
+  void documentReplaced();
+  void edited();                                      // the document may or may not have changes now
+  void validationFailed(pellorin::SectionType type);  // kind of the first section that cannot be saved
+
+ private:
+  void Persist(Section* section, const std::string& key, const std::string& value);
+
+  std::unique_ptr<Ini> document_;
+  std::array<Section*, 4> current_{};
+};
+
+}  // namespace pellorin

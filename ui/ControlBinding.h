@@ -1,0 +1,84 @@
+// Connects the controls of a page with handlers and with the settings that they edit. Handlers run for the
+// user's edits and not while a Quiet object lives; none of their failures reaches the event loop. When a
+// setting cannot be stored the page's refill puts the stored values back into the controls.
+#pragma once
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <functional>
+#include <string>
+
+#include "config/Section.h"
+#include "platform/UserMessages.h"
+
+namespace pellorin {
+
+struct TextRow {
+  QLineEdit* control;
+  const char* key;
+};
+
+struct NumberRow {
+  QLineEdit* control;
+  const char* key;
+  const char* refusal;  // the sentence for a text that is neither empty nor a number
+};
+
+class ControlBinding {
+ public:
+  // The settings that a page's controls edit.
+  struct Target {
+    std::function<Section*()> section;  // the one shown, or none
+    std::function<void(const std::string& key, const std::string& value)> persist;
+    std::function<void()> refill;
+  };
+  using Handler = std::function<void()>;
+
+  ControlBinding(UserMessages& messages, Target target);
+
+  void OnClick(QAbstractButton* button, Handler handler);
+  void OnChoice(QComboBox* list, Handler handler);  // also when the shown entry is chosen again
+  void OnEdit(QLineEdit* text, Handler handler);
+  void Bind(const TextRow& row);
+  void Bind(const NumberRow& row);
+
+  void Persist(const std::string& key, const std::string& value);
+
+  class Quiet {
+   public:
+    explicit Quiet(int& depth) : depth_(depth) { ++depth_; }
+    ~Quiet() { --depth_; }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+   private:
+    int& depth_;
+  };
+  [[nodiscard]] Quiet KeepQuiet() { return Quiet(quietDepth_); }
+
+ private:
+  void Run(const Handler& handler);
+  void EditNumber(const NumberRow& row);
+
+  UserMessages& messages_;
+  Target target_;
+  int quietDepth_ = 0;
+};
+
+// A text box and the text of a setting.
+inline std::string TextOf(const QLineEdit& control) {
+  return control.text().toStdString();
+}
+inline void ShowValue(QLineEdit& control, const Section& section, const char* key) {
+  control.setText(QString::fromStdString(section.GetValue(key)));
+}
+
+// The wheel never changes a field that has no focus: it scrolls over it.
+void IgnoreWheelWithoutFocus(QWidget& window);
+
+// Of options that exclude each other Tab leads to the chosen one and the arrow keys to the others; to each of
+// them while none is chosen. Qt alone leads to the one that had the focus last.
+void LeadTabToChosenOptions(QWidget& window);
+
+}  // namespace pellorin

@@ -1,0 +1,96 @@
+#include "ui/ControlTags.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPalette>
+#include <QSignalBlocker>
+#include <QVariant>
+
+#include "ui/QTag.h"
+
+namespace pellorin {
+namespace {
+
+bool IsField(const QWidget& control) {
+  return qobject_cast<const QLineEdit*>(&control) != nullptr ||
+         qobject_cast<const QComboBox*>(&control) != nullptr ||
+         qobject_cast<const QListWidget*>(&control) != nullptr;
+}
+
+// Fields that are on look like paper, fields that are off like the window behind them with muted text. The
+// style paints a drop-down list with the button colours, so those are set too.
+void Switch(QWidget& control, bool on) {
+  control.setEnabled(on);
+  if (!IsField(control)) return;
+  const QPalette application = QApplication::palette();
+  const QColor background = application.color(on ? QPalette::Base : QPalette::Button);
+  const QColor text =
+      on ? application.color(QPalette::ButtonText) : application.color(QPalette::Disabled, QPalette::Text);
+  QPalette palette = application;
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    palette.setColor(group, QPalette::Base, background);
+    palette.setColor(group, QPalette::Button, background);
+    palette.setColor(group, QPalette::Text, text);
+    palette.setColor(group, QPalette::ButtonText, text);
+  }
+  control.setPalette(palette);
+}
+
+void Clear(QWidget& control) {
+  const QSignalBlocker blocker(control);
+  if (auto* text = qobject_cast<QLineEdit*>(&control)) {
+    text->clear();
+  } else if (auto* dropDown = qobject_cast<QComboBox*>(&control)) {
+    dropDown->setCurrentIndex(-1);
+  } else if (auto* list = qobject_cast<QListWidget*>(&control)) {
+    list->clear();
+  } else if (auto* button = qobject_cast<QAbstractButton*>(&control); button && button->isCheckable()) {
+    const bool isExclusive = button->autoExclusive();
+    button->setAutoExclusive(false);  // else an option button cannot be cleared
+    button->setChecked(false);
+    button->setAutoExclusive(isExclusive);
+  }
+}
+
+template <typename Action>
+void ForEachTagged(QWidget& window, Action action) {
+  for (QWidget* control : window.findChildren<QWidget*>()) {
+    const std::string tag = ControlTags::TagOf(*control);
+    if (!tag.empty()) action(*control, QTag(tag));
+  }
+}
+
+}  // namespace
+
+std::string ControlTags::TagOf(const QWidget& control) {
+  return control.property("tag").toString().toStdString();
+}
+
+void ControlTags::ToggleSection(std::string_view sectionKind, bool on) const {
+  ForEachTagged(window_, [&](QWidget& control, const QTag& tag) {
+    if (tag.IsInSection(sectionKind) && !tag.IsOnGroup("AlwaysOn")) Switch(control, on);
+  });
+}
+
+void ControlTags::ToggleControls(std::string_view switchTag) const {
+  const QTag chosen(switchTag);
+  ForEachTagged(window_, [&](QWidget& control, const QTag& tag) {
+    for (const std::string& group : chosen.OnGroups())
+      if (tag.IsInGroup(group)) Switch(control, true);
+    for (const std::string& group : chosen.OffGroups())
+      if (tag.IsInGroup(group)) Switch(control, false);
+  });
+}
+
+void ControlTags::StartBrandNew(std::string_view sectionKind) const {
+  ForEachTagged(window_, [&](QWidget& control, const QTag& tag) {
+    if (!tag.IsInSection(sectionKind) || tag.IsOnGroup("AlwaysOn")) return;
+    Clear(control);
+    control.setEnabled(false);
+  });
+}
+
+}  // namespace pellorin

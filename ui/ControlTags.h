@@ -1,0 +1,28 @@
+// Enabling, disabling and emptying the controls of a window by their tags (the dynamic property "tag", see
+// QTag). Text boxes, drop-down lists and list boxes also change their colours, taken from the application's
+// palette. None of these operations runs a change handler.
+#pragma once
+
+#include <QWidget>
+#include <string_view>
+
+namespace pellorin {
+
+class ControlTags {
+ public:
+  explicit ControlTags(QWidget& window) : window_(window) {}
+
+  // Every control of a section kind ("Main", "Admin", "Mail", "Sql", "Queue") but those that are always on.
+  void ToggleSection(std::string_view sectionKind, bool on) const;
+  // Switches on, then off, the members of the groups that the tag of a chosen option names.
+  void ToggleControls(std::string_view switchTag) const;
+  // Disables and empties every control of a section kind but those that are always on.
+  void StartBrandNew(std::string_view sectionKind) const;
+
+  static std::string TagOf(const QWidget& control);
+
+ private:
+  QWidget& window_;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,221 @@
+#include "ui/MailPage.h"
+
+#include <algorithm>
+
+#include "config/SectionNames.h"
+#include "config/ValueOrDefault.h"
+#include "ui_MailPage.h"
+
+namespace pellorin {
+
+MailPage::MailPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags)
+    : SectionPage(SectionType::Mail, session, messages, tags),
+      ui_(std::make_unique<Ui::frmMail>()),
+      binding_(messages,
+               {.section = [this] { return session_.CurrentMail(); },
+                .persist = [this](const std::string& key,
+                                  const std::string& value) { session_.PersistMailSetting(key, value); },
+                .refill = [this] { Fill(); }}) {
+  ui_->setupUi(this);
+  UseSelector(*ui_->cmbMailServer);
+  BindControls();
+}
+
+MailPage::~MailPage() = default;
+
+void MailPage::BindControls() {
+  options_ = {{ui_->optLocalMailServer, "SendMethod", "1", ui_->txtLocalPickupFolder},
+              {ui_->optRemoteMailServer, "SendMethod", "2", nullptr},
+              {ui_->optAnonymous, "AuthenticationMethod", "0", nullptr},
+              {ui_->optBasic, "AuthenticationMethod", "1", ui_->txtMailUsername},
+              {ui_->optNTLM, "AuthenticationMethod", "2", ui_->txtMailUsername}};
+  texts_ = {{ui_->txtRemoteServerName, "RemoteServerName"},
+            {ui_->txtLocalPickupFolder, "LocalMailPickupFolder"},
+            {ui_->txtMailPassword, "Password"},
+            {ui_->txtSenderEmail, "SenderEmail"},
+            {ui_->txtDefaultDomain, "DefaultDomain"}};
+  numbers_ = {{ui_->txtRemoteServerPort, "RemoteServerPort",
+               "Remote Server Port must be a number. The most commom value is 25."},
+              {ui_->txtConnectionTimeout, "ConnectionTimeout", "Connection Timeout must be a number."}};
+
+  for (const OptionRow& option : options_)
+    binding_.OnClick(option.button, [this, &option] {
+      Choose(option);
+      if (option.focus != nullptr && isVisible()) option.focus->setFocus();
+    });
+  for (const TextRow& row : texts_) binding_.Bind(row);
+  for (const NumberRow& row : numbers_) binding_.Bind(row);
+  for (QLineEdit* part : {ui_->txtMailUsername, ui_->txtMailDomain})
+    binding_.OnEdit(part, [this] { PersistUsername(); });
+  binding_.OnChoice(ui_->cmbMailServer, [this] { ShowSelected(); });
+  binding_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
+  binding_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });
+  binding_.OnClick(ui_->btnTestMailServer, [this] { btnTestMailServer_Click(); });
+}
+
+void MailPage::ShowSelected() {
+  Section* chosen = Selected();
+  if (chosen == nullptr) return;
+  Section* shown = session_.CurrentMail();
+  if (shown != nullptr && shown != chosen && !ValidateMail()) {
+    Selector().Select(*shown);
+    return;
+  }
+  session_.SetCurrent(SectionType::Mail, chosen);
+  Fill();
+}
+
+void MailPage::Fill() {
+  const Section* section = session_.CurrentMail();
+  if (section == nullptr) return;
+  const auto quiet = binding_.KeepQuiet();
+  FillOptions(*section);
+  for (const TextRow& row : texts_) ShowValue(*row.control, *section, row.key);
+  for (const NumberRow& row : numbers_) ShowValue(*row.control, *section, row.key);
+  FillUsername(section->GetValue("Username"));
+}
+
+void MailPage::FillOptions(const Section& section) {
+  Enable();  // the groups of the server shown before must not linger
+  bool hasMethod = false;
+  for (const OptionRow& option : options_) {
+    const bool isLogin = std::string_view(option.key) == "AuthenticationMethod";
+    const std::string stored = section.GetValue(option.key);
+    const bool isChosen = (isLogin && stored.empty() ? "0" : stored) == option.value;
+    option.button->setAutoExclusive(false);  // an unknown value chooses no option of its pair
+    option.button->setChecked(isChosen);
+    option.button->setAutoExclusive(true);
+    if (isChosen) tags_.ToggleControls(ControlTags::TagOf(*option.button));
+    hasMethod = hasMethod || (isLogin && isChosen);
+  }
+  // Without a known method there is no form in which a user name could be stored.
+  if (!hasMethod) tags_.ToggleControls(ControlTags::TagOf(*ui_->optAnonymous));
+}
+
+void MailPage::FillUsername(const std::string& username) {
+  const std::size_t backslash = username.find('\\');
+  const bool hasDomain = backslash != std::string::npos;
+  const std::size_t user = hasDomain ? backslash + 1 : 0;
+  ui_->txtMailDomain->setText(QString::fromStdString(hasDomain ? username.substr(0, backslash) : ""));
+  ui_->txtMailUsername->setText(
+      QString::fromStdString(username.substr(user, username.find('\\', user) - user)));
+}
+
+void MailPage::Choose(const OptionRow& option) {
+  option.button->setChecked(true);
+  tags_.ToggleControls(ControlTags::TagOf(*option.button));
+  binding_.Persist(option.key, option.value);
+}
+
+void MailPage::SetText(QLineEdit& control, const std::string& text) {
+  control.setText(QString::fromStdString(text));
+}
+
+void MailPage::PersistUsername() {
+  const std::string user = TextOf(*ui_->txtMailUsername);
+  if (ui_->optBasic->isChecked()) binding_.Persist("Username", user);
+  if (ui_->optNTLM->isChecked()) binding_.Persist("Username", TextOf(*ui_->txtMailDomain) + "\\" + user);
+}
+
+bool MailPage::ValidateMail() {
+  Section* section = session_.CurrentMail();
+  if (section == nullptr || section->ValidateMailSettings()) return true;
+  messages_.Show({.text = "Settings for sever " + section->DisplayName() + " need to be corrected: \r\n" +
+                          section->ValidationError(),
+                  .title = "Validation Errors",
+                  .icon = MessageIcon::Exclamation});
+  return false;
+}
+
+bool MailPage::IsDuplicate(const std::string& name) const {
+  const auto& sections = session_.Document()->Sections();
+  return std::any_of(sections.begin(), sections.end(), [wanted = "MAIL:" + name](const auto& section) {
+    return EqualIgnoringCase(section->Name, wanted);
+  });
+}
+
+void MailPage::btnAddNewMailServer_Click() {
+  if (session_.Document() == nullptr) {
+    messages_.Show({.text =
+                        "The configuration could not be loaded. Please correct the file that was named and "
+                        "press Cancel to load it again.",
+                    .icon = MessageIcon::Exclamation});
+    return;
+  }
+  if (!ValidateMail()) return;
+  const std::string name =
+      messages_.AskForText("New Mail Server", "Please enter the name of the new mail server");
+  if (name.empty()) return;
+  if (const std::string problem = NameProblem(name); !problem.empty()) {
+    messages_.Show({.text = problem, .title = "Invalid Name", .icon = MessageIcon::Exclamation});
+    return;
+  }
+  if (IsDuplicate(name)) {
+    messages_.Show({.text = "A server with this name already exists",
+                    .title = "Duplicate Name",
+                    .icon = MessageIcon::Exclamation});
+    return;
+  }
+  AddNewMailServer(name);
+}
+
+void MailPage::AddNewMailServer(const std::string& name) {
+  Section& section = session_.Document()->Add("MAIL:" + name, SectionType::Mail);
+  session_.SetCurrent(SectionType::Mail, &section);
+  Selector().InsertFirst(section);
+  Enable();
+  tags_.ToggleSection("Main", true);
+  ShowFirst();
+  for (const QRadioButton* initial : {ui_->optAnonymous, ui_->optRemoteMailServer})
+    for (const OptionRow& option : options_)
+      if (option.button == initial) Choose(option);
+  SetText(*ui_->txtRemoteServerName, name);
+  SetText(*ui_->txtRemoteServerPort, "25");
+  SetText(*ui_->txtConnectionTimeout, "30");
+  ui_->txtSenderEmail->setFocus();
+  emit session_.mailServersChanged();
+}
+
+std::string MailPage::UsesOf(const std::string& name) const {
+  std::string lines;
+  const auto addLine = [&](const char* role, const Section& section) {
+    lines += (lines.empty() ? "- " : "\r\n- ") + std::string(role) + " mail server for SQL Server " +
+             section.DisplayName();
+  };
+  for (const auto& section : session_.Document()->Sections()) {
+    if (section->SectionType != SectionType::Sql || section->IsDeleted()) continue;
+    if (section->GetValue("PrimaryMailServer") == name) addLine("Primary", *section);
+    if (section->GetValue("SecondaryMailServer") == name) addLine("Secondary", *section);
+  }
+  return lines;
+}
+
+void MailPage::btnDeleteMailSettings_Click() {
+  Section* section = session_.CurrentMail();
+  if (section == nullptr) return;
+  const std::string name = section->DisplayName();
+  if (const std::string uses = UsesOf(name); !uses.empty()) {
+    messages_.Show({.text = "Cannot remove settings for this server because it's used for:\r\n" + uses});
+    return;
+  }
+  if (!Ini::CanDelete(*section)) {
+    messages_.Show(
+        {.text = "The settings for server " + name +
+                 " cannot be deleted here, because the name holds \"|\". Please remove the section [" +
+                 section->Name + "] from this file with a text editor:\r\n" + session_.Document()->Path(),
+         .icon = MessageIcon::Exclamation});
+    return;
+  }
+  if (messages_.Show({.text = "Do you want to delete settings for server " + name + "?",
+                      .title = "Delete Section",
+                      .buttons = MessageButtons::YesNo}) != Answer::Yes)
+    return;
+  RemoveShown();
+  emit session_.mailServersChanged();
+}
+
+void MailPage::btnTestMailServer_Click() {
+  messages_.Show({.text = "This version cannot send test e-mails.", .icon = MessageIcon::Information});
+}
+
+}  // namespace pellorin

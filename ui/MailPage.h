@@ -1,0 +1,61 @@
+// The page "Mail Servers": shows one mail server at a time and writes each change of a control into its
+// section at once. Showing a server stores nothing. A server with invalid settings cannot be left, one that a
+// SQL Server instance uses cannot be deleted.
+#pragma once
+
+#include <QRadioButton>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/ControlBinding.h"
+#include "ui/SectionPage.h"
+
+namespace Ui {
+class frmMail;
+}
+
+namespace pellorin {
+
+class MailPage : public SectionPage {
+  Q_OBJECT
+
+ public:
+  MailPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags);
+  ~MailPage() override;
+
+  void ShowSelected() override;
+  void AddNewMailServer(const std::string& name);
+  bool ValidateMail();  // reports what is invalid; true when no server is shown
+
+ private:
+  // An option button, the setting that it stands for, and where the focus goes when the user chooses it.
+  struct OptionRow {
+    QRadioButton* button;
+    const char* key;
+    const char* value;
+    QWidget* focus;
+  };
+
+  void BindControls();
+  void Fill();
+  void FillOptions(const Section& section);
+  void FillUsername(const std::string& username);
+  void Choose(const OptionRow& option);                       // as the user would, but for the focus
+  void SetText(QLineEdit& control, const std::string& text);  // as the user would
+  void PersistUsername();
+  bool IsDuplicate(const std::string& name) const;
+  std::string UsesOf(const std::string& name) const;
+
+  void btnAddNewMailServer_Click();
+  void btnDeleteMailSettings_Click();
+  void btnTestMailServer_Click();
+
+  std::unique_ptr<Ui::frmMail> ui_;
+  ControlBinding binding_;
+  std::vector<OptionRow> options_;
+  std::vector<TextRow> texts_;
+  std::vector<NumberRow> numbers_;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,49 @@
+// What the three pages have in common: a selector of sections of one kind, and a section that is shown. A
+// page reaches the others only through the session.
+#pragma once
+
+#include <QFrame>
+#include <optional>
+
+#include "platform/UserMessages.h"
+#include "ui/ConfigurationSession.h"
+#include "ui/ControlTags.h"
+#include "ui/SectionSelector.h"
+
+namespace pellorin {
+
+class SectionPage : public QFrame {
+  Q_OBJECT
+
+ public:
+  SectionPage(SectionType type, ConfigurationSession& session, UserMessages& messages,
+              const ControlTags& tags);
+
+  SectionType Type() const { return type_; }
+  SectionSelector& Selector() { return *selector_; }
+  void ShowFirst();  // selects the first entry and shows its section
+
+  // The handler of the selector: shows the section of the selected entry.
+  virtual void ShowSelected() = 0;
+  // Enables the page's controls, or disables and empties them.
+  void Enable();
+  virtual void StartBrandNew();
+
+ protected:
+  void UseSelector(QComboBox& list) { selector_.emplace(list); }
+  std::string_view Kind() const;  // as the tags spell it
+  // The section of the selected entry; none while nothing is loaded or selected.
+  Section* Selected() const;
+  // Takes the shown section out of the document and the selector and shows the first remaining one.
+  void RemoveShown();
+
+  ConfigurationSession& session_;
+  UserMessages& messages_;
+  const ControlTags& tags_;
+
+ private:
+  SectionType type_;
+  std::optional<SectionSelector> selector_;
+};
+
+}  // namespace pellorin

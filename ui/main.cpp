@@ -1,0 +1,54 @@
+// Chooses the components that the window works with, and starts it.
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+
+#include "service/LocalMailComponent.h"
+#include "service/RegistryEventLog.h"
+#include "ui/HelpFileBox.h"
+#include "ui/QtUserMessages.h"
+#include "ui/frmMain.h"
+
+namespace {
+
+[[noreturn]] void EndWithoutDisplay() {
+  std::fputs("PellorinConfig: there is no display to open its window on (set DISPLAY or WAYLAND_DISPLAY).\n",
+             stderr);
+  std::_Exit(EXIT_FAILURE);
+}
+
+// Qt warns at length and aborts when it cannot reach a display: one line and an orderly end instead.
+void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*text*/) {
+  if (type == QtFatalMsg) EndWithoutDisplay();
+}
+
+bool NamesPlatform(int argumentCount, char** arguments) {
+  for (int index = 1; index < argumentCount; ++index)
+    if (QByteArray(arguments[index]).contains("-platform")) return true;
+  return false;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  const bool mayHaveDisplay =
+      qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+      qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || NamesPlatform(argumentCount, arguments);
+  if (!mayHaveDisplay) EndWithoutDisplay();
+  qInstallMessageHandler(RefuseWithoutDisplay);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication application(argumentCount, arguments);
+  qInstallMessageHandler(nullptr);
+
+  const std::string programFolder = QCoreApplication::applicationDirPath().toStdString();
+  const std::string commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
+  pellorin::FileOperations& files = pellorin::SystemFiles();
+  pellorin::QtUserMessages messages;
+  pellorin::LocalMailComponent mail(files, programFolder);
+  pellorin::RegistryEventLog eventLog(pellorin::Registry(files, pellorin::DefaultRegistryRoot()));
+  pellorin::HelpFileBox help(files, messages);
+  pellorin::frmMain window(
+      {files, messages, mail, eventLog, help, programFolder, pellorin::SystemLocaleConventions()});
+  messages.SetOwner(&window);
+  return window.Form_Load(commandLine) ? QApplication::exec() : EXIT_FAILURE;
+}
