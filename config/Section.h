@@ -37,7 +37,8 @@ class Section {
   bool IsDeleted() const { return isDeleted_; }
   // True appends "|" and a new GUID to the name, so that a new section may take it before the next save.
   void SetIsDeleted(bool deleted);
-  bool IsOriginal() const { return isOriginal_; }  // loaded from, or saved to, the disk
+  // Whether the disk may hold it: it was loaded, or a save has begun to write it.
+  bool IsOriginal() const { return isOriginal_; }
 
   // CollectionError when an entry of that name exists in any letter case.
   Setting& Add(std::string settingName, std::string settingValue);

@@ -130,7 +130,6 @@ void Section::Save() {
   else
     SaveToIni();
   for (const auto& setting : settings_) setting->OriginalValue = setting->Value;
-  isOriginal_ = true;
 }
 
 void Section::SaveToIni() {
@@ -144,7 +143,7 @@ void Section::SaveToIni() {
     const std::vector<std::string> lines = AnsiLines(*this);
     if (!isOriginal_ && Owner->File().Read().HasSection(*ansiName))
       throw CannotBeWritten{"The file already holds a section of this name that was not loaded."};
-    isOriginal_ = true;  // a write that fails at its very end is on the disk: the next one may replace it
+    isOriginal_ = true;  // a write that fails at its very end has reached the disk
     Owner->File().ReplaceSection(*ansiName, lines);
   } catch (const CannotBeWritten& failure) {
     throw CannotSave(Name, failure.reason, path);
@@ -171,8 +170,7 @@ void Section::SaveQueue() {
       if (setting->HasChanges() || !document.HasAttribute(setting->Name))
         document.SetAttribute(setting->Name, setting->Value);
     const std::string bytes = document.Serialize();
-    queueFileName_ =
-        fileName;  // a write that fails at its very end is on the disk: the next one may replace it
+    queueFileName_ = fileName;  // as in SaveToIni: a failed write may have reached the disk
     WriteFileAtomically(Owner->Files(), path, bytes, NewFileAccess::FolderUsual);
     queueDocument_ = std::move(document);
   } catch (const CannotBeWritten& failure) {

@@ -65,6 +65,7 @@ std::string TruePath(FileOperations& files, const std::string& path, int depth) 
 
 // A folder that cannot be examined is compared as it is spelled.
 std::string ComparablePath(FileOperations& files, const std::string& path) {
+  if (path.empty()) return path;  // the same folder as no other
   try {
     return TruePath(files, path, 0);
   } catch (const FileError&) {

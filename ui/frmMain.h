@@ -28,6 +28,10 @@ class QueuesPage;
 class SectionPage;
 class SqlPage;
 
+inline constexpr const char* kMailTab = "Mail Servers";
+inline constexpr const char* kSqlTab = "Sql Servers";
+inline constexpr const char* kQueuesTab = "Queues";
+
 // What the window works with; chosen by main.
 struct Components {
   FileOperations& files;

@@ -136,6 +136,7 @@ TEST(IniLoad, NamesTheFileThatCannotBeUsed) {
   fs::resize_file(folder.IniPath(), kLargestFile + 1);
   EXPECT_EQ(failure(), fileError(EFBIG, "Cannot read the file: it is larger than 16 MB", folder.IniPath()));
   if (::geteuid() != 0) {
+    fs::resize_file(folder.IniPath(), 1);
     fs::permissions(folder.IniPath(), fs::perms::none);
     EXPECT_EQ(failure(), fileError(EACCES, "Cannot read the file: Permission denied", folder.IniPath()));
   }
@@ -402,6 +403,13 @@ TEST(IniSave, RefusesAReadOnlyFileForEverybody) {
   fs::permissions(folder.IniPath(), fs::perms::owner_write, fs::perm_options::add);
   document->Save();
   EXPECT_EQ(folder.IniBytes(), "[MAIL:a]\r\nx=2\r\n");
+
+  // Nothing is written where the file holds what it should already.
+  document->Delete("MAIL:a");
+  folder.Write("Pellorin.ini", "[SQL:c]\r\n");
+  fs::permissions(folder.IniPath(), fs::perms::owner_read);
+  document->Save();
+  EXPECT_EQ(folder.IniBytes(), "[SQL:c]\r\n");
 }
 
 }  // namespace

@@ -219,14 +219,15 @@ TEST(QueueFile, FilesAreFoundInAnyLetterCase) {
   folder.Write("QueueDefinitions/DefaultQueue.XML", "<queue every=\"9\"/>");
   folder.Write("QueueDefinitions/Night.XML", "<queue every=\"1\"/>");
   folder.Write("QueueDefinitions/.Night.xml.0123.tmp", "<queue every=\"1\"/>");
-  folder.Write("QueueDefinitions/b.xml.xml", "<queue every=\"2\"/>");
+  folder.Write("QueueDefinitions/b.XML.old.xml", "<queue every=\"2\"/>");
   folder.Write("QueueDefinitions/a.xMl", "<queue every=\"3\"/>");
   folder.Write("QueueDefinitions/\u212A.xml",
                "<queue every=\"4\"/>");  // a Kelvin sign: three bytes, folded one
   const auto document = folder.Loaded();
-  EXPECT_EQ(Shown(*document),
-            "2ADMIN:Pellorin{}\n3a{every=3;}\n3b.xml{every=2;}\n3DefaultQueue{every=9;}\n3\u212A{every=4;}\n"
-            "3Night{every=1;}\n");
+  EXPECT_EQ(
+      Shown(*document),
+      "2ADMIN:Pellorin{}\n3a{every=3;}\n3b.old.xml{every=2;}\n3DefaultQueue{every=9;}\n3\u212A{every=4;}\n"
+      "3Night{every=1;}\n");
   document->GetSection("Night")->SetValue("every", "2");
   EXPECT_EQ(Shown(AddQueue(*document, "new")), "3new{every=9;}");
   document->Save();
