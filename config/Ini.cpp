@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "platform/AnsiText.h"
@@ -71,7 +72,7 @@ void Ini::Delete(std::string_view sectionName) {
 void Ini::Delete(Section& section) {
   if (!CanDelete(section))
     throw NumberedError(50111, "PellorinConfig.exe, Ini, Delete",
-                        "Section " + section.Name + " cannot be deleted: its name holds \"|\"", Path());
+                        "Section " + section.Name + " can only be deleted by hand", Path());
   if (section.IsOriginal())
     section.SetIsDeleted(true);
   else
@@ -91,8 +92,7 @@ Section& Ini::AdminSection() {
 }
 
 void Ini::Load(const std::string& iniFileName) {
-  file_.Open(iniFileName);
-  std::string bytes = file_.Bytes();
+  std::string bytes = file_.Open(iniFileName);
   if (IniFile::IsBlank(bytes)) {  // a new installation: its queue folder is not looked at
     AdminSection();
     return;
@@ -110,6 +110,7 @@ void Ini::LoadSections(const ProfileFile& file) {
   const std::vector<std::string_view> namesRead = read.Pieces();
   SectionType type = SectionType::Mail;
   std::size_t position = 0;
+  std::set<std::string> namesSeen;
   for (const std::string_view ansiName : whole.Pieces()) {
     const std::string name = AnsiToUtf8(ansiName);
     // The last name within the limit may have been cut: it is no name that the file holds.
@@ -120,7 +121,9 @@ void Ini::LoadSections(const ProfileFile& file) {
       continue;
     }
     type = TypeOf(name, type, Path());
-    Add(name, type).LoadFrom(file);
+    Section& section = Add(name, type);
+    section.LoadFrom(file);
+    if (!namesSeen.insert(FoldCase(name)).second) section.SetIsTwin();
   }
 }
 
@@ -131,8 +134,18 @@ bool Ini::IsAwaitingRemoval(const std::string& queueFileName) const {
   });
 }
 
+// Whether the file was removed or emptied since it was loaded: then it gets everything back that is still
+// shown.
+bool Ini::IsFileLost() const {
+  const auto changed = std::find_if(sections_.begin(), sections_.end(), [](const auto& section) {
+    return section->SectionType != SectionType::Queue && section->HasChanges();
+  });
+  return changed != sections_.end() && (*changed)->IsFileEmpty();
+}
+
 void Ini::Save() {
   lastSave_ = {};
+  const bool fileIsLost = IsFileLost();
   for (std::size_t position = sections_.Count(); position >= 1; --position) {
     Section& section = sections_.Item(position);
     if (!section.IsDeleted()) continue;
@@ -142,7 +155,8 @@ void Ini::Save() {
   }
   for (std::size_t position = sections_.Count(); position >= 1; --position) {
     Section& section = sections_.Item(position);
-    if (!section.HasChanges()) continue;
+    const bool isLost = fileIsLost && section.SectionType != SectionType::Queue && section.Count() > 0;
+    if (!section.HasChanges() && !isLost) continue;
     section.Save();
     lastSave_.written.push_back(section.Name);
   }

@@ -40,8 +40,11 @@ class Ini {
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted
   void Delete(std::string_view sectionName);           // CollectionError for an unknown name
   void Delete(Section& section);                       // one that CanDelete
-  // A name with "|" cannot be told from the mark of deletion: such a section can only be removed by hand.
-  static bool CanDelete(const Section& section) { return section.Name.find('|') == std::string::npos; }
+  // A name with "|" cannot be told from the mark of deletion, and of two sections of one name only the first
+  // can be reached: such a section can only be removed by hand.
+  static bool CanDelete(const Section& section) {
+    return section.Name.find('|') == std::string::npos && !section.IsTwin();
+  }
   Section& Item(std::size_t position) const { return sections_.Item(position); }
   Section& Item(std::string_view key) const { return sections_.Item(key); }
   Section* GetSection(std::string_view sectionName) const;  // exact; null when missing or deleted
@@ -73,6 +76,7 @@ class Ini {
 
  private:
   void LoadSections(const ProfileFile& file);
+  bool IsFileLost() const;
 
   FileOperations& files_;
   LocaleConventions locale_;

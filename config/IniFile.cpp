@@ -8,19 +8,25 @@ namespace pellorin {
 
 IniFile::IniFile(FileOperations& files, std::string folder) : files_(files), folder_(std::move(folder)) {}
 
-void IniFile::Open(const std::string& fileName) {
+std::string IniFile::Open(const std::string& fileName) {
   path_ = JoinPath(folder_, FindIgnoringCase(files_, folder_, fileName));
-  if (files_.Status(path_).kind == FileKind::Missing)
-    WriteFileAtomically(files_, path_, "", NewFileAccess::OwnerAndFolderGroup);
+  std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
+  if (bytes) return std::move(*bytes);
+  WriteFileAtomically(files_, path_, "", NewFileAccess::OwnerAndFolderGroup);
+  return {};
 }
 
+// A file that went away since the start is written anew.
 std::string IniFile::Bytes() const {
-  // A file that went away since the start is written anew.
-  return files_.Status(path_).kind == FileKind::Missing ? std::string() : ReadFile(files_, path_);
+  return ReadFileIfPresent(files_, path_).value_or("");
 }
 
 ProfileFile IniFile::Read() const {
   return ProfileFile(Bytes());
+}
+
+bool IniFile::IsEmpty() const {
+  return IsBlank(Bytes());
 }
 
 bool IniFile::IsBlank(std::string_view bytes) {

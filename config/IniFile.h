@@ -22,10 +22,10 @@ class IniFile {
 
   const std::string& Path() const { return path_; }
 
-  // Remembers the file of that name and creates it empty when it is missing.
-  void Open(const std::string& fileName);
-  std::string Bytes() const;
+  // Remembers the file of that name, creates it empty when it is missing, and gives its content.
+  std::string Open(const std::string& fileName);
   ProfileFile Read() const;
+  bool IsEmpty() const;  // missing or blank
   // Whether there is nothing but line breaks, NULs and blanks.
   static bool IsBlank(std::string_view bytes);
 
@@ -33,6 +33,7 @@ class IniFile {
   void RemoveSection(std::string_view ansiName);
 
  private:
+  std::string Bytes() const;
   static bool IsLostToNuls(std::string_view bytes);
   static std::string Content(const std::string& bytes);
   void Write(const std::string& before, const std::string& after);

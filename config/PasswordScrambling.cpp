@@ -18,8 +18,8 @@ constexpr int kEncryptDecryptFailed = 500110;
 constexpr int kEncryptStringFailed = 500111;
 constexpr int kDecryptStringFailed = 500112;
 
-constexpr int kFirstCode =
-    59;  // packed values start at ";", above every character with a meaning in the file
+// Packed values start at ";", above every character with a meaning in the file.
+constexpr int kFirstCode = 59;
 constexpr std::size_t kGroup = 3;
 
 template <typename Work>
@@ -51,6 +51,12 @@ RandomGenerator SeededFrom(const std::string& keyCodes) {
     generator.Randomize(static_cast<double>(generator.NextFrom(-product)));
   }
   return generator;
+}
+
+// Seeding is by far the longest step, and the program has but one key.
+RandomGenerator SeededFor(std::string_view key) {
+  static const RandomGenerator kForPasswords = SeededFrom(AnsiCodes(kPasswordKey));
+  return key == kPasswordKey ? kForPasswords : SeededFrom(AnsiCodes(key));
 }
 
 // Its own inverse when the generator starts from the same state.
@@ -104,14 +110,13 @@ std::string Unpacked(const std::string& packed) {
 
 std::string EncryptString(std::string_view text, std::string_view key) {
   return Guarded(kEncryptStringFailed, "EncryptString",
-                 [&] { return Packed(EncryptDecrypt(AnsiCodes(text), SeededFrom(AnsiCodes(key)))); });
+                 [&] { return Packed(EncryptDecrypt(AnsiCodes(text), SeededFor(key))); });
 }
 
 std::string DecryptString(std::string_view stored, std::string_view key) {
   if (stored.empty()) return {};
-  return Guarded(kDecryptStringFailed, "DecryptString", [&] {
-    return AnsiToUtf8(EncryptDecrypt(Unpacked(AnsiCodes(stored)), SeededFrom(AnsiCodes(key))));
-  });
+  return Guarded(kDecryptStringFailed, "DecryptString",
+                 [&] { return AnsiToUtf8(EncryptDecrypt(Unpacked(AnsiCodes(stored)), SeededFor(key))); });
 }
 
 bool IsPasswordName(std::string_view settingName) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <tuple>
 
 #include "platform/TextCase.h"
 
@@ -32,8 +33,8 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() const {
     QueueFile file;
   };
   std::vector<Sorted> found;
-  for (const std::string& fileName : files_.List(folder_)) {
-    if (!FoldCase(fileName).ends_with(kExtension) || fileName == kTemplateName) continue;
+  for (const auto& [fileName, isFolder] : files_.List(folder_)) {
+    if (isFolder || !FoldCase(fileName).ends_with(kExtension) || fileName == kTemplateName) continue;
     std::string queueName = fileName;
     queueName.erase(FindExtension(fileName), 4);
     found.push_back({FoldCase(queueName), {queueName, fileName}});

@@ -9,8 +9,8 @@ namespace pellorin {
 class RandomGenerator {
  public:
   float Next();  // in [0, 1)
-  float NextFrom(
-      float negative);          // reseeds from a number below zero, then the first value of the new sequence
+  // Reseeds from a number below zero and gives the first value of the new sequence.
+  float NextFrom(float negative);
   void Randomize(double seed);  // replaces the upper 16 of the 24 bits, keeps the lower 8
   std::uint8_t NextByte();      // floor(Next() * 256)
   std::uint32_t State() const { return state_; }

@@ -71,11 +71,17 @@ class Section {
   void LoadQueueFile(const std::string& fileName);  // a queue, from this file of the queue folder
   void Save();
   void DeleteSection();  // removes it from the disk
+  // Whether the INI file that it is to be saved in is missing or blank.
+  bool IsFileEmpty() const;
 
   // Queues: the file on the disk that this queue came from or was saved to; empty for a new one.
   const std::string& QueueFileName() const { return queueFileName_; }
   // Queues: why the definition file could not be used, with its full path; empty when all is well.
   const std::string& QueueProblem() const { return queueProblem_; }
+  // The file holds another section of this name before this one: it shows that one's settings and is never
+  // written.
+  bool IsTwin() const { return isTwin_; }
+  void SetIsTwin() { isTwin_ = true; }
   // The name without the prefix of its type ("MAIL:", "SQL:", "ADMIN:", in any letter case), as selectors
   // show it.
   std::string DisplayName() const;
@@ -93,6 +99,7 @@ class Section {
   std::string validationError_;
   bool isDeleted_ = false;
   bool isOriginal_ = false;
+  bool isTwin_ = false;
   bool cutOffOnLoading_ = false;  // the file holds more of this section than was read
   std::optional<QueueDefinition> queueDocument_;
   std::string queueFileName_;

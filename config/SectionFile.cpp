@@ -1,4 +1,5 @@
 // Reading and writing sections: those of Pellorin.ini and the queues' files.
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,10 @@ NumberedError CannotSave(const std::string& name, const std::string& reason, con
   return {50111, "PellorinConfig.exe, Section, Save", "Could not save section " + name + "\r\n" + reason,
           path};
 }
+
+constexpr const char* kTwinProblem =
+    "The file holds two sections of this name, and only the first can be reached. Please rename one in the "
+    "file.";
 
 // The line of one setting as Pellorin.ini holds it. Throws the reason, a text, when it cannot hold it.
 struct CannotBeWritten {
@@ -45,6 +50,15 @@ std::vector<std::string> AnsiLines(const Section& section) {
   if (size > kProfileBufferSize)
     throw CannotBeWritten{"Its settings are longer than the 10,000 bytes that can be read again."};
   return lines;
+}
+
+// A section that was never loaded must not replace one that the file holds, and must be found again.
+void RequireRoomFor(const std::string& ansiName, const ProfileFile& file) {
+  if (file.HasSection(ansiName))
+    throw CannotBeWritten{"The file already holds a section of this name that was not loaded."};
+  const std::size_t names = file.SectionNames(std::numeric_limits<std::size_t>::max()).buffer.size();
+  if (names + ansiName.size() + 1 + 2 > kProfileBufferSize)
+    throw CannotBeWritten{"The section names would be longer than the 10,000 bytes that can be read again."};
 }
 
 }  // namespace
@@ -132,6 +146,14 @@ void Section::Save() {
   for (const auto& setting : settings_) setting->OriginalValue = setting->Value;
 }
 
+bool Section::IsFileEmpty() const {
+  try {
+    return Owner->File().IsEmpty();
+  } catch (const FileError& error) {
+    throw CannotSave(NameOnDisk(), error.Description(), error.Path());
+  }
+}
+
 void Section::SaveToIni() {
   const std::string& path = Owner->Path();
   if (cutOffOnLoading_)
@@ -141,8 +163,8 @@ void Section::SaveToIni() {
     const auto ansiName = Utf8ToAnsi(Name);
     if (!ansiName) throw CannotBeWritten{"Its name holds a character outside code page 1252."};
     const std::vector<std::string> lines = AnsiLines(*this);
-    if (!isOriginal_ && Owner->File().Read().HasSection(*ansiName))
-      throw CannotBeWritten{"The file already holds a section of this name that was not loaded."};
+    if (isTwin_) throw CannotBeWritten{kTwinProblem};
+    if (!isOriginal_) RequireRoomFor(*ansiName, Owner->File().Read());
     isOriginal_ = true;  // a write that fails at its very end has reached the disk
     Owner->File().ReplaceSection(*ansiName, lines);
   } catch (const CannotBeWritten& failure) {

@@ -15,9 +15,10 @@ std::string NameProblem(std::string_view name) {
   if (name.find_first_of(":]|") != std::string_view::npos || std::any_of(name.begin(), name.end(), isControl))
     return "A name cannot hold a colon, a closing bracket, a vertical bar or a control character.";
   if (name.starts_with(' ') || name.ends_with(' ')) return "A name cannot begin or end with a blank.";
-  if (!Utf8ToAnsi(name))
+  const auto ansiName = Utf8ToAnsi(name);
+  if (!ansiName)
     return "The name holds a character that Pellorin.ini cannot hold (it is outside code page 1252).";
-  if (name.size() > kLongestName) return "A name cannot be longer than 200 characters.";
+  if (ansiName->size() > kLongestName) return "A name cannot be longer than 200 characters.";
   return {};
 }
 

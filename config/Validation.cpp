@@ -145,7 +145,7 @@ bool Section::ValidateSqlSettings() {
 
 bool Section::ValidateQueueSettings() {
   Rules rules(*this);
-  if (isDeleted_) return true;
+  if (isDeleted_ || !queueProblem_.empty()) return true;  // nothing of an unusable definition is ever written
   CheckQueueScope(rules);
   CheckQueueTimes(rules);
   CheckQueueDuration(rules, Owner->Locale());

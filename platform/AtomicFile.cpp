@@ -65,15 +65,15 @@ class TemporaryFile {
   bool renamed_ = false;
 };
 
-void RequireWritable(const FileStatus& status, const std::string& target) {
-  if (status.kind == FileKind::Missing) return;
-  if (status.kind == FileKind::Folder) {
+void RequireWritable(FileOperations& files, FileKind kind, const std::string& target) {
+  if (kind == FileKind::Missing) return;
+  if (kind == FileKind::Folder) {
     throw FileError(EISDIR, "Cannot write the file: it is a folder", target);
   }
-  if (status.kind == FileKind::Other) {
+  if (kind == FileKind::Other) {
     throw FileError(EINVAL, "Cannot write the file: it is not an ordinary file", target);
   }
-  if (status.readOnly) throw FileError(EACCES, "The file is read-only", target);
+  if (files.IsReadOnly(target)) throw FileError(EACCES, "The file is read-only", target);
 }
 
 // The renaming or removing itself survives a loss of power only when the folder has reached the disk.
@@ -85,9 +85,9 @@ void SynchronizeFolder(FileOperations& files, const std::string& folder) {
 
 void ReplaceFile(FileOperations& files, const std::string& target, std::string_view bytes,
                  NewFileAccess access) {
-  const FileStatus status = files.Status(target);
-  RequireWritable(status, target);
-  const bool exists = status.kind == FileKind::File;
+  const FileKind kind = files.Status(target).kind;
+  RequireWritable(files, kind, target);
+  const bool exists = kind == FileKind::File;
   {
     // An existing file's access is set before the first byte is written: at no time may anybody read the new
     // content who may not read the old.

@@ -19,9 +19,8 @@ constexpr int kDeepestLink = 40;
 void RequireReadableKind(const FileStatus& status, const std::string& path) {
   switch (status.kind) {
     case FileKind::File:
-      break;
     case FileKind::Missing:
-      RefuseToRead(ENOENT, "it does not exist", path);
+      break;
     case FileKind::Folder:
       RefuseToRead(EISDIR, "it is a folder", path);
     case FileKind::Other:
@@ -77,8 +76,9 @@ std::string ComparablePath(FileOperations& files, const std::string& path) {
 
 }  // namespace
 
-std::string ReadFile(FileOperations& files, const std::string& path) {
+std::optional<std::string> ReadFileIfPresent(FileOperations& files, const std::string& path) {
   const FileStatus status = files.Status(path);
+  if (status.kind == FileKind::Missing) return std::nullopt;
   RequireReadableKind(status, path);
   try {
     return ReadAll(files, path, status.size);
@@ -87,13 +87,19 @@ std::string ReadFile(FileOperations& files, const std::string& path) {
   }
 }
 
+std::string ReadFile(FileOperations& files, const std::string& path) {
+  std::optional<std::string> content = ReadFileIfPresent(files, path);
+  if (!content) RefuseToRead(ENOENT, "it does not exist", path);
+  return std::move(*content);
+}
+
 std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name) {
   try {
     if (files.Status(JoinPath(folder, name)).kind != FileKind::Missing) return name;
     const std::string folded = FoldCase(name);
     std::string found;
     int matches = 0;
-    for (const std::string& candidate : files.List(folder)) {
+    for (const auto& [candidate, isFolder] : files.List(folder)) {
       if (candidate == name) return name;
       if (FoldCase(candidate) != folded) continue;
       found = candidate;

@@ -53,13 +53,6 @@ FileKind KindOf(mode_t mode) {
   return S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
 }
 
-// Root may write everything; a file that nobody may write was protected on purpose and counts for root too.
-bool IsReadOnly(const std::string& path, mode_t mode) {
-  if ((mode & kAnyWrite) == 0) return true;
-  if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0) return false;
-  return errno == EACCES || errno == EPERM || errno == EROFS;
-}
-
 // Nothing when the path is no symbolic link.
 std::optional<std::string> LinkTarget(const std::string& path) {
   std::string target(256, '\0');
@@ -119,8 +112,16 @@ class PosixFiles : public FileOperations {
       if (errno == ENOENT || errno == ENOTDIR) return {};
       Fail("Cannot examine the file", path, errno);
     }
-    return {KindOf(status.st_mode), static_cast<std::uint64_t>(status.st_size),
-            IsReadOnly(path, status.st_mode)};
+    return {KindOf(status.st_mode), static_cast<std::uint64_t>(status.st_size)};
+  }
+
+  // Root may write everything; a file that nobody may write was protected on purpose and counts for root too.
+  bool IsReadOnly(const std::string& path) override {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) == -1) Fail("Cannot examine the file", path, errno);
+    if ((status.st_mode & kAnyWrite) == 0) return true;
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0) return false;
+    return errno == EACCES || errno == EPERM || errno == EROFS;
   }
 
   std::string ResolveLinks(const std::string& path) override {
@@ -133,19 +134,19 @@ class PosixFiles : public FileOperations {
     Fail("Cannot follow the symbolic link", path, ELOOP);
   }
 
-  std::vector<std::string> List(const std::string& folder) override {
+  std::vector<FolderEntry> List(const std::string& folder) override {
     const auto close = [](DIR* opened) { ::closedir(opened); };
     const std::unique_ptr<DIR, decltype(close)> opened(::opendir(folder.c_str()), close);
     if (!opened) Fail("Cannot list the folder", folder, errno);
-    std::vector<std::string> names;
+    std::vector<FolderEntry> entries;
     errno = 0;
     while (const dirent* entry = ::readdir(opened.get())) {
       std::string name = entry->d_name;
-      if (name != "." && name != "..") names.push_back(std::move(name));
+      if (name != "." && name != "..") entries.push_back({std::move(name), entry->d_type == DT_DIR});
       errno = 0;
     }
     if (errno != 0) Fail("Cannot list the folder", folder, errno);
-    return names;
+    return entries;
   }
 
   FileHandle OpenForReading(const std::string& path) override {

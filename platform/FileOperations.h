@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,11 @@ enum class FileKind { Missing, File, Folder, Other };
 struct FileStatus {
   FileKind kind = FileKind::Missing;
   std::uint64_t size = 0;  // bytes
-  bool readOnly = false;   // no write permission set for anybody, or this user may not write
+};
+
+struct FolderEntry {
+  std::string name;       // without path
+  bool isFolder = false;  // false for a symbolic link to a folder
 };
 
 // Who may use a file that did not exist before.
@@ -42,9 +47,11 @@ class FileOperations {
 
   // Follows links. A missing file is no failure.
   virtual FileStatus Status(const std::string& path) = 0;
+  // Whether an existing file has no write permission for anybody, or this user may not write it.
+  virtual bool IsReadOnly(const std::string& path) = 0;
   // The path of the file itself when `path` is a symbolic link (a dangling one too), else `path`.
   virtual std::string ResolveLinks(const std::string& path) = 0;
-  virtual std::vector<std::string> List(const std::string& folder) = 0;  // names without path, unordered
+  virtual std::vector<FolderEntry> List(const std::string& folder) = 0;  // unordered
 
   // Opening never waits, not even for a pipe's writer; creating fails when the file exists.
   virtual FileHandle OpenForReading(const std::string& path) = 0;
@@ -68,6 +75,8 @@ constexpr std::uint64_t kLargestFile = 16u * 1024 * 1024;  // bytes; larger file
 
 // The file's whole content. FileError when it is missing, unreadable, no ordinary file or too large.
 std::string ReadFile(FileOperations& files, const std::string& path);
+std::optional<std::string> ReadFileIfPresent(FileOperations& files,
+                                             const std::string& path);  // none if missing
 
 // The file or folder `name` inside `folder`, as it is spelled on the disk: the exact spelling first, else the
 // only name that differs in letter case; `name` as given when there is none or no single one.

@@ -35,9 +35,8 @@ Registry::Registry(FileOperations& files, std::string root) : files_(files), roo
 std::optional<std::string> Registry::ReadValue(const std::string& key, const std::string& value) const {
   const std::string folder = KeyFolder(files_, root_, key);
   const std::string path = JoinPath(folder, FindIgnoringCase(files_, folder, value));
-  const FileKind kind = files_.Status(path).kind;
-  if (kind == FileKind::Missing || kind == FileKind::Folder) return std::nullopt;  // a folder is a key
-  return ReadFile(files_, path);
+  if (files_.Status(path).kind == FileKind::Folder) return std::nullopt;  // a key
+  return ReadFileIfPresent(files_, path);
 }
 
 void Registry::WriteValue(const std::string& key, const std::string& value, const std::string& bytes) {

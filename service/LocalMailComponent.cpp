@@ -12,12 +12,9 @@ LocalMailComponent::LocalMailComponent(FileOperations& files, std::string progra
 std::string LocalMailComponent::InstallFolder() {
   if (const char* folder = std::getenv("PELLORIN_SERVICE_FOLDER"); folder != nullptr && *folder != '\0')
     return folder;
-  if (files_.Status(folderFile_).kind == FileKind::File) {
-    const std::string text = ReadFile(files_, folderFile_);
-    const std::string folder = text.substr(0, text.find_first_of("\r\n"));
-    if (!folder.empty()) return folder;
-  }
-  return programFolder_;
+  const std::string text = ReadFileIfPresent(files_, folderFile_).value_or("");
+  const std::string folder = text.substr(0, text.find_first_of("\r\n"));
+  return folder.empty() ? programFolder_ : folder;
 }
 
 }  // namespace pellorin

@@ -35,7 +35,7 @@ class ControlBinding {
   };
   using Handler = std::function<void()>;
 
-  ControlBinding(UserMessages& messages, Target target);
+  explicit ControlBinding(UserMessages& messages, Target target = {});
 
   void OnClick(QAbstractButton* button, Handler handler);
   void OnChoice(QComboBox* list, Handler handler);  // also when the shown entry is chosen again

@@ -1,7 +1,6 @@
 #include "ui/ControlTags.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -20,39 +19,43 @@ bool IsField(const QWidget& control) {
          qobject_cast<const QListWidget*>(&control) != nullptr;
 }
 
-// Fields that are on look like paper, fields that are off like the window behind them with muted text. The
-// style paints a drop-down list with the button colours, so those are set too.
+// Fields that are on look like paper; fields that are off, whoever disabled them, like the window behind them
+// with muted text. The style paints a drop-down list with the button colours, so those are set too.
 void Switch(QWidget& control, bool on) {
   control.setEnabled(on);
   if (!IsField(control)) return;
-  const QPalette application = QApplication::palette();
-  const QColor background = application.color(on ? QPalette::Base : QPalette::Button);
-  const QColor text =
-      on ? application.color(QPalette::ButtonText) : application.color(QPalette::Disabled, QPalette::Text);
-  QPalette palette = application;
+  const QPalette window = control.window()->palette();
+  QPalette palette = window;
   for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    palette.setColor(group, QPalette::Base, background);
-    palette.setColor(group, QPalette::Button, background);
-    palette.setColor(group, QPalette::Text, text);
-    palette.setColor(group, QPalette::ButtonText, text);
+    const bool isPaper = on && group != QPalette::Disabled;
+    const QColor background = window.color(QPalette::Active, isPaper ? QPalette::Base : QPalette::Button);
+    const QColor text = isPaper ? window.color(QPalette::Active, QPalette::ButtonText)
+                                : window.color(QPalette::Disabled, QPalette::Text);
+    for (const auto role : {QPalette::Base, QPalette::Button}) palette.setColor(group, role, background);
+    for (const auto role : {QPalette::Text, QPalette::ButtonText}) palette.setColor(group, role, text);
   }
   control.setPalette(palette);
 }
 
+void ClearOption(QAbstractButton& button) {
+  const bool isExclusive = button.autoExclusive();
+  button.setAutoExclusive(false);  // else an option button cannot be cleared
+  button.setChecked(false);
+  button.setAutoExclusive(isExclusive);
+}
+
 void Clear(QWidget& control) {
-  const QSignalBlocker blocker(control);
-  if (auto* text = qobject_cast<QLineEdit*>(&control)) {
-    text->clear();
-  } else if (auto* dropDown = qobject_cast<QComboBox*>(&control)) {
-    dropDown->setCurrentIndex(-1);
-  } else if (auto* list = qobject_cast<QListWidget*>(&control)) {
-    list->clear();
-  } else if (auto* button = qobject_cast<QAbstractButton*>(&control); button && button->isCheckable()) {
-    const bool isExclusive = button->autoExclusive();
-    button->setAutoExclusive(false);  // else an option button cannot be cleared
-    button->setChecked(false);
-    button->setAutoExclusive(isExclusive);
+  if (auto* button = qobject_cast<QAbstractButton*>(&control); button && button->isCheckable()) {
+    ClearOption(*button);  // its handler runs on clicks only
+    return;
   }
+  const QSignalBlocker blocker(control);
+  if (auto* text = qobject_cast<QLineEdit*>(&control))
+    text->clear();
+  else if (auto* dropDown = qobject_cast<QComboBox*>(&control))
+    dropDown->setCurrentIndex(-1);
+  else if (auto* list = qobject_cast<QListWidget*>(&control))
+    list->clear();
 }
 
 template <typename Action>
@@ -67,6 +70,17 @@ void ForEachTagged(QWidget& window, Action action) {
 
 std::string ControlTags::TagOf(const QWidget& control) {
   return control.property("tag").toString().toStdString();
+}
+
+QPalette ControlTags::WithReadableDisabledText(QPalette palette) {
+  const QColor text = palette.color(QPalette::Active, QPalette::Text);
+  const QColor ground = palette.color(QPalette::Active, QPalette::Button);
+  const auto between = [](int dark, int light) { return (dark + light) / 2; };
+  const QColor muted(between(text.red(), ground.red()), between(text.green(), ground.green()),
+                     between(text.blue(), ground.blue()));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, muted);
+  return palette;
 }
 
 void ControlTags::ToggleSection(std::string_view sectionKind, bool on) const {

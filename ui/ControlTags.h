@@ -3,6 +3,7 @@
 // palette. None of these operations runs a change handler.
 #pragma once
 
+#include <QPalette>
 #include <QWidget>
 #include <string_view>
 
@@ -18,6 +19,9 @@ class ControlTags {
   void ToggleControls(std::string_view switchTag) const;
   // Disables and empties every control of a section kind but those that are always on.
   void StartBrandNew(std::string_view sectionKind) const;
+
+  // The palette with muted texts that can still be read: a disabled field shows what is stored.
+  static QPalette WithReadableDisabledText(QPalette palette);
 
   static std::string TagOf(const QWidget& control);
 

@@ -19,8 +19,8 @@ std::string NameList(const std::vector<std::string>& names) {
 
 Message Compose(const NumberedError& error, const std::string& state) {
   std::string text = error.Description();
-  const bool namesPath = error.Path().empty() || text.find(error.Path()) != std::string::npos;
-  if (!namesPath) text += kLineBreak + error.Path();
+  const bool lacksPath = !error.Path().empty() && text.find(error.Path()) == std::string::npos;
+  if (lacksPath) text += kLineBreak + error.Path();
   text += state;
   text += std::string(kLineBreak) + kLineBreak + "Error Number: " + std::to_string(error.Number()) +
           kLineBreak + "Error Source: " + error.Source();

@@ -72,7 +72,7 @@ void MailPage::Fill() {
   FillOptions(*section);
   for (const TextRow& row : texts_) ShowValue(*row.control, *section, row.key);
   for (const NumberRow& row : numbers_) ShowValue(*row.control, *section, row.key);
-  FillUsername(section->GetValue("Username"));
+  FillUsername(*section);
 }
 
 void MailPage::FillOptions(const Section& section) {
@@ -92,23 +92,24 @@ void MailPage::FillOptions(const Section& section) {
   if (!hasMethod) tags_.ToggleControls(ControlTags::TagOf(*ui_->optAnonymous));
 }
 
-void MailPage::FillUsername(const std::string& username) {
+// A basic login's user name is shown as it is stored, also one with a domain: typing stores the box as a
+// whole.
+void MailPage::FillUsername(const Section& section) {
+  const std::string username = section.GetValue("Username");
   const std::size_t backslash = username.find('\\');
-  const bool hasDomain = backslash != std::string::npos;
-  const std::size_t user = hasDomain ? backslash + 1 : 0;
+  const bool hasDomain = backslash != std::string::npos && !ui_->optBasic->isChecked();
+  const std::string rest = hasDomain ? username.substr(backslash + 1) : username;
+  const std::string user = hasDomain ? rest.substr(0, rest.find('\\')) : rest;
   ui_->txtMailDomain->setText(QString::fromStdString(hasDomain ? username.substr(0, backslash) : ""));
-  ui_->txtMailUsername->setText(
-      QString::fromStdString(username.substr(user, username.find('\\', user) - user)));
+  ui_->txtMailUsername->setText(QString::fromStdString(user));
 }
 
 void MailPage::Choose(const OptionRow& option) {
   option.button->setChecked(true);
   tags_.ToggleControls(ControlTags::TagOf(*option.button));
   binding_.Persist(option.key, option.value);
-}
-
-void MailPage::SetText(QLineEdit& control, const std::string& text) {
-  control.setText(QString::fromStdString(text));
+  const auto quiet = binding_.KeepQuiet();
+  FillUsername(*session_.CurrentMail());
 }
 
 void MailPage::PersistUsername() {
@@ -169,9 +170,9 @@ void MailPage::AddNewMailServer(const std::string& name) {
   for (const QRadioButton* initial : {ui_->optAnonymous, ui_->optRemoteMailServer})
     for (const OptionRow& option : options_)
       if (option.button == initial) Choose(option);
-  SetText(*ui_->txtRemoteServerName, name);
-  SetText(*ui_->txtRemoteServerPort, "25");
-  SetText(*ui_->txtConnectionTimeout, "30");
+  ui_->txtRemoteServerName->setText(QString::fromStdString(name));
+  ui_->txtRemoteServerPort->setText(QStringLiteral("25"));
+  ui_->txtConnectionTimeout->setText(QStringLiteral("30"));
   ui_->txtSenderEmail->setFocus();
   emit session_.mailServersChanged();
 }
@@ -184,6 +185,7 @@ std::string MailPage::UsesOf(const std::string& name) const {
   };
   for (const auto& section : session_.Document()->Sections()) {
     if (section->SectionType != SectionType::Sql || section->IsDeleted()) continue;
+    if (name.empty()) continue;  // a setting that is not there uses no server
     if (section->GetValue("PrimaryMailServer") == name) addLine("Primary", *section);
     if (section->GetValue("SecondaryMailServer") == name) addLine("Secondary", *section);
   }
@@ -199,11 +201,12 @@ void MailPage::btnDeleteMailSettings_Click() {
     return;
   }
   if (!Ini::CanDelete(*section)) {
-    messages_.Show(
-        {.text = "The settings for server " + name +
-                 " cannot be deleted here, because the name holds \"|\". Please remove the section [" +
-                 section->Name + "] from this file with a text editor:\r\n" + session_.Document()->Path(),
-         .icon = MessageIcon::Exclamation});
+    const char* reason =
+        section->IsTwin() ? "the file holds two sections of this name" : "the name holds \"|\"";
+    messages_.Show({.text = "The settings for server " + name + " cannot be deleted here, because " + reason +
+                            ". Please edit the section [" + section->Name +
+                            "] of this file with a text editor:\r\n" + session_.Document()->Path(),
+                    .icon = MessageIcon::Exclamation});
     return;
   }
   if (messages_.Show({.text = "Do you want to delete settings for server " + name + "?",

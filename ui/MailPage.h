@@ -40,9 +40,8 @@ class MailPage : public SectionPage {
   void BindControls();
   void Fill();
   void FillOptions(const Section& section);
-  void FillUsername(const std::string& username);
-  void Choose(const OptionRow& option);                       // as the user would, but for the focus
-  void SetText(QLineEdit& control, const std::string& text);  // as the user would
+  void FillUsername(const Section& section);
+  void Choose(const OptionRow& option);  // as the user would, but for the focus
   void PersistUsername();
   bool IsDuplicate(const std::string& name) const;
   std::string UsesOf(const std::string& name) const;

@@ -7,11 +7,7 @@ namespace pellorin {
 QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags)
     : SectionPage(SectionType::Queue, session, messages, tags),
       ui_(std::make_unique<Ui::frmQueues>()),
-      binding_(messages,
-               {.section = [this] { return session_.CurrentQueue(); },
-                .persist = [this](const std::string& key,
-                                  const std::string& value) { session_.PersistQueueSetting(key, value); },
-                .refill = [this] { ShowSelected(); }}) {
+      binding_(messages) {
   ui_->setupUi(this);
   UseSelector(*ui_->cmbQueues);
   binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });

@@ -12,11 +12,7 @@ const QString kNoDatabase = QStringLiteral("None");
 SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags)
     : SectionPage(SectionType::Sql, session, messages, tags),
       ui_(std::make_unique<Ui::frmSql>()),
-      binding_(messages,
-               {.section = [this] { return session_.CurrentSql(); },
-                .persist = [this](const std::string& key,
-                                  const std::string& value) { session_.PersistSqlSetting(key, value); },
-                .refill = [this] { ShowSelected(); }}) {
+      binding_(messages) {
   ui_->setupUi(this);
   UseSelector(*ui_->cmbSQLServer);
   binding_.OnChoice(ui_->cmbSQLServer, [this] { ShowSelected(); });

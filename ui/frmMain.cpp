@@ -28,6 +28,8 @@ frmMain::frmMain(const Components& components)
                 .refill = [this] { FillScheduler(); }}) {
   LoadPictures();
   ui_->setupUi(this);
+  setPalette(ControlTags::WithReadableDisabledText(palette()));
+  setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
   AddPages();
   BindControls();
   IgnoreWheelWithoutFocus(*this);
@@ -41,13 +43,14 @@ void frmMain::AddPages() {
   sqlPage_ = new SqlPage(session_, components_.messages, tags_);
   queuesPage_ = new QueuesPage(session_, components_.messages, tags_);
   pages_ = {mailPage_, sqlPage_, queuesPage_};
-  const auto addTab = [this](QWidget* page, const char* caption, const char* tip) {
-    ui_->tabMain->setTabToolTip(ui_->tabMain->addTab(page, QString::fromUtf8(caption)),
-                                QString::fromUtf8(tip));
+  const auto addTab = [this](QWidget* page, const char* caption, const char* key, const char* tip) {
+    const int index = ui_->tabMain->addTab(page, QString::fromUtf8(caption));
+    ui_->tabMain->tabBar()->setTabData(index, QString::fromUtf8(key));
+    ui_->tabMain->setTabToolTip(index, QString::fromUtf8(tip));
   };
-  addTab(mailPage_, kMailTab, "Configure Mail Servers");
-  addTab(sqlPage_, kSqlTab, "Configure Sql Servers");
-  addTab(queuesPage_, kQueuesTab, "Configure Queues");
+  addTab(mailPage_, kMailTab, "Mail", "Configure Mail Servers");
+  addTab(sqlPage_, kSqlTab, "Sql", "Configure Sql Servers");
+  addTab(queuesPage_, kQueuesTab, "Queue", "Configure Queues");
   // The pages joined the window last, but Tab leads through them before the common area below them.
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
@@ -72,8 +75,11 @@ void frmMain::BindControls() {
   addShortcut(QKeySequence(QKeySequence::Save), ui_->btnSave);
   addShortcut(QKeySequence(Qt::Key_F1), ui_->btnHelp);
 
-  connect(&session_, &ConfigurationSession::edited, this,
-          [this] { setWindowModified(session_.Document() != nullptr && session_.Document()->HasChanges()); });
+  connect(&session_, &ConfigurationSession::edited, this, [this] {
+    const bool hasChanges = session_.Document() != nullptr && session_.Document()->HasChanges();
+    setWindowModified(hasChanges);
+    if (hasChanges) tags_.ToggleSection("Main", true);  // what can be edited can be saved
+  });
   connect(&session_, &ConfigurationSession::validationFailed, this, [this](SectionType type) {
     for (SectionPage* page : pages_)
       if (page->Type() == type) ui_->tabMain->setCurrentWidget(page);

@@ -106,9 +106,7 @@ void frmMain::FillSelectors() {
 
 void frmMain::ShowNewInstallation() {
   for (const char* kind : {"Main", "Mail", "Sql", "Queue"}) StartBrandNew(kind);
-  const auto quiet = binding_.KeepQuiet();
-  ui_->txtSchedulerUsername->clear();
-  ui_->txtSchedulerPassword->clear();
+  FillScheduler();  // a file may hold the scheduler's account and nothing else
   MakeTabVisible(kMailTab);
 }
 

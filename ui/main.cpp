@@ -17,9 +17,13 @@ namespace {
   std::_Exit(EXIT_FAILURE);
 }
 
-// Qt warns at length and aborts when it cannot reach a display: one line and an orderly end instead.
-void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*text*/) {
-  if (type == QtFatalMsg) EndWithoutDisplay();
+// Qt warns at length and aborts when it cannot reach a display: one line and an orderly end instead. A
+// platform that was asked for by name is named by Qt.
+void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+  if (type != QtFatalMsg) return;
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) EndWithoutDisplay();
+  std::fprintf(stderr, "PellorinConfig: %s\n", qPrintable(text.section(QLatin1Char('\n'), 0, 0)));
+  std::_Exit(EXIT_FAILURE);
 }
 
 bool NamesPlatform(int argumentCount, char** arguments) {

@@ -174,8 +174,8 @@ TEST(Ini, CountsAndDeletesSections) {
       Failure(5, "PellorinConfig.exe, Collection", "There is no element \"MAIL:a\" in this collection", ""));
   EXPECT_FALSE(Ini::CanDelete(*document->GetSection("MAIL:x|y")));
   EXPECT_EQ(FailureOf([&] { document->Delete("MAIL:x|y"); }),
-            Failure(50111, "PellorinConfig.exe, Ini, Delete",
-                    "Section MAIL:x|y cannot be deleted: its name holds \"|\"", folder.IniPath()));
+            Failure(50111, "PellorinConfig.exe, Ini, Delete", "Section MAIL:x|y can only be deleted by hand",
+                    folder.IniPath()));
   document->GetSection("MAIL:x|y")->SetValue("k", "v");
   document->Save();  // it can be changed all the same
   EXPECT_EQ(folder.IniBytes(), "[ADMIN:Pellorin]\n[MAIL:b]\n[SQL:c]\n[MAIL:x|y]\nk=v\n");
@@ -336,6 +336,21 @@ TEST(IniSave, WritesNoSectionThatCouldNotBeReadAgain) {
   EXPECT_EQ(folder.Loaded()->GetSection("MAIL:a")->GetValue("long").size(), 9989u);
 }
 
+TEST(IniSave, RefusesANameThatCouldNotBeReadAgain) {
+  std::string ini;
+  for (int number = 100; number < 199; ++number)  // 99 names of 100 bytes: 9,900 of the 9,998 that are read
+    ini += "[MAIL:" + std::string(91, 'm') + std::to_string(number) + "]\r\nx=1\r\n";
+  for (const std::size_t length : {92, 93}) {
+    const ServiceFolder folder(ini);
+    const auto document = folder.Loaded();
+    document->Add("MAIL:" + std::string(length, 'n'), SectionType::Mail).SetValue("x", "1");
+    const std::string failure = FailureOf([&] { document->Save(); });
+    EXPECT_EQ(failure == "no failure", length == 92) << failure;
+    EXPECT_EQ(folder.IniBytes().size() > ini.size(), length == 92);
+    EXPECT_TRUE(folder.Loaded()->NamesNotLoaded().empty());
+  }
+}
+
 TEST(IniSave, NeverOverwritesASectionWhoseNameWasNotLoaded) {
   std::string bytes;
   for (int number = 100; number < 800; ++number) bytes += "[MAIL:server " + std::to_string(number) + "]\r\n";
@@ -381,10 +396,14 @@ TEST(IniSave, TakesTheFileAsItIsAtThatMoment) {
   document->Delete("mail:OTHER");
   document->Save();
   EXPECT_EQ(folder.IniBytes(), "; new\r\n[SQL:b]\r\ny=changed\r\n[MAIL:a]\r\nx=2\r\n[MAIL:other]\r\nz=1\r\n");
-  fs::remove(folder.IniPath());  // a file that went away is written anew
-  document->GetSection("SQL:b")->SetValue("y", "3");
-  document->Save();
-  EXPECT_EQ(folder.IniBytes(), "[SQL:b]\r\ny=3\r\n");
+  for (const char* lost : {"", "\r\n"}) {  // a file that went away or was emptied gets everything back
+    fs::remove(folder.IniPath());
+    if (*lost != '\0') folder.Write("Pellorin.ini", lost);
+    document->GetSection("SQL:b")->SetValue("y", *lost == '\0' ? "3" : "4");
+    document->Save();
+    EXPECT_EQ(folder.IniBytes(),
+              lost + ("[SQL:b]\r\ny="s + (*lost == '\0' ? "3" : "4")) + "\r\n[MAIL:a]\r\nx=2\r\n");
+  }
 }
 
 TEST(IniSave, RefusesAReadOnlyFileForEverybody) {

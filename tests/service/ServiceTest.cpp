@@ -34,8 +34,14 @@ TEST(MailComponent, TellsTheInstallFolderByEnvironmentThenFileThenProgram) {
   EXPECT_EQ(component.InstallFolder(), "/srv/environment");
   ::unsetenv("PELLORIN_SERVICE_FOLDER");
   std::filesystem::remove(file);
-  std::filesystem::create_directory(file);
   EXPECT_EQ(component.InstallFolder(), "/program");
+  std::filesystem::create_directory(file);  // a mistake to be told, not to be passed over
+  try {
+    ADD_FAILURE() << component.InstallFolder();
+  } catch (const FileError& error) {
+    EXPECT_EQ(error.Path(), file);
+    EXPECT_EQ(error.Description(), "Cannot read the file: it is a folder");
+  }
 }
 
 constexpr const char* kKey = "SYSTEM/CurrentControlSet/Services/EventLog/Application/Pellorin";

@@ -22,12 +22,17 @@ FileStatus FailingFiles::Status(const std::string& path) {
   return real_.Status(path);
 }
 
+bool FailingFiles::IsReadOnly(const std::string& path) {
+  if (Fails()) Fail(path);
+  return real_.IsReadOnly(path);
+}
+
 std::string FailingFiles::ResolveLinks(const std::string& path) {
   if (Fails()) Fail(path);
   return real_.ResolveLinks(path);
 }
 
-std::vector<std::string> FailingFiles::List(const std::string& folder) {
+std::vector<FolderEntry> FailingFiles::List(const std::string& folder) {
   if (Fails()) Fail(folder);
   return real_.List(folder);
 }

@@ -15,8 +15,9 @@ class FailingFiles : public FileOperations {
   int Count() const { return count_; }  // operations since FailAt
 
   FileStatus Status(const std::string& path) override;
+  bool IsReadOnly(const std::string& path) override;
   std::string ResolveLinks(const std::string& path) override;
-  std::vector<std::string> List(const std::string& folder) override;
+  std::vector<FolderEntry> List(const std::string& folder) override;
   FileHandle OpenForReading(const std::string& path) override;
   FileHandle OpenFolder(const std::string& path) override;
   FileHandle CreateNew(const std::string& path, NewFileAccess access) override;

@@ -178,7 +178,8 @@ TEST_F(Mail, UserNamesOfTheThreeLogins) {
       {"2", "\\bob", "bob", "", "eve", "", "\\eve"},
       {"2", "D\\", "", "D", "e", "", "D\\e"},
       {"2", "D\\b\\c", "b", "D", "", "", "D\\b\\c"},  // showing stores nothing
-      {"1", "D\\b", "b", "D", "e", "", "e"},
+      {"1", "D\\b", "D\\b", "", "", "", "D\\b"},      // typing would store the box as a whole
+      {"1", "D\\b", "D\\b", "", "e", "", "e"},
       {"1", "b", "b", "", "D\\e", "", "D\\e"},
   };
   for (const auto& row : cases) {
@@ -298,7 +299,7 @@ TEST_F(Mail, KeepsServersThatAreInUseOrCannotBeNamed) {
   ASSERT_TRUE(Start(Replaced(kMailOne, "MAIL:one", "MAIL:a|b")));
   messages.WillShow(
       {.text = "The settings for server a|b cannot be deleted here, because the name holds \"|\". "
-               "Please remove the section [MAIL:a|b] from this file with a text editor:\r\n" +
+               "Please edit the section [MAIL:a|b] of this file with a text editor:\r\n" +
                IniPath(),
        .icon = MessageIcon::Exclamation});
   Click("btnDeleteMailSettings");
@@ -326,7 +327,7 @@ TEST_F(Mail, CannotLeaveAFaultyServerByKeyboardEither) {
 }
 
 TEST_F(Mail, TellsTwoServersOfOneNameApart) {
-  ASSERT_TRUE(Start(kMailOne + kMailTwo + kMailOne + kSql));
+  ASSERT_TRUE(Start(kMailOne + kMailTwo + kMailOne));
   EXPECT_EQ(Entries("cmbMailServer"), (Names{"one", "two", "one"}));
   Choose("cmbMailServer", 2);
   Replace("txtDefaultDomain", "third");
@@ -334,6 +335,25 @@ TEST_F(Mail, TellsTwoServersOfOneNameApart) {
   EXPECT_EQ(Text("txtDefaultDomain"), "");
   Choose("cmbMailServer", 2);
   EXPECT_EQ(Text("txtDefaultDomain"), "third");
+
+  // Only the first of them can be reached in the file: the other is neither removed nor written.
+  messages.WillShow(
+      {.text = "The settings for server one cannot be deleted here, because the file holds two "
+               "sections of this name. Please edit the section [MAIL:one] of this file with a text "
+               "editor:\r\n" +
+               IniPath(),
+       .icon = MessageIcon::Exclamation});
+  Click("btnDeleteMailSettings");
+  const std::string before = IniBytes();
+  messages.WillShow(
+      {.text = "Could not save section MAIL:one\r\nThe file holds two sections of this name, and only "
+               "the first can be reached. Please rename one in the file.\r\n" +
+               IniPath() +
+               "\r\n\r\nSaved: nothing\r\nNot saved: MAIL:one\r\n\r\nError Number: 50111\r\nError "
+               "Source: PellorinConfig.exe, Section, Save",
+       .icon = MessageIcon::Critical});
+  Click("btnSave");
+  EXPECT_EQ(IniBytes(), before);
 }
 
 TEST_F(Mail, NamesAKeyInAnotherLetterCase) {
