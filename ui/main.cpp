@@ -17,12 +17,13 @@ namespace {
   std::_Exit(EXIT_FAILURE);
 }
 
-// Qt warns at length and aborts when it cannot reach a display: one line and an orderly end instead. A
-// platform that was asked for by name is named by Qt.
-void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+// Qt warns at length and aborts when it cannot reach a display: one line and an orderly end instead.
+void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*text*/) {
   if (type != QtFatalMsg) return;
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) EndWithoutDisplay();
-  std::fprintf(stderr, "PellorinConfig: %s\n", qPrintable(text.section(QLatin1Char('\n'), 0, 0)));
+  std::fprintf(stderr,
+               "PellorinConfig: its window cannot be opened on the platform \"%s\" (QT_QPA_PLATFORM).\n",
+               qgetenv("QT_QPA_PLATFORM").constData());
   std::_Exit(EXIT_FAILURE);
 }
 
