@@ -192,7 +192,8 @@ class PosixFiles : public FileOperations {
     if (::fstat(Descriptor(to), &present) == -1) Fail("Cannot examine the file", {}, errno);
     const uid_t owner = wanted.st_uid == present.st_uid ? static_cast<uid_t>(-1) : wanted.st_uid;
     const gid_t group = wanted.st_gid == present.st_gid ? static_cast<gid_t>(-1) : wanted.st_gid;
-    if (::fchown(Descriptor(to), owner, group) == -1) FailToKeepOwner(from, errno);
+    const bool isOthers = owner != static_cast<uid_t>(-1) || group != static_cast<gid_t>(-1);
+    if (isOthers && ::fchown(Descriptor(to), owner, group) == -1) FailToKeepOwner(from, errno);
     if (!CopyAccessList(Descriptor(to), from)) Fail("The file's access list cannot be kept", from, errno);
     if (::fchmod(Descriptor(to), wanted.st_mode & kAccessBits) == -1) {
       Fail("The file's mode cannot be kept", from, errno);
