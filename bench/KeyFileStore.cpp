@@ -42,13 +42,6 @@ KeyFile LoadKeyFile(const std::string& path, GKeyFileFlags flags) {
   return file;
 }
 
-KeyFile ParseKeyFile(const std::string& bytes) {
-  KeyFile file(g_key_file_new());
-  Check(g_key_file_load_from_data(file.get(), bytes.data(), bytes.size(), G_KEY_FILE_NONE, nullptr) != FALSE,
-        "parse the key file");
-  return file;
-}
-
 void SaveValueWithKeyFile(const std::string& path, const std::string& section, const char* key,
                           const char* value) {
   const KeyFile file = LoadKeyFile(path, G_KEY_FILE_KEEP_COMMENTS);

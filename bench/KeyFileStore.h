@@ -17,8 +17,6 @@ using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
 // std::runtime_error when the file cannot be read.
 KeyFile LoadKeyFile(const std::string& path, GKeyFileFlags flags);
 
-KeyFile ParseKeyFile(const std::string& bytes);
-
 // Reads the file as it is at that moment, comments included, changes one value and replaces the file durably.
 void SaveValueWithKeyFile(const std::string& path, const std::string& section, const char* key,
                           const char* value);

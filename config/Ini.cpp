@@ -59,8 +59,8 @@ std::int16_t Ini::NumOfSections(SectionType type) const {
 }
 
 bool Ini::HasChanges() const {
-  return std::any_of(sections_.begin(), sections_.end(),
-                     [](const auto& section) { return section->HasChanges(); });
+  return isRestoring_ || std::any_of(sections_.begin(), sections_.end(),
+                                     [](const auto& section) { return section->HasChanges(); });
 }
 
 void Ini::Delete(std::string_view sectionName) {
@@ -94,6 +94,7 @@ Section& Ini::AdminSection() {
 void Ini::Load(const std::string& iniFileName) {
   std::string bytes = file_.Open(iniFileName);
   if (IniFile::IsBlank(bytes)) {  // a new installation: its queue folder is not looked at
+    queues_.FindFolder();
     AdminSection();
     return;
   }
@@ -107,16 +108,13 @@ void Ini::LoadSections(const ProfileFile& file) {
   const ProfileText read = file.SectionNames(kProfileBufferSize);
   if (read.buffer.empty()) throw NumberedError(50100, kLoadSource, "Could not load .INI file", Path());
   const ProfileText whole = file.SectionNames(std::numeric_limits<std::size_t>::max());
-  const std::vector<std::string_view> namesRead = read.Pieces();
   SectionType type = SectionType::Mail;
-  std::size_t position = 0;
   std::set<std::string> namesSeen;
   for (const std::string_view ansiName : whole.Pieces()) {
     const std::string name = AnsiToUtf8(ansiName);
     // The last name within the limit may have been cut: it is no name that the file holds.
-    const bool isLoaded = position < namesRead.size() && namesRead[position] == ansiName;
-    ++position;
-    if (!isLoaded) {
+    const auto end = static_cast<std::size_t>(ansiName.data() + ansiName.size() - whole.buffer.data());
+    if (end > read.buffer.size()) {
       namesNotLoaded_.push_back(name);
       continue;
     }
@@ -140,12 +138,14 @@ bool Ini::IsFileLost() const {
   const auto changed = std::find_if(sections_.begin(), sections_.end(), [](const auto& section) {
     return section->SectionType != SectionType::Queue && section->HasChanges();
   });
-  return changed != sections_.end() && (*changed)->IsFileEmpty();
+  const bool wasLoaded = std::any_of(sections_.begin(), sections_.end(),
+                                     [](const auto& section) { return section->IsWholeIniSection(); });
+  return wasLoaded && changed != sections_.end() && (*changed)->IsFileEmpty();
 }
 
 void Ini::Save() {
   lastSave_ = {};
-  const bool fileIsLost = IsFileLost();
+  isRestoring_ = isRestoring_ || IsFileLost();
   for (std::size_t position = sections_.Count(); position >= 1; --position) {
     Section& section = sections_.Item(position);
     if (!section.IsDeleted()) continue;
@@ -155,11 +155,11 @@ void Ini::Save() {
   }
   for (std::size_t position = sections_.Count(); position >= 1; --position) {
     Section& section = sections_.Item(position);
-    const bool isLost = fileIsLost && section.SectionType != SectionType::Queue && section.Count() > 0;
-    if (!section.HasChanges() && !isLost) continue;
+    if (!section.HasChanges() && !(isRestoring_ && section.IsWholeIniSection())) continue;
     section.Save();
     lastSave_.written.push_back(section.Name);
   }
+  isRestoring_ = false;
 }
 
 }  // namespace pellorin

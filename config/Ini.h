@@ -86,6 +86,7 @@ class Ini {
   std::string validationError_;
   std::vector<std::string> namesNotLoaded_;
   SaveReport lastSave_;
+  bool isRestoring_ = false;  // the file was lost, and no save has written it whole since
 };
 
 }  // namespace pellorin

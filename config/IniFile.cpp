@@ -9,8 +9,12 @@ namespace pellorin {
 IniFile::IniFile(FileOperations& files, std::string folder) : files_(files), folder_(std::move(folder)) {}
 
 std::string IniFile::Open(const std::string& fileName) {
-  path_ = JoinPath(folder_, FindIgnoringCase(files_, folder_, fileName));
+  path_ = JoinPath(folder_, fileName);
   std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
+  if (!bytes) {  // perhaps in other letter case
+    path_ = JoinPath(folder_, FindIgnoringCase(files_, folder_, fileName));
+    bytes = ReadFileIfPresent(files_, path_);
+  }
   if (bytes) return std::move(*bytes);
   WriteFileAtomically(files_, path_, "", NewFileAccess::OwnerAndFolderGroup);
   return {};

@@ -25,15 +25,28 @@ std::size_t FindExtension(const std::string& fileName) {
 }  // namespace
 
 QueueFolder::QueueFolder(FileOperations& files, const std::string& programFolder)
-    : files_(files), folder_(JoinPath(programFolder, FindIgnoringCase(files, programFolder, kFolderName))) {}
+    : files_(files), programFolder_(programFolder), folder_(JoinPath(programFolder, kFolderName)) {}
 
-std::vector<QueueFolder::QueueFile> QueueFolder::Queues() const {
+void QueueFolder::FindFolder() {
+  folder_ = JoinPath(programFolder_, FindIgnoringCase(files_, programFolder_, kFolderName));
+}
+
+std::vector<FolderEntry> QueueFolder::Entries() {
+  try {
+    return files_.List(folder_);
+  } catch (const FileError&) {
+    FindFolder();
+    return files_.List(folder_);
+  }
+}
+
+std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
   struct Sorted {
     std::string foldedName;
     QueueFile file;
   };
   std::vector<Sorted> found;
-  for (const auto& [fileName, isFolder] : files_.List(folder_)) {
+  for (const auto& [fileName, isFolder] : Entries()) {
     if (isFolder || !FoldCase(fileName).ends_with(kExtension) || fileName == kTemplateName) continue;
     std::string queueName = fileName;
     queueName.erase(FindExtension(fileName), 4);

@@ -18,9 +18,11 @@ class QueueFolder {
 
   QueueFolder(FileOperations& files, const std::string& programFolder);
 
+  // Finds the folder in another spelling of its name when there is none of the usual one.
+  void FindFolder();
   // All queue files, ordered by queue name without regard to letter case. FileError when the folder cannot be
   // read.
-  std::vector<QueueFile> Queues() const;
+  std::vector<QueueFile> Queues();
 
   std::string PathOf(const std::string& fileName) const;
   std::string TemplatePath() const;
@@ -30,7 +32,10 @@ class QueueFolder {
   static bool StaysInside(const std::string& queueName);
 
  private:
+  std::vector<FolderEntry> Entries();
+
   FileOperations& files_;
+  std::string programFolder_;
   std::string folder_;
 };
 

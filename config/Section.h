@@ -82,12 +82,17 @@ class Section {
   // written.
   bool IsTwin() const { return isTwin_; }
   void SetIsTwin() { isTwin_ = true; }
+  // Whether it came from the INI file and is all that the file held of it.
+  bool IsWholeIniSection() const {
+    return SectionType != pellorin::SectionType::Queue && isOriginal_ && !isTwin_ && !cutOffOnLoading_;
+  }
   // The name without the prefix of its type ("MAIL:", "SQL:", "ADMIN:", in any letter case), as selectors
   // show it.
   std::string DisplayName() const;
 
  private:
   void AddLoaded(std::string name, std::string value);
+  void AddLoadedLines(std::string_view ansiText);
   void AddLoadedLine(std::string_view ansiLine);
   void LoadQueue();
   void ReadQueueDocument(const std::string& path);

@@ -72,16 +72,24 @@ void Section::Load() {
 
 void Section::LoadFrom(const ProfileFile& file) {
   isOriginal_ = true;
-  const ProfileText lines = file.SectionLines(Utf8ToAnsi(Name).value_or(""), kProfileBufferSize);
-  cutOffOnLoading_ = lines.cutOff;
   try {
-    const std::vector<std::string_view> pieces = lines.Pieces();
-    settings_.Reserve(pieces.size());
-    for (const std::string_view line : pieces) AddLoadedLine(line);
+    constexpr std::size_t kUsualEntries = 16;
+    settings_.Reserve(kUsualEntries);
+    cutOffOnLoading_ = file.ForEachLine(Utf8ToAnsi(Name).value_or(""), kProfileBufferSize,
+                                        [this](std::string_view line) { AddLoadedLines(line); });
   } catch (const CollectionError& error) {
     throw CollectionError(error.Number(), error.Source(),
                           "Section " + Name + " holds an entry twice: " + error.Description(), Owner->Path());
   }
+}
+
+// A NUL ends a line as well.
+void Section::AddLoadedLines(std::string_view ansiText) {
+  for (std::size_t nul = ansiText.find('\0'); nul != std::string_view::npos; nul = ansiText.find('\0')) {
+    if (nul > 0) AddLoadedLine(ansiText.substr(0, nul));
+    ansiText.remove_prefix(nul + 1);
+  }
+  if (!ansiText.empty()) AddLoadedLine(ansiText);
 }
 
 void Section::AddLoadedLine(std::string_view ansiLine) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #include "platform/Utf8.h"
 
@@ -26,9 +28,16 @@ std::optional<char> AnsiCodeOf(char32_t character) {
 
 // Nearly every text is, and then it is the same in both.
 bool IsAscii(std::string_view text) {
-  unsigned char bits = 0;
-  for (const char byte : text) bits |= static_cast<unsigned char>(byte);
-  return bits < kFirstSpecial;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080u;
+  std::uint64_t bits = 0;
+  std::uint64_t word = 0;
+  std::size_t position = 0;
+  for (; position + sizeof word <= text.size(); position += sizeof word) {
+    std::memcpy(&word, text.data() + position, sizeof word);
+    bits |= word;
+  }
+  for (; position < text.size(); ++position) bits |= static_cast<unsigned char>(text[position]);
+  return (bits & kHighBits) == 0;
 }
 
 }  // namespace

@@ -19,13 +19,17 @@ std::string FoldedName(std::string_view name) {
   return ascii ? FoldCase(name) : FoldCase(AnsiToUtf8(name));
 }
 
-// `text`: every text with a NUL behind it. A buffer needs room for one NUL more; what does not fit is cut off
-// so that two NULs end the buffer.
-ProfileText ThroughBuffer(std::string text, std::size_t bufferSize) {
-  const std::size_t room = bufferSize < 2 ? 0 : bufferSize - 2;
-  const bool cutOff = text.size() > room + 1;
-  if (text.size() > room) text.resize(room);
-  return {std::move(text), cutOff};
+// What of a buffer the texts may take, each with a NUL behind it: two NULs end the buffer.
+std::size_t RoomOf(std::size_t bufferSize) {
+  return bufferSize < 2 ? 0 : bufferSize - 2;
+}
+
+// Where the line of this bracket begins when only blanks stand between: then it is a header.
+std::size_t BeginOfHeader(std::string_view all, std::size_t first, std::size_t bracket) {
+  std::size_t begin = bracket;
+  while (begin > first && (all[begin - 1] == ' ' || all[begin - 1] == '\t')) --begin;
+  const bool atLineBegin = begin == first || all[begin - 1] == '\n' || all[begin - 1] == '\r';
+  return atLineBegin ? begin : std::string_view::npos;
 }
 
 }  // namespace
@@ -42,13 +46,16 @@ std::vector<std::string_view> ProfileText::Pieces() const& {
 
 ProfileFile::ProfileFile(std::string bytes) : bytes_(std::move(bytes)) {
   const std::string_view all = bytes_;
-  std::size_t position = all.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
-  firstLine_ = position;
-  while (position < all.size()) {
-    const std::size_t begin = position;
-    const ProfileLine line = TakeProfileLine(all, position);
-    if (KindOfProfileLine(line.text) != ProfileLineKind::Header) continue;
-    AddSection(line.text, begin, position);
+  firstLine_ = all.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
+  for (std::size_t bracket = all.find('[', firstLine_); bracket != std::string_view::npos;) {
+    const std::size_t begin = BeginOfHeader(all, firstLine_, bracket);
+    std::size_t next = bracket + 1;
+    if (begin != std::string_view::npos) {
+      next = begin;
+      const ProfileLine line = TakeProfileLine(all, next);
+      AddSection(line.text, begin, next);
+    }
+    bracket = all.find('[', next);
   }
   if (!sections_.empty()) sections_.back().end = all.size();
 }
@@ -67,24 +74,39 @@ const ProfileFile::Span* ProfileFile::Find(std::string_view section) const {
 }
 
 ProfileText ProfileFile::SectionNames(std::size_t bufferSize) const {
-  std::string text;
-  for (const Span& section : sections_) (text += section.name) += '\0';
-  return ThroughBuffer(std::move(text), bufferSize);
+  const std::size_t room = RoomOf(bufferSize);
+  ProfileText names;
+  for (const Span& section : sections_) (names.buffer += section.name) += '\0';
+  names.cutOff = names.buffer.size() > room && names.buffer.size() - room > 1;
+  if (names.buffer.size() > room) names.buffer.resize(room);
+  return names;
+}
+
+bool ProfileFile::ForEachLine(std::string_view section, std::size_t bufferSize,
+                              const std::function<void(std::string_view)>& take) const {
+  const Span* span = Find(section);
+  if (span == nullptr) return false;
+  const std::string_view body = std::string_view(bytes_).substr(span->body, span->end - span->body);
+  std::size_t room = RoomOf(bufferSize);
+  std::string stripped;
+  for (std::size_t position = 0; position < body.size();) {
+    const std::string_view line = WithoutBlanks(TakeProfileLine(body, position).text);
+    if (line.empty() || line.front() == ';') continue;
+    if (room == 0) return true;
+    const std::string_view entry = EntryAsRead(line, stripped);
+    take(entry.substr(0, room));
+    if (entry.size() > room) return true;
+    room -= std::min(room, entry.size() + 1);
+  }
+  return false;
 }
 
 ProfileText ProfileFile::SectionLines(std::string_view section, std::size_t bufferSize) const {
-  const Span* span = Find(section);
-  if (span == nullptr) return {};
-  const std::string_view body = std::string_view(bytes_).substr(span->body, span->end - span->body);
-  std::string text;
-  text.reserve(body.size() + 1);
-  for (std::size_t position = 0; position < body.size();) {
-    const ProfileLine line = TakeProfileLine(body, position);
-    if (KindOfProfileLine(line.text) != ProfileLineKind::Entry) continue;
-    AppendEntry(text, line.text);
-    text += '\0';
-  }
-  return ThroughBuffer(std::move(text), bufferSize);
+  ProfileText lines;
+  lines.cutOff =
+      ForEachLine(section, bufferSize, [&lines](std::string_view line) { (lines.buffer += line) += '\0'; });
+  lines.buffer.resize(std::min(lines.buffer.size(), RoomOf(bufferSize)));
+  return lines;
 }
 
 bool ProfileFile::HasSection(std::string_view section) const {

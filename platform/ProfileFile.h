@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,8 +31,12 @@ class ProfileFile {
   // In file order, spelled as in the file, duplicates included.
   ProfileText SectionNames(std::size_t bufferSize) const;
 
-  // The lines of the first section of that name, blanks around name and value stripped. Empty when there is
-  // none.
+  // Hands over the lines of the first section of that name, blanks around name and value stripped, as far as
+  // the buffer takes them; the last may be cut. Each view holds for the one call only. Returns whether some
+  // byte but the last NUL did not fit.
+  bool ForEachLine(std::string_view section, std::size_t bufferSize,
+                   const std::function<void(std::string_view)>& take) const;
+  // All of them at once. Empty when there is no such section.
   ProfileText SectionLines(std::string_view section, std::size_t bufferSize) const;
   bool HasSection(std::string_view section) const;
 

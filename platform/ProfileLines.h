@@ -50,4 +50,18 @@ inline void AppendEntry(std::string& text, std::string_view line) {
   text += WithoutBlanks(entry.substr(equals + 1));
 }
 
+// The same for a line without outer blanks, without a copy where the line has no blanks round its "="; else
+// `stripped` holds the entry.
+inline std::string_view EntryAsRead(std::string_view line, std::string& stripped) {
+  const auto blank = [](char byte) { return byte == ' ' || byte == '\t'; };
+  const std::size_t equals = line.find('=');
+  if (equals == std::string_view::npos) return line;
+  const bool blankBefore = equals > 0 && blank(line[equals - 1]);
+  const bool blankBehind = equals + 1 < line.size() && blank(line[equals + 1]);
+  if (!blankBefore && !blankBehind) return line;
+  stripped.clear();
+  AppendEntry(stripped, line);
+  return stripped;
+}
+
 }  // namespace pellorin

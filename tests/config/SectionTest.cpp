@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <cstdlib>
+#include <regex>
 
 #include "config/SectionNames.h"
 #include "tests/config/ServiceFolder.h"
@@ -15,59 +16,38 @@ using test::ServiceFolder;
 using test::Shown;
 using std::string_literals::operator""s;
 
-int ErrorNumber(const std::function<void()>& action) {
-  try {
-    action();
-    return 0;
-  } catch (const CollectionError& error) {
-    EXPECT_NE(error.Description(), "");
-    return error.Number();
-  }
+template <typename Action>
+int ErrorNumber(Action action) {
+  return std::atoi(FailureOf(action).c_str());
 }
 
 TEST(KeyedCollection, KeepsOrderAndRefusesWithoutChangingAnything) {
-  KeyedCollection<std::string> texts;
-  const auto add = [&](const std::string& key) { texts.Add(key, std::make_unique<std::string>(key)); };
-  const auto all = [&] {
-    std::string joined;
-    for (const auto& text : texts) joined += *text + " ";
-    return joined;
-  };
-  for (const char* key : {"one", "Two", "\u00C4rger", "four"}) add(key);
-  for (const char* key : {"ONE", "two", "\u00E4RGER"}) EXPECT_EQ(ErrorNumber([&] { add(key); }), 457) << key;
-  for (const std::size_t position : {std::size_t{0}, std::size_t{5}, ~std::size_t{0}}) {
-    EXPECT_EQ(ErrorNumber([&] { texts.Item(position); }), 9) << position;
-    EXPECT_EQ(ErrorNumber([&] { texts.Remove(position); }), 9) << position;
+  KeyedCollection<int> numbers;
+  for (const char* key : {"one", "Two", "\u00C4rger"}) numbers.Add(key, std::make_unique<int>(1));
+  EXPECT_EQ(ErrorNumber([&] { numbers.Add("\u00E4RGER", std::make_unique<int>(2)); }), 457);
+  for (const std::size_t position : {0, 4}) {
+    EXPECT_EQ(ErrorNumber([&] { numbers.Item(position); }), 9) << position;
+    EXPECT_EQ(ErrorNumber([&] { numbers.Remove(position); }), 9) << position;
   }
-  EXPECT_EQ(ErrorNumber([&] { texts.Item("three"); }), 5);
-  EXPECT_EQ(ErrorNumber([&] { texts.Remove("three"); }), 5);
-  EXPECT_EQ(all(), "one Two \u00C4rger four ");
-  EXPECT_EQ(texts.Item("TWO"), "Two");
-  EXPECT_EQ(&texts.Item(3), &texts.Item("\u00E4rger"));
-
-  texts.Remove("tWO");
-  texts.Remove(1);
-  EXPECT_EQ(all(), "\u00C4rger four ");
-  add("two");  // the key is free again
-  EXPECT_EQ(texts.Item(3), "two");
-  EXPECT_EQ(&texts.Item(2), &texts.Item("FOUR"));
+  EXPECT_EQ(ErrorNumber([&] { numbers.Item("three"); }), 5);
+  EXPECT_EQ(ErrorNumber([&] { numbers.Remove("three"); }), 5);
+  EXPECT_EQ(numbers.Count(), 3u);
+  numbers.Remove("tWO");
+  numbers.Remove(1);
+  numbers.Add("two", std::make_unique<int>(3));  // the key is free again
+  EXPECT_EQ(&numbers.Item(1), &numbers.Item("\u00E4RGER"));
+  EXPECT_EQ(numbers.Item(2), 3);
 }
 
 TEST(Section, LooksUpExactlyByNameAndIgnoringCaseByKey) {
   Section section;
-  EXPECT_EQ(section.Count(), 0u);
-  EXPECT_FALSE(section.HasChanges());
   Setting& added = section.Add("sqlpassword", "x");
-  EXPECT_EQ(added.Section, &section);
-  EXPECT_EQ(added.OriginalValue, "");
   EXPECT_EQ(section.GetValue("SqlPassword"), "");
   EXPECT_EQ(section.GetSetting("SqlPassword"), nullptr);
   EXPECT_EQ(section.GetSetting("sqlpassword"), &added);
   EXPECT_EQ(&section.Item("SQLPASSWORD"), &added);
   // Writing a name in another letter case is a duplicate, and nothing changes.
   EXPECT_EQ(ErrorNumber([&] { section.SetValue("SqlPassword", "y"); }), 457);
-  EXPECT_EQ(ErrorNumber([&] { section.Delete("absent"); }), 5);
-  EXPECT_EQ(ErrorNumber([&] { section.Delete(2); }), 9);
   EXPECT_EQ(Shown(section), "0{sqlpassword=x;}!");
   section.Delete("SqlPassword");
   EXPECT_EQ(section.Count(), 0u);
@@ -92,17 +72,14 @@ TEST(Section, TracksChangesAgainstWhatWasLoaded) {
   EXPECT_EQ(Shown(section), "0MAIL:a{Timeout=30;Server=s;Added=;}");
 }
 
-TEST(Section, DeletedNamesAreMangledAndFreeAgain) {
+TEST(Section, DeletedNamesAreMangledForGood) {
   Section section;
   section.Name = "MAIL:smtp1";
   section.SetIsDeleted(true);
-  std::string form = section.Name.substr(11);
-  for (char& character : form)
-    if ("0123456789ABCDEF"s.find(character) != std::string::npos) character = 'h';
-  EXPECT_EQ(section.Name.substr(0, 11), "MAIL:smtp1|");
-  EXPECT_EQ(form, "{hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh}");
-  EXPECT_TRUE(section.HasChanges()) << "though it has no entries";
   const std::string name = section.Name;
+  const std::regex form("MAIL:smtp1\\|\\{[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\}");
+  EXPECT_TRUE(std::regex_match(name, form)) << name;
+  EXPECT_TRUE(section.HasChanges()) << "though it has no entries";
   section.SetIsDeleted(false);
   EXPECT_EQ(section.Name, name);
   EXPECT_FALSE(section.HasChanges());
@@ -110,14 +87,9 @@ TEST(Section, DeletedNamesAreMangledAndFreeAgain) {
 
 TEST(Section, ShowsItsNameWithoutThePrefixInAnyLetterCase) {
   const std::vector<std::tuple<SectionType, const char*, const char*>> rows = {
-      {SectionType::Mail, "MAIL:smtp1", "smtp1"},
-      {SectionType::Mail, "Mail:x", "x"},
-      {SectionType::Mail, "QUEUE:y", "QUEUE:y"},
-      {SectionType::Sql, "sql:Main", "Main"},
-      {SectionType::Sql, "SQL:", ""},
-      {SectionType::Admin, "admin:Pellorin", "Pellorin"},
-      {SectionType::Queue, "MAIL:q", "MAIL:q"},
-      {SectionType::Sql, "SQ", "SQ"},
+      {SectionType::Mail, "Mail:x", "x"},       {SectionType::Mail, "QUEUE:y", "QUEUE:y"},
+      {SectionType::Sql, "sql:Main", "Main"},   {SectionType::Sql, "SQL:", ""},
+      {SectionType::Queue, "MAIL:q", "MAIL:q"}, {SectionType::Sql, "SQ", "SQ"},
   };
   for (const auto& [type, name, shown] : rows) {
     Section section;
@@ -129,22 +101,17 @@ TEST(Section, ShowsItsNameWithoutThePrefixInAnyLetterCase) {
 
 TEST(SectionNames, RefusedNamesAreThoseThatWouldNotComeBack) {
   const ServiceFolder folder;
-  const std::vector<std::string> names = {
-      "smtp1", "HOST,1433", "a b", "\u20ACuro", "a[b", ";x",  "a=b", "\"q\"",
-      "<b>",   "#1",        "[",  //
-      "a:b",   "a]",        "a|b", " a",        "a ",  "\ta", "a\n", std::string("a\0b", 3),
-      "\x7F",  "\u2603"};
-  const std::size_t good = 11;
-  for (std::size_t number = 0; number < names.size(); ++number) {
-    const std::string& name = names[number];
-    EXPECT_EQ(NameProblem(name).empty(), number < good) << name;
-    if (number >= good) continue;
+  for (const std::string name :
+       {"HOST,1433", "a b", "\u20ACuro", "a[b", ";x", "a=b", "\"q\"", "<b>", "#1", "["}) {
+    EXPECT_EQ(NameProblem(name), "") << name;
     const auto document = folder.Loaded();
     document->Add("MAIL:" + name, SectionType::Mail).SetValue("key", "value");
     document->Save();
-    const Section* reloaded = folder.Loaded()->GetSection("MAIL:" + name);
-    EXPECT_NE(reloaded, nullptr) << name;
+    EXPECT_NE(folder.Loaded()->GetSection("MAIL:" + name), nullptr) << name;
   }
+  for (const std::string& name :
+       {"a:b"s, "a]"s, "a|b"s, " a"s, "a "s, "\ta"s, "a\n"s, "a\0b"s, "\x7F"s, "\u2603"s})
+    EXPECT_NE(NameProblem(name), "") << name;
 }
 
 }  // namespace

@@ -26,51 +26,28 @@ std::string TimeReading(const std::string& format, const std::string& twelveHour
 }  // namespace
 
 TEST(SystemLocaleTest, UnderstandsDateFormats) {
-  const std::pair<const char*, const char*> cases[] = {{"%m/%d/%Y", "MDY / 5"},
-                                                       {"%D", "MDY / 5"},
-                                                       {"%-m/%-d/%y", "MDY / 5"},
-                                                       {"%m-%d-%Y", "MDY - 05"},
-                                                       {"%d.%m.%Y", "DMY . 05"},
-                                                       {"%d.%m.%Y.", "DMY . 05"},
-                                                       {"%-d.%-m.%Y", "DMY . 5"},
-                                                       {"%e.%m.%Y", "DMY . 5"},
-                                                       {"%d/%m/%y", "DMY / 05"},
-                                                       {"%d. %m. %Y", "DMY . 05"},
-                                                       {"%a %d-%m-%Y", "DMY - 05"},
-                                                       {"%F", "YMD - 05"},
-                                                       {"%Y-%m-%d", "YMD - 05"},
-                                                       {"%Y.%m.%d.", "YMD . 05"},
-                                                       {"%Oy/%Om/%Od", "YMD / 05"},
-                                                       {"%Y年%m月%d日", "YMD - 05"},
-                                                       {"%d %b, %Y", "DMY / 05"},
-                                                       {"%A, %B %d, %Y", "MDY / 5"},
-                                                       {"%d/%m-%Y", "DMY / 05"},
-                                                       {"%d%m%Y", "DMY / 05"},
-                                                       {"%d.%a.%m.%Y", "DMY / 05"},
-                                                       {"%m/%Y", "none"},
-                                                       {"", "none"},
-                                                       {"%", "none"},
-                                                       {"%d.%m.%", "none"},
-                                                       {"%d.%m.%-", "none"}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"%m/%d/%Y", "MDY / 5"},      {"%m-%d-%Y", "MDY - 05"},      {"%d.%m.%Y.", "DMY . 05"},
+      {"%e.%m.%Y", "DMY . 5"},      {"%a %d. %m. %Y", "DMY . 05"}, {"%F", "YMD - 05"},
+      {"%Oy/%Om/%Od", "YMD / 05"},  {"%Y年%m月%d日", "YMD - 05"},  {"%d %b, %Y", "DMY / 05"},
+      {"%A, %B %d, %Y", "MDY / 5"}, {"%d/%m-%Y", "DMY / 05"},      {"%m/%Y", "none"},
+      {"%d.%m.%-", "none"},
+  };
   for (const auto& [format, reading] : cases) EXPECT_EQ(DateReading(format), reading) << format;
 }
 
 TEST(SystemLocaleTest, UnderstandsTimeFormats) {
   EXPECT_EQ(TimeReading("%T"), "24 :");
-  EXPECT_EQ(TimeReading("%H.%M.%S"), "24 .");
   EXPECT_EQ(TimeReading("kl. %H.%M %z"), "24 .");
-  EXPECT_EQ(TimeReading("%R"), "24 :");
-  EXPECT_EQ(TimeReading("%I:%M:%S %p"), "12 :");
   EXPECT_EQ(TimeReading("%p%I.%M.%S %Z"), "12 .");
   EXPECT_EQ(TimeReading("%r", "%l:%M:%S %p"), "12 :");
   EXPECT_EQ(TimeReading("%H時%M分%S秒"), "24 :");
   EXPECT_EQ(TimeReading("%r", "%r"), "none");
-  EXPECT_EQ(TimeReading("%r", ""), "none");
   EXPECT_EQ(TimeReading("%p %I"), "none");
 }
 
 TEST(SystemLocaleTest, TakesAmericanConventionsWhereThereAreNone) {
-  for (const auto* name : {"C", "POSIX", "C.UTF-8", "C.utf8", "", "xx_XX.UTF-8", "no such locale"}) {
+  for (const auto* name : {"C", "POSIX", "C.UTF-8", "", "no such locale"}) {
     SCOPED_TRACE(name);
     const auto conventions = LocaleConventionsOf(name);
     EXPECT_EQ(conventions.decimalSeparator + conventions.thousandsSeparator, ".,");

@@ -10,20 +10,8 @@
 #include <system_error>
 
 namespace pellorin::test {
-namespace {
 
 namespace fs = std::filesystem;
-
-// A test may have taken away its own right to change a folder.
-void MakeFoldersWritable(const fs::path& folder) {
-  std::error_code ignored;
-  fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
-    if (!entry.is_symlink(ignored) && entry.is_directory(ignored)) MakeFoldersWritable(entry.path());
-  }
-}
-
-}  // namespace
 
 TemporaryFolder::TemporaryFolder() : path_((fs::temp_directory_path() / "pellorin-test-XXXXXX").string()) {
   if (::mkdtemp(path_.data()) == nullptr) throw std::runtime_error("cannot create " + path_);
@@ -31,7 +19,6 @@ TemporaryFolder::TemporaryFolder() : path_((fs::temp_directory_path() / "pellori
 
 TemporaryFolder::~TemporaryFolder() {
   std::error_code failure;
-  MakeFoldersWritable(path_);
   fs::remove_all(path_, failure);
   if (failure) ADD_FAILURE() << "cannot remove " << path_ << ": " << failure.message();
 }

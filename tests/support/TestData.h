@@ -6,8 +6,8 @@
 
 namespace pellorin::test {
 
-std::vector<std::vector<std::string>> ReadTable(
-    const std::string& path);  // without the header, not unescaped
+// Without the header, not unescaped.
+std::vector<std::vector<std::string>> ReadTable(const std::string& path, std::size_t columns);
 std::string Unescape(const std::string& text);
 std::string FromHex(const std::string& hex);
 

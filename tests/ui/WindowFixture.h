@@ -4,80 +4,26 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
 #include <functional>
-#include <map>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/ui/RecordingMessages.h"
 #include "ui/frmMain.h"
 
 namespace pellorin::test {
-
-using Names = std::vector<std::string>;
-Names Words(const std::string& text);  // separated by blanks
-
-class WindowFixture : public ::testing::Test, private MailComponent, EventLogRegistration, HelpViewer {
- protected:
-  WindowFixture();
-  ~WindowFixture() override;
-  void TearDown() override;
-
-  // Lays out Pellorin.ini, unless it is empty, makes the window and starts it.
-  bool Start(const std::string& ini, const std::string& commandLine = {});
-  std::string IniPath() const { return program + "/Pellorin.ini"; }
-  std::string IniBytes() const { return folder.Read("Service/Pellorin.ini"); }
-  void WriteIni(const std::string& bytes) const { folder.Write("Service/Pellorin.ini", bytes); }
-  // What the service would read: a section of the saved file.
-  std::string Stored(const std::string& section, const std::string& key) const;
-
-  template <typename Control = QWidget>
-  Control& Find(const std::string& name) const {
-    auto* control = window->findChild<Control*>(QString::fromStdString(name));
-    if (control == nullptr) throw std::runtime_error("no control " + name);
-    return *control;
-  }
-  std::string Text(const std::string& name) const;    // of any control that shows a text
-  std::string Texts(const std::string& names) const;  // joined by "|"
-  bool IsOn(const std::string& name) const { return Find(name).isEnabled(); }
-  std::string OnOf(const std::string& names) const;  // which of them are enabled
-  std::string FocusName() const;
-  std::string Page() const;  // caption of the tab in front
-  Names Entries(const std::string& list) const;
-  bool IsModified() const { return window->isWindowModified(); }
-
-  void Click(const std::string& name) const;
-  void ClickTab(int index) const;
-  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;  // in the window that has the focus
-  void Type(const std::string& keys) const;
-  void Replace(const std::string& name, const std::string& keys) const;  // click, select all, type
-  void Paste(const std::string& name, const std::string& text) const;    // click, select all, paste
-  void Choose(const std::string& list, int index) const;                 // through the opened list
-  void SaveSuccessfully();
-  void Add(const std::string& name);  // a mail server
-
-  TemporaryFolder folder;
-  std::string program = folder / "Service";
-  FailingFiles files{SystemFiles()};
-  RecordingMessages messages;
-  std::string installFolder = program;
-  Names log;  // what the event log and the help viewer were asked
-  std::function<void()> onRegister, onHelp;
-  std::unique_ptr<frmMain> window;
-
- private:
-  std::string InstallFolder() override { return installFolder; }
-  void RegisterSource(const std::string& messageFile, const std::string& reserved, const std::string& path,
-                      const std::string& source, const std::string& logName) override;
-  void ShowTopic(QWidget& owner, const std::string& file, const std::string& topic) override;
-};
-
-std::string Replaced(std::string text, const std::string& from, const std::string& to);  // the first one
 
 inline const std::string kQueueXml = "<?xml version=\"1.0\"?>\n<queue title=\"t\"/>\n";
 inline const std::string kMailOne =
@@ -88,8 +34,164 @@ inline const std::string kMailTwo =
     "AuthenticationMethod=2\r\nUsername=DOM\\bob\r\nSenderEmail=a@two\r\nDefaultDomain=two\r\n"
     "ConnectionTimeout=0\r\n";
 inline const std::string kSql = "[SQL:DB1]\r\nPrimaryMailServer=one\r\n";
-inline const Message kSaved{.text = "Settings Saved", .title = "Settings", .icon = MessageIcon::Information};
 inline const std::string kAdmin = "[ADMIN:Pellorin]\r\nSchedulerUsername=sched\r\n";
 inline const std::string kUsual = kMailOne + kMailTwo + kSql + kAdmin;
+
+using Names = std::vector<std::string>;
+
+inline Names Words(const std::string& text) {  // separated by blanks
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
+inline std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  const std::size_t position = text.find(from);
+  if (position == std::string::npos) throw std::runtime_error("not there: " + from);
+  return text.replace(position, from.size(), to);
+}
+
+class WindowFixture : public ::testing::Test, private MailComponent, EventLogRegistration, HelpViewer {
+ protected:
+  WindowFixture() { folder.Write("Service/QUEUEDefinitions/defaultQUEUE.xml", kQueueXml); }
+  void TearDown() override { messages.ExpectNoMore(); }
+
+  // Lays out Pellorin.ini, unless it is empty, makes the window and starts it.
+  bool Start(const std::string& ini, const std::string& commandLine = {}) {
+    if (!ini.empty()) WriteIni(ini);
+    window = std::make_unique<frmMain>(
+        Components{SystemFiles(), messages, *this, *this, *this, program, LocaleConventions()});
+    if (!window->Form_Load(commandLine)) return false;
+    window->activateWindow();
+    return QTest::qWaitForWindowActive(window.get());
+  }
+  std::string IniPath() const { return program + "/Pellorin.ini"; }
+  std::string IniBytes() const { return folder.Read("Service/Pellorin.ini"); }
+  void WriteIni(const std::string& bytes) const { folder.Write("Service/Pellorin.ini", bytes); }
+  // What the service would read: a section of the saved file.
+  std::string Stored(const std::string& section, const std::string& key) const {
+    Ini document(SystemFiles(), program, LocaleConventions());
+    document.Load("Pellorin.ini");
+    const Section* found = document.GetSection(section);
+    return found == nullptr ? "no section " + section : found->GetValue(key);
+  }
+
+  template <typename Control = QWidget>
+  Control& Find(const std::string& name) const {
+    auto* control = window->findChild<Control*>(QString::fromStdString(name));
+    if (control == nullptr) throw std::runtime_error("no control " + name);
+    return *control;
+  }
+  std::string Text(const std::string& name) const {  // of any control that shows a text
+    const QVariant text = Find(name).property("text");
+    return (text.isValid() ? text.toString() : Find<QComboBox>(name).currentText()).toStdString();
+  }
+  std::string Texts(const std::string& names) const {
+    QStringList texts;
+    for (const std::string& name : Words(names)) texts += QString::fromStdString(Text(name));
+    return texts.join(QLatin1Char('|')).toStdString();
+  }
+  bool IsOn(const std::string& name) const { return Find(name).isEnabled(); }
+  std::string OnOf(const std::string& names) const {  // which of them are enabled
+    std::string on;
+    for (const std::string& name : Words(names))
+      if (IsOn(name)) on += (on.empty() ? "" : " ") + name;
+    return on;
+  }
+  std::string FocusName() const {
+    const QWidget* focus = QApplication::focusWidget();
+    return focus == nullptr ? "none" : focus->objectName().toStdString();
+  }
+  std::string Page() const {  // caption of the tab in front
+    const auto& tabs = Find<QTabWidget>("tabMain");
+    return tabs.tabText(tabs.currentIndex()).toStdString();
+  }
+  Names Entries(const std::string& list) const {
+    const auto& box = Find<QComboBox>(list);
+    Names entries;
+    for (int index = 0; index < box.count(); ++index) entries.push_back(box.itemText(index).toStdString());
+    return entries;
+  }
+  bool IsModified() const { return window->isWindowModified(); }
+
+  void Click(const std::string& name) const {
+    const QWidget& control = Find(name);
+    ASSERT_TRUE(control.isVisible()) << name;
+    const QPoint place(std::min(10, control.width() / 2), control.height() / 2);  // options: on the button
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, control.mapTo(window.get(), place));
+  }
+  void ClickTab(int index) const {
+    const QTabBar& bar = *Find<QTabWidget>("tabMain").tabBar();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {},
+                      bar.mapTo(window.get(), bar.tabRect(index).center()));
+  }
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+    QTest::keyClick(window->windowHandle(), key, modifiers);
+  }
+  void Type(const std::string& keys) const {
+    for (const char key : keys) QTest::keyClick(window->windowHandle(), key);
+  }
+  void Replace(const std::string& name, const std::string& keys) const {
+    Click(name);
+    ASSERT_EQ(FocusName(), name);
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_Delete);
+    Type(keys);
+  }
+  void Paste(const std::string& name, const std::string& text) const {
+    QApplication::clipboard()->setText(QString::fromStdString(text));
+    Click(name);
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_V, Qt::ControlModifier);
+  }
+  void Choose(const std::string& list, int index) const {  // through the opened list
+    auto& box = Find<QComboBox>(list);
+    ASSERT_TRUE(box.isVisible() && box.isEnabled()) << list;
+    box.setFocus();
+    Press(Qt::Key_F4);
+    ASSERT_TRUE(box.view()->isVisible());
+    QTest::keyClick(box.view(), Qt::Key_Home);
+    for (int step = 0; step < index; ++step) QTest::keyClick(box.view(), Qt::Key_Down);
+    QTest::keyClick(box.view(), Qt::Key_Return);
+  }
+  void Save(const Message& box) {
+    messages.WillShow(box);
+    Click("btnSave");
+  }
+  void SaveSuccessfully() {
+    Save({.text = "Settings Saved", .title = "Settings", .icon = MessageIcon::Information});
+    EXPECT_FALSE(IsModified());
+  }
+  Message SaveFailure(const std::string& section, const std::string& reason, const std::string& saved,
+                      const std::string& unsaved) const {
+    return Critical("Could not save section " + section + "\r\n" + reason + "\r\n" + IniPath() +
+                    "\r\n\r\nSaved: " + saved + "\r\nNot saved: " + unsaved +
+                    "\r\n\r\nError Number: 50111\r\nError Source: PellorinConfig.exe, Section, Save");
+  }
+  void Add(const std::string& name) {  // a mail server
+    messages.WillAsk("New Mail Server", "Please enter the name of the new mail server", name);
+    Click("btnAddNewMailServer");
+  }
+
+  TemporaryFolder folder;
+  std::string program = folder / "Service";
+  RecordingMessages messages;
+  std::string installFolder = program;
+  Names log;  // what the event log and the help viewer were asked
+  std::function<void()> onRegister, onHelp;
+  std::unique_ptr<frmMain> window;
+
+ private:
+  std::string InstallFolder() override { return installFolder; }
+  void RegisterSource(const std::string& messageFile, const std::string& reserved, const std::string& path,
+                      const std::string& source, const std::string& logName) override {
+    log.push_back(messageFile + "|" + reserved + "|" + path + "|" + source + "|" + logName);
+    if (onRegister) onRegister();
+  }
+  void ShowTopic(QWidget& owner, const std::string& file, const std::string& topic) override {
+    EXPECT_EQ(&owner, window.get());
+    log.push_back(file + "|" + topic);
+    if (onHelp) onHelp();
+  }
+};
 
 }  // namespace pellorin::test
