@@ -3,6 +3,7 @@
 #include <locale.h>
 #include <wctype.h>
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 
@@ -76,8 +77,11 @@ std::uint32_t HashIgnoringCase(std::string_view text) {
     std::memcpy(&word, text.data() + text.size() - sizeof word, sizeof word);
     add(word);
   }
-  if ((allBits & kNonAscii) != 0) return static_cast<std::uint32_t>(std::hash<std::string>{}(FoldCase(text)));
-  return static_cast<std::uint32_t>(hash);
+  if ((allBits & kNonAscii) == 0) return static_cast<std::uint32_t>(hash);
+  // Some letters fold to ASCII ones (the Kelvin sign to "k"): then the hash is that of the ASCII text.
+  const std::string folded = FoldCase(text);
+  const bool isAscii = std::all_of(folded.begin(), folded.end(), IsAscii);
+  return isAscii ? HashIgnoringCase(folded) : static_cast<std::uint32_t>(std::hash<std::string>{}(folded));
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {

@@ -29,10 +29,14 @@ TEST(TextCase, ComparesCharacterByCharacter) {
       {"I", "ı", false},
       {"A\xFF", "a\xFF", true},  // no UTF-8: as it is
       {"\xC4", "\xE4", false},
+      {"a\u212A", "AK", true},  // the Kelvin sign folds to an ASCII letter
   };
   for (const auto& [left, right, equal] : rows) {
     EXPECT_EQ(EqualIgnoringCase(left, right), equal) << left << " " << right;
     EXPECT_EQ(FoldCase(left) == FoldCase(right), equal) << left << " " << right;
+    if (equal) {
+      EXPECT_EQ(HashIgnoringCase(left), HashIgnoringCase(right)) << left << " " << right;
+    }
   }
 }
 
