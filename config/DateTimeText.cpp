@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "config/OuterBlanks.h"
 #include "platform/TextCase.h"
 
 namespace pellorin {
@@ -11,8 +12,6 @@ namespace {
 
 using std::chrono::seconds;
 using std::chrono::year_month_day;
-
-constexpr std::string_view kBlanks = " \t";
 
 // What is still to be read of a text whose letter case no longer matters.
 class Cursor {
@@ -176,12 +175,6 @@ std::optional<seconds> ReadIsoTime(Cursor cursor) {
   const auto clock = ReadClock(cursor, 2, ":");
   if (!clock || !cursor.AtEnd()) return std::nullopt;
   return SinceMidnight(*clock, clock->hour);
-}
-
-std::string_view WithoutOuterBlanks(std::string_view text) {
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Dates and times as text, with four-digit years always. Reads the locale's order and separators, ISO forms
 // (2026-11-22, 2026-11-22T15:04[:05]), month names, 12 and 24 hours with or without seconds, and date and
 // time together. A closed list of forms: what is not one of them is no date (25:00, 13/32/2026, 2026-02-30,
-// 11/22/26, 7).
+// 11/22/26, 7). Writes as the locale does; what is written reads back as the same value.
 #pragma once
 
 #include <chrono>
@@ -16,10 +16,15 @@ namespace pellorin {
 struct DateTime {
   std::optional<std::chrono::year_month_day> date;  // absent: a time alone
   std::optional<std::chrono::seconds> timeOfDay;    // since midnight; absent: a date alone
+  bool operator==(const DateTime&) const = default;
 };
 
 std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventions& locale);
 bool IsDate(std::string_view text, const LocaleConventions& locale);
+
+// The parts that the value has: 11/22/2026 11:05:07 PM, 22.11.2026, 23:05. Seconds only when they are not
+// zero.
+std::string WriteDateTime(const DateTime& value, const LocaleConventions& locale);
 
 // A moment that orders dates, times and both: a missing date counts as 30 December 1899, a missing time as
 // midnight.

@@ -46,6 +46,22 @@ Section& Ini::Add(const std::string& sectionName, SectionType type) {
   return sections_.Add(key, std::move(section));
 }
 
+Section& Ini::AddQueue(const std::string& name) {
+  Section& queue = Add(name, SectionType::Queue);
+  try {
+    queue.Load();
+    if (!queue.QueueProblem().empty())
+      throw NumberedError(50110, "PellorinConfig.exe, Ini, AddQueue",
+                          "Queue " + name +
+                              " could not be added: the definition that it starts from cannot be used.\r\n" +
+                              queue.QueueProblem());
+  } catch (...) {
+    sections_.Remove(std::string(queue.Key));
+    throw;
+  }
+  return queue;
+}
+
 std::int16_t Ini::Count() const {
   return Limited(std::count_if(sections_.begin(), sections_.end(), [](const auto& section) {
     return section->SectionType != SectionType::Admin;

@@ -35,6 +35,9 @@ class Ini {
   const std::string& Path() const { return file_.Path(); }  // full path of the INI file, once loaded
 
   pellorin::Section& Add(const std::string& sectionName, SectionType type);  // never looks for duplicates
+  // Adds a queue as the template, or a file of that name, has it. NumberedError when that cannot be used:
+  // then nothing is added.
+  pellorin::Section& AddQueue(const std::string& name);
   std::int16_t Count() const;  // every section but the administration's, deleted ones included
   bool HasChanges() const;
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted

@@ -1,17 +1,13 @@
 #include "config/NumericText.h"
 
+#include "config/OuterBlanks.h"
+
 namespace pellorin {
 
 namespace {
 
 bool IsDigit(char character) {
   return character >= '0' && character <= '9';
-}
-
-std::string_view WithoutOuterBlanks(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 // Separators may take several bytes; an empty one is in no text.

@@ -76,6 +76,8 @@ class Section {
 
   // Queues: the file on the disk that this queue came from or was saved to; empty for a new one.
   const std::string& QueueFileName() const { return queueFileName_; }
+  // Full path of the file that holds it, or that a save will write it to.
+  std::string FilePath() const;
   // Queues: why the definition file could not be used, with its full path; empty when all is well.
   const std::string& QueueProblem() const { return queueProblem_; }
   // The file holds another section of this name before this one: it shows that one's settings and is never
@@ -98,6 +100,7 @@ class Section {
   void ReadQueueDocument(const std::string& path);
   void SaveToIni();
   void SaveQueue();
+  std::string FileName() const;    // queues
   std::string NameOnDisk() const;  // without the mark of deletion
 
   KeyedCollection<Setting> settings_;

@@ -182,11 +182,18 @@ void Section::SaveToIni() {
   }
 }
 
+std::string Section::FileName() const {
+  return queueFileName_.empty() ? Owner->Queues().FileNameOf(Name) : queueFileName_;
+}
+
+std::string Section::FilePath() const {
+  return SectionType == pellorin::SectionType::Queue ? Owner->Queues().PathOf(FileName()) : Owner->Path();
+}
+
 void Section::SaveQueue() {
-  const QueueFolder& folder = Owner->Queues();
   const bool isNew = queueFileName_.empty();
-  const std::string fileName = isNew ? folder.FileNameOf(Name) : queueFileName_;
-  const std::string path = folder.PathOf(fileName);
+  const std::string fileName = FileName();
+  const std::string path = Owner->Queues().PathOf(fileName);
   if (!queueDocument_ || !queueProblem_.empty())
     throw CannotSave(Name, "Its definition could not be read: " + queueProblem_, path);
   try {

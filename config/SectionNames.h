@@ -1,4 +1,5 @@
-// Which names a section of Pellorin.ini can carry behind its prefix, so that the next start finds it again.
+// Which names a section of Pellorin.ini can carry behind its prefix, and a queue, so that the next start
+// finds them again.
 #pragma once
 
 #include <string>
@@ -8,5 +9,11 @@ namespace pellorin {
 
 // Why the name cannot be used, as a sentence for the user; empty when it can.
 std::string NameProblem(std::string_view name);
+
+// False for a name with one of ; : * ? " < > | ' ` , { } ] [ in it.
+bool IsValidQueueName(std::string_view name);
+
+// Why a queue of a valid name would not come back under it, as NameProblem says it.
+std::string QueueNameProblem(std::string_view name);
 
 }  // namespace pellorin

@@ -1,25 +1,14 @@
 // The rules that a section must meet before it is saved or used by a test, and the document's report. A
 // failed rule puts its message in front of the earlier ones, so a report lists them in the reverse of the
 // order of checking.
-#include <vector>
-
 #include "config/DateTimeText.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
+#include "config/TextSplit.h"
 #include "config/ValueOrDefault.h"
 
 namespace pellorin {
 namespace {
-
-std::vector<std::string> SplitAt(char separator, const std::string& text) {
-  std::vector<std::string> parts;
-  if (text.empty()) return parts;
-  std::size_t begin = 0;
-  for (std::size_t end; (end = text.find(separator, begin)) != std::string::npos; begin = end + 1)
-    parts.push_back(text.substr(begin, end - begin));
-  parts.push_back(text.substr(begin));
-  return parts;
-}
 
 // One validation of one section: reads its values, collects its messages.
 class Rules {
@@ -65,7 +54,7 @@ void CheckMailDelivery(Rules& rules, FileOperations& files) {
 
 void CheckMailLogin(Rules& rules) {
   const bool isNtlm = rules.Is("AuthenticationMethod", "2");
-  const auto parts = SplitAt('\\', rules.Value("Username"));
+  const auto parts = SplitAt("\\", rules.Value("Username"));
   const bool hasBoth = parts.size() == 2;
   rules.Refuse(rules.Is("AuthenticationMethod", "1") && rules.IsEmpty("Username"),
                "- Username must be provided");

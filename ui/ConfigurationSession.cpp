@@ -12,16 +12,21 @@ void ConfigurationSession::ReplaceDocument(std::unique_ptr<Ini> document) {
 }
 
 void ConfigurationSession::Persist(Section* section, const std::string& key, const std::string& value) {
-  if (section == nullptr) return;
+  if (section != nullptr) SetValue(*section, key, value);
+}
+
+void ConfigurationSession::SetValue(Section& section, const std::string& key, const std::string& value) {
+  const Edits edits(*this);
   try {
-    section->SetValue(key, value);
+    section.SetValue(key, value);
   } catch (const CollectionError& error) {
+    const bool isQueue = section.SectionType == SectionType::Queue;
     throw NumberedError(error.Number(), error.Source(),
-                        "The setting \"" + key + "\" cannot be changed: section " + section->Name +
+                        "The setting \"" + key +
+                            "\" cannot be changed: " + (isQueue ? "queue " : "section ") + section.Name +
                             " holds it in another letter case. Please correct its spelling in the file.",
-                        document_->Path());
+                        section.FilePath());
   }
-  emit edited();
 }
 
 void ConfigurationSession::DeleteSection(Section& section) {
@@ -32,11 +37,7 @@ void ConfigurationSession::DeleteSection(Section& section) {
 }
 
 void ConfigurationSession::Save() {
-  // Also after a failure some sections may have been written.
-  struct EditedAtEnd {
-    ConfigurationSession& session;
-    ~EditedAtEnd() { emit session.edited(); }
-  } const atEnd{*this};
+  const Edits edits(*this);  // also after a failure some sections may have been written
   document_->Save();
 }
 

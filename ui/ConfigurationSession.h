@@ -38,6 +38,22 @@ class ConfigurationSession : public QObject {
     Persist(CurrentQueue(), key, value);
   }
   void PersistAdminSetting(const std::string& key, const std::string& value) { Persist(Admin(), key, value); }
+  // Writes into a section that need not be shown: the queues page keeps "Queues" of every SQL section.
+  void SetValue(Section& section, const std::string& key, const std::string& value);
+
+  // While one lives, any number of edits are announced as one, at its end.
+  class Edits {
+   public:
+    explicit Edits(ConfigurationSession& session) : session_(session) { ++session_.editsInProgress_; }
+    ~Edits() {
+      if (--session_.editsInProgress_ == 0) emit session_.edited();
+    }
+    Edits(const Edits&) = delete;
+    Edits& operator=(const Edits&) = delete;
+
+   private:
+    ConfigurationSession& session_;
+  };
 
   // Takes the section out of the document, as Ini::Delete does.
   void DeleteSection(Section& section);
@@ -55,6 +71,7 @@ class ConfigurationSession : public QObject {
 
   std::unique_ptr<Ini> document_;
   std::array<Section*, 4> current_{};
+  int editsInProgress_ = 0;
 };
 
 }  // namespace pellorin

@@ -2,7 +2,6 @@
 
 #include <QAbstractSpinBox>
 #include <QEvent>
-#include <QRadioButton>
 #include <algorithm>
 #include <utility>
 
@@ -30,6 +29,16 @@ void ControlBinding::OnChoice(QComboBox* list, Handler handler) {
 
 void ControlBinding::OnEdit(QLineEdit* text, Handler handler) {
   QObject::connect(text, &QLineEdit::textChanged, text,
+                   [this, handler = std::move(handler)] { Run(handler); });
+}
+
+void ControlBinding::OnEdit(DateTimePicker* picker, Handler handler) {
+  QObject::connect(picker, &DateTimePicker::edited, picker,
+                   [this, handler = std::move(handler)] { Run(handler); });
+}
+
+void ControlBinding::OnSelection(QListWidget* list, Handler handler) {
+  QObject::connect(list, &QListWidget::itemSelectionChanged, list,
                    [this, handler = std::move(handler)] { Run(handler); });
 }
 
@@ -61,6 +70,12 @@ void ControlBinding::Persist(const std::string& key, const std::string& value) {
     target_.refill();
     throw;
   }
+}
+
+void SetChosen(QRadioButton& option, bool isChosen) {
+  option.setAutoExclusive(false);  // else the last chosen one of a group cannot be cleared
+  option.setChecked(isChosen);
+  option.setAutoExclusive(true);
 }
 
 namespace {

@@ -6,11 +6,14 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
 #include <functional>
 #include <string>
 
 #include "config/Section.h"
 #include "platform/UserMessages.h"
+#include "ui/DateTimePicker.h"
 
 namespace pellorin {
 
@@ -23,6 +26,14 @@ struct NumberRow {
   QLineEdit* control;
   const char* key;
   const char* refusal;  // the sentence for a text that is neither empty nor a number
+};
+
+// An option button, the setting that it stands for, and where the focus goes when the user chooses it.
+struct OptionRow {
+  QRadioButton* button;
+  const char* key;
+  const char* value;
+  QWidget* focus = nullptr;
 };
 
 class ControlBinding {
@@ -40,6 +51,8 @@ class ControlBinding {
   void OnClick(QAbstractButton* button, Handler handler);
   void OnChoice(QComboBox* list, Handler handler);  // also when the shown entry is chosen again
   void OnEdit(QLineEdit* text, Handler handler);
+  void OnEdit(DateTimePicker* picker, Handler handler);
+  void OnSelection(QListWidget* list, Handler handler);
   void Bind(const TextRow& row);
   void Bind(const NumberRow& row);
 
@@ -73,6 +86,9 @@ inline std::string TextOf(const QLineEdit& control) {
 inline void ShowValue(QLineEdit& control, const Section& section, const char* key) {
   control.setText(QString::fromStdString(section.GetValue(key)));
 }
+
+// Chooses an option or not, whatever the others of its group are.
+void SetChosen(QRadioButton& option, bool isChosen);
 
 // The wheel never changes a field that has no focus: it scrolls over it.
 void IgnoreWheelWithoutFocus(QWidget& window);

@@ -1,6 +1,7 @@
 #include "ui/ControlTags.h"
 
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -8,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QVariant>
 
+#include "ui/DateTimePicker.h"
 #include "ui/QTag.h"
 
 namespace pellorin {
@@ -16,6 +18,7 @@ namespace {
 bool IsField(const QWidget& control) {
   return qobject_cast<const QLineEdit*>(&control) != nullptr ||
          qobject_cast<const QComboBox*>(&control) != nullptr ||
+         qobject_cast<const QAbstractSpinBox*>(&control) != nullptr ||
          qobject_cast<const QListWidget*>(&control) != nullptr;
 }
 
@@ -56,6 +59,8 @@ void Clear(QWidget& control) {
     dropDown->setCurrentIndex(-1);
   else if (auto* list = qobject_cast<QListWidget*>(&control))
     list->clear();
+  else if (auto* picker = qobject_cast<DateTimePicker*>(&control))
+    picker->SetValueText({});
 }
 
 template <typename Action>

@@ -1,6 +1,6 @@
 // Enabling, disabling and emptying the controls of a window by their tags (the dynamic property "tag", see
-// QTag). Text boxes, drop-down lists and list boxes also change their colours, taken from the application's
-// palette. None of these operations runs a change handler.
+// QTag). Text boxes, drop-down lists, list boxes and pickers also change their colours, taken from the
+// application's palette. None of these operations runs a change handler.
 #pragma once
 
 #include <QPalette>

@@ -57,4 +57,14 @@ void ShowFailure(UserMessages& messages, std::exception_ptr failure) {
   }
 }
 
+void Steps::RaiseFailures() const {
+  if (failures_.empty()) return;
+  const NumberedError& first = failures_.front();
+  if (failures_.size() == 1) throw first;
+  std::string all;
+  for (const NumberedError& failure : failures_)
+    all += (all.empty() ? "" : kLineBreak) + failure.Description() + kLineBreak + failure.Path();
+  throw NumberedError(first.Number(), first.Source(), all, first.Path());
+}
+
 }  // namespace pellorin

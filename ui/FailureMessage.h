@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <utility>
+#include <vector>
 
 #include "config/Ini.h"
 #include "platform/UserMessages.h"
@@ -27,5 +28,22 @@ bool RunGuarded(UserMessages& messages, Handler&& handler) {
     return false;
   }
 }
+
+// Several steps that are taken though one of them fails; their failures are raised as one at the end.
+class Steps {
+ public:
+  template <typename Step>
+  void Run(Step&& step) {
+    try {
+      std::forward<Step>(step)();
+    } catch (const NumberedError& error) {
+      failures_.push_back(error);
+    }
+  }
+  void RaiseFailures() const;
+
+ private:
+  std::vector<NumberedError> failures_;
+};
 
 }  // namespace pellorin

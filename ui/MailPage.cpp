@@ -50,19 +50,7 @@ void MailPage::BindControls() {
   binding_.OnChoice(ui_->cmbMailServer, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
   binding_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });
-  binding_.OnClick(ui_->btnTestMailServer, [this] { btnTestMailServer_Click(); });
-}
-
-void MailPage::ShowSelected() {
-  Section* chosen = Selected();
-  if (chosen == nullptr) return;
-  Section* shown = session_.CurrentMail();
-  if (shown != nullptr && shown != chosen && !ValidateMail()) {
-    Selector().Select(*shown);
-    return;
-  }
-  session_.SetCurrent(SectionType::Mail, chosen);
-  Fill();
+  binding_.OnClick(ui_->btnTestMailServer, [this] { ReportNoTestMail(); });
 }
 
 void MailPage::Fill() {
@@ -82,9 +70,7 @@ void MailPage::FillOptions(const Section& section) {
     const bool isLogin = std::string_view(option.key) == "AuthenticationMethod";
     const std::string stored = section.GetValue(option.key);
     const bool isChosen = (isLogin && stored.empty() ? "0" : stored) == option.value;
-    option.button->setAutoExclusive(false);  // an unknown value chooses no option of its pair
-    option.button->setChecked(isChosen);
-    option.button->setAutoExclusive(true);
+    SetChosen(*option.button, isChosen);  // an unknown value chooses no option of its pair
     if (isChosen) tags_.ToggleControls(ControlTags::TagOf(*option.button));
     hasMethod = hasMethod || (isLogin && isChosen);
   }
@@ -119,13 +105,7 @@ void MailPage::PersistUsername() {
 }
 
 bool MailPage::ValidateMail() {
-  Section* section = session_.CurrentMail();
-  if (section == nullptr || section->ValidateMailSettings()) return true;
-  messages_.Show({.text = "Settings for sever " + section->DisplayName() + " need to be corrected: \r\n" +
-                          section->ValidationError(),
-                  .title = "Validation Errors",
-                  .icon = MessageIcon::Exclamation});
-  return false;
+  return ValidateCurrent("sever");
 }
 
 bool MailPage::IsDuplicate(const std::string& name) const {
@@ -136,14 +116,7 @@ bool MailPage::IsDuplicate(const std::string& name) const {
 }
 
 void MailPage::btnAddNewMailServer_Click() {
-  if (session_.Document() == nullptr) {
-    messages_.Show({.text =
-                        "The configuration could not be loaded. Please correct the file that was named and "
-                        "press Cancel to load it again.",
-                    .icon = MessageIcon::Exclamation});
-    return;
-  }
-  if (!ValidateMail()) return;
+  if (!CanAdd()) return;
   const std::string name =
       messages_.AskForText("New Mail Server", "Please enter the name of the new mail server");
   if (name.empty()) return;
@@ -215,10 +188,6 @@ void MailPage::btnDeleteMailSettings_Click() {
     return;
   RemoveShown();
   emit session_.mailServersChanged();
-}
-
-void MailPage::btnTestMailServer_Click() {
-  messages_.Show({.text = "This version cannot send test e-mails.", .icon = MessageIcon::Information});
 }
 
 }  // namespace pellorin

@@ -3,7 +3,6 @@
 // SQL Server instance uses cannot be deleted.
 #pragma once
 
-#include <QRadioButton>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,19 +23,14 @@ class MailPage : public SectionPage {
   MailPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags);
   ~MailPage() override;
 
-  void ShowSelected() override;
   void AddNewMailServer(const std::string& name);
   bool ValidateMail();  // reports what is invalid; true when no server is shown
 
- private:
-  // An option button, the setting that it stands for, and where the focus goes when the user chooses it.
-  struct OptionRow {
-    QRadioButton* button;
-    const char* key;
-    const char* value;
-    QWidget* focus;
-  };
+ protected:
+  void ShowCurrent() override { Fill(); }
+  bool ValidateShown() override { return ValidateMail(); }
 
+ private:
   void BindControls();
   void Fill();
   void FillOptions(const Section& section);
@@ -48,7 +42,6 @@ class MailPage : public SectionPage {
 
   void btnAddNewMailServer_Click();
   void btnDeleteMailSettings_Click();
-  void btnTestMailServer_Click();
 
   std::unique_ptr<Ui::frmMail> ui_;
   ControlBinding binding_;

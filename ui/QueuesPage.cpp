@@ -1,36 +1,163 @@
 #include "ui/QueuesPage.h"
 
+#include <algorithm>
+
+#include "config/SectionNames.h"
+#include "ui/FailureMessage.h"
 #include "ui_QueuesPage.h"
 
 namespace pellorin {
+namespace {
 
-QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags)
+std::unique_ptr<Ui::frmQueues> MakeControls(QFrame& page) {
+  auto controls = std::make_unique<Ui::frmQueues>();
+  controls->setupUi(&page);
+  return controls;
+}
+
+}  // namespace
+
+QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
+                       const LocaleConventions& locale)
     : SectionPage(SectionType::Queue, session, messages, tags),
-      ui_(std::make_unique<Ui::frmQueues>()),
-      binding_(messages) {
-  ui_->setupUi(this);
+      ui_(MakeControls(*this)),
+      binding_(messages,
+               {.section = [this] { return session_.CurrentQueue(); },
+                .persist = [this](const std::string& key,
+                                  const std::string& value) { session_.PersistQueueSetting(key, value); },
+                .refill = [this] { Fill(); }}),
+      servers_(*ui_->lstQueueApplServers, session),
+      filter_(
+          {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
+          messages, binding_) {
   UseSelector(*ui_->cmbQueues);
-  binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
+  MakeTables();
+  for (const PickerRow& row : pickers_) row.control->SetLocaleConventions(locale);
+  BindControls();
 }
 
 QueuesPage::~QueuesPage() = default;
 
-void QueuesPage::ShowSelected() {
-  Section* section = Selected();
-  if (section == nullptr) return;
-  session_.SetCurrent(SectionType::Queue, section);
-  ShowProblem(section->QueueProblem());
+void QueuesPage::MakeTables() {
+  options_ = {{ui_->optDaily, "frequency", "daily"},
+              {ui_->optWeekly, "frequency", "weekly"},
+              {ui_->optOccursOnce, "occurstype", "once"},
+              {ui_->optOccursEvery, "occurstype", "every"},
+              {ui_->optEndDate, "hasenddate", "1"},
+              {ui_->optNoEndDate, "hasenddate", "0"},
+              {ui_->optQueueNone, "queuebydefault", "none"},
+              {ui_->optQueueAll, "queuebydefault", "all"},
+              {ui_->optQueueFilter, "queuebydefault", "filter"}};
+  texts_ = {{ui_->txtEvery, "every"}, {ui_->txtOccursEvery, "occursevery"}, {ui_->txtQueueTitle, "title"}};
+  pickers_ = {{ui_->txtOccursOnce, "occursonce"},
+              {ui_->txtStartTime, "starttime"},
+              {ui_->txtEndTime, "endtime"},
+              {ui_->txtStartDate, "startdate"},
+              {ui_->txtEndDate, "enddate"}};
+  days_ = {{ui_->chkMonday, "monday"},     {ui_->chkTuesday, "tuesday"}, {ui_->chkWednesday, "wednesday"},
+           {ui_->chkThursday, "thursday"}, {ui_->chkFriday, "friday"},   {ui_->chkSaturday, "saturday"},
+           {ui_->chkSunday, "sunday"}};
 }
 
-void QueuesPage::ShowProblem(const std::string& problem) {
-  ui_->lblQueueProblem->setText(
-      QString::fromStdString("The definition of this queue cannot be used:\r\n" + problem));
-  ui_->lblQueueProblem->setVisible(!problem.empty());
+void QueuesPage::BindControls() {
+  for (const OptionRow& option : options_)
+    binding_.OnClick(option.button, [this, &option] { Choose(option); });
+  for (const TextRow& row : texts_) binding_.Bind(row);
+  for (const PickerRow& row : pickers_)
+    binding_.OnEdit(row.control, [this, row] { binding_.Persist(row.key, row.control->ValueText()); });
+  for (const DayRow& day : days_) binding_.OnClick(day.box, [this] { PersistDays(); });
+  binding_.OnChoice(ui_->cmbSpan,
+                    [this] { binding_.Persist("span", ui_->cmbSpan->currentText().toStdString()); });
+  binding_.OnSelection(ui_->lstQueueApplServers, [this] { servers_.StoreSelection(); });
+  binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
+  binding_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
+  binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
+  binding_.OnClick(ui_->btnTestQueue, [this] { ReportNoTestMail(); });
+  connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
 }
 
-void QueuesPage::StartBrandNew() {
-  SectionPage::StartBrandNew();
-  ShowProblem("");
+void QueuesPage::Choose(const OptionRow& option) {
+  option.button->setChecked(true);
+  ApplyOption(option);
+  binding_.Persist(option.key, option.value);
+  if (option.button == ui_->optEndDate) binding_.Persist("enddate", ui_->txtEndDate->ValueText());
+  if (option.button == ui_->optQueueNone) servers_.DeselectEach();
+  if (option.button == ui_->optQueueFilter) filter_.ToggleQueueFilterButtons();
+}
+
+void QueuesPage::ApplyOption(const OptionRow& option) {
+  tags_.ToggleControls(ControlTags::TagOf(*option.button));
+  if (option.button == ui_->optDaily || option.button == ui_->optWeekly) {
+    const bool isWeekly = option.button == ui_->optWeekly;
+    ui_->frmOccurance->setTitle(isWeekly ? QStringLiteral("Weekly") : QStringLiteral("Daily"));
+    ui_->lblEverySpan->setText(isWeekly ? QStringLiteral("Week") : QStringLiteral("Day"));
+  }
+}
+
+void QueuesPage::PersistDays() {
+  std::string days;
+  for (const DayRow& day : days_)
+    if (day.box->isChecked()) days += (days.empty() ? "" : ",") + std::string(day.name);
+  binding_.Persist("days", days);
+}
+
+bool QueuesPage::ValidateQueue() {
+  return ValidateCurrent("queue");
+}
+
+bool QueuesPage::IsDuplicate(const std::string& name) const {
+  const auto& sections = session_.Document()->Sections();
+  return std::any_of(sections.begin(), sections.end(), [&name](const auto& section) {
+    return section->SectionType == SectionType::Queue && EqualIgnoringCase(section->Name, name);
+  });
+}
+
+void QueuesPage::btnAddQueue_Click() {
+  if (!CanAdd()) return;
+  const std::string name = messages_.AskForText("New Queue", "Please enter the name of the new queue");
+  if (name.empty()) return;
+  const auto refuse = [this](const std::string& text, const char* title) {
+    messages_.Show({.text = text, .title = title, .icon = MessageIcon::Exclamation});
+  };
+  if (!IsValidQueueName(name))
+    refuse("The following characters are not allowed :;*?\"<>|'`,{}[]", "Duplicate Name");
+  else if (const std::string problem = QueueNameProblem(name); !problem.empty())
+    refuse(problem, "Invalid Name");
+  else if (IsDuplicate(name))
+    refuse("A queue with this name already exists", "Duplicate Name");
+  else
+    AddNewQueue(name);
+}
+
+void QueuesPage::AddNewQueue(const std::string& name) {
+  Section& queue = session_.Document()->AddQueue(name);
+  session_.SetCurrent(SectionType::Queue, &queue);
+  Selector().InsertFirst(queue);
+  Enable();
+  tags_.ToggleSection("Main", true);
+  RunGuarded(messages_, [&] { session_.PersistQueueSetting("title", name); });
+  ShowFirst();
+  ui_->txtEvery->setFocus();
+}
+
+void QueuesPage::btnDeleteQueue_Click() {
+  const Section* queue = session_.CurrentQueue();
+  if (queue == nullptr) return;
+  if (!Ini::CanDelete(*queue)) {
+    messages_.Show({.text = "The queue " + queue->Name +
+                            " cannot be deleted here, because the name holds \"|\". Please remove this file:"
+                            "\r\n" +
+                            queue->FilePath(),
+                    .icon = MessageIcon::Exclamation});
+    return;
+  }
+  if (messages_.Show({.text = "Do you want to delete queue " + queue->Name + "?",
+                      .title = "Delete Section",
+                      .buttons = MessageButtons::YesNo}) != Answer::Yes)
+    return;
+  // The queue goes though an instance cannot forget it.
+  RunGuarded(messages_, [this] { servers_.RefreshQueuedServers({}); });
+  RemoveShown();
 }
 
 }  // namespace pellorin

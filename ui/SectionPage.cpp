@@ -30,6 +30,40 @@ void SectionPage::ShowFirst() {
   ShowSelected();
 }
 
+void SectionPage::ShowSelected() {
+  Section* chosen = Selected();
+  if (chosen == nullptr) return;
+  Section* shown = session_.Current(type_);
+  if (shown != nullptr && shown != chosen && !ValidateShown()) {
+    selector_->Select(*shown);
+    return;
+  }
+  session_.SetCurrent(type_, chosen);
+  ShowCurrent();
+}
+
+bool SectionPage::ValidateCurrent(const std::string& subject) {
+  Section* section = session_.Current(type_);
+  if (section == nullptr || section->Validate()) return true;
+  messages_.Show({.text = "Settings for " + subject + " " + section->DisplayName() +
+                          " need to be corrected: \r\n" + section->ValidationError(),
+                  .title = "Validation Errors",
+                  .icon = MessageIcon::Exclamation});
+  return false;
+}
+
+bool SectionPage::CanAdd() {
+  if (session_.Document() != nullptr) return ValidateShown();
+  messages_.Show({.text = "The configuration could not be loaded. Please correct the file that was named and "
+                          "press Cancel to load it again.",
+                  .icon = MessageIcon::Exclamation});
+  return false;
+}
+
+void SectionPage::ReportNoTestMail() {
+  messages_.Show({.text = "This version cannot send test e-mails.", .icon = MessageIcon::Information});
+}
+
 void SectionPage::Enable() {
   tags_.ToggleSection(Kind(), true);
 }

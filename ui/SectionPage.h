@@ -23,15 +23,21 @@ class SectionPage : public QFrame {
   SectionSelector& Selector() { return *selector_; }
   void ShowFirst();  // selects the first entry and shows its section
 
-  // The handler of the selector: shows the section of the selected entry.
-  virtual void ShowSelected() = 0;
+  // The handler of the selector: shows the section of the selected entry, unless the shown one is invalid.
+  void ShowSelected();
   // Enables the page's controls, or disables and empties them.
   void Enable();
   virtual void StartBrandNew();
 
  protected:
   void UseSelector(QComboBox& list) { selector_.emplace(list); }
-  std::string_view Kind() const;  // as the tags spell it
+  virtual void ShowCurrent() = 0;  // fills the controls from the section that has become current
+  // Reports what is invalid in the shown section; true when none is shown.
+  virtual bool ValidateShown() = 0;
+  bool ValidateCurrent(const std::string& subject);  // subject: what the report calls the section
+  bool CanAdd();                                     // says why not
+  void ReportNoTestMail();                           // the Test buttons, in this version
+  std::string_view Kind() const;                     // as the tags spell it
   // The section of the selected entry; none while nothing is loaded or selected.
   Section* Selected() const;
   // Takes the shown section out of the document and the selector and shows the first remaining one.

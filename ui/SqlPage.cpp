@@ -20,10 +20,8 @@ SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const Co
 
 SqlPage::~SqlPage() = default;
 
-void SqlPage::ShowSelected() {
-  Section* section = Selected();
-  if (section == nullptr) return;
-  session_.SetCurrent(SectionType::Sql, section);
+void SqlPage::ShowCurrent() {
+  const Section* section = session_.CurrentSql();
   const std::string database = section->GetValue("ConfiguredDB");
   ui_->lblConfiguredDB->setText(
       database.empty()

@@ -20,9 +20,12 @@ class SqlPage : public SectionPage {
   SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags);
   ~SqlPage() override;
 
-  void ShowSelected() override;
   void StartBrandNew() override;
   bool ShowsConfiguredDatabase() const;  // whether the shown instance's procedure is installed anywhere
+
+ protected:
+  void ShowCurrent() override;
+  bool ValidateShown() override { return true; }  // nothing can be edited yet
 
  private:
   std::unique_ptr<Ui::frmSql> ui_;

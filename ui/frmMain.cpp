@@ -41,7 +41,7 @@ frmMain::~frmMain() = default;
 void frmMain::AddPages() {
   mailPage_ = new MailPage(session_, components_.messages, tags_);
   sqlPage_ = new SqlPage(session_, components_.messages, tags_);
-  queuesPage_ = new QueuesPage(session_, components_.messages, tags_);
+  queuesPage_ = new QueuesPage(session_, components_.messages, tags_, components_.locale);
   pages_ = {mailPage_, sqlPage_, queuesPage_};
   const auto addTab = [this](QWidget* page, const char* caption, const char* key, const char* tip) {
     const int index = ui_->tabMain->addTab(page, QString::fromUtf8(caption));

@@ -129,6 +129,43 @@ TEST(DateTimeTextTest, ReadsNothingIntoOtherTexts) {
     EXPECT_EQ(Reading(both, kAmerican), "none") << both;
 }
 
+TEST(DateTimeTextTest, WritesAsTheLocaleDoes) {
+  auto padded = German();
+  padded.leadingZeros = true;
+  const struct {
+    const LocaleConventions& locale;
+    const char *given, *written;
+  } rows[] = {{kAmerican, "2026-11-02", "11/2/2026"},
+              {kAmerican, "0150-01-05 0:00", "1/5/0150 12:00 AM"},
+              {kAmerican, "23:05", "11:05 PM"},
+              {kAmerican, "12:00:07", "12:00:07 PM"},
+              {kAmerican, "2026-11-22T23:05:07", "11/22/2026 11:05:07 PM"},
+              {German(), "2026-03-05 7:08", "5.3.2026 07:08"},
+              {padded, "2026-03-05", "05.03.2026"},
+              {padded, "0:00:01", "00:00:01"},
+              {kSwedish, "2026-03-05 3:04 PM", "2026-3-5 15:04"},
+              {Finnish(), "2026-11-22 15:04:05", "22.11.2026 15.04.05"}};
+  for (const auto& [locale, given, written] : rows)
+    EXPECT_EQ(WriteDateTime(*ReadDateTime(given, locale), locale), written) << given;
+}
+
+TEST(DateTimeTextTest, ReadsWhatItWrote) {
+  auto greek = Local(DateOrder::DayMonthYear, "/", "πμ", "μμ");
+  greek.twelveHourClock = true;
+  auto ambiguous = Local(DateOrder::YearMonthDay, "", "PM", "AM");
+  ambiguous.twelveHourClock = true;
+  auto mute = kAmerican;  // a twelve-hour clock without marks
+  mute.am = mute.pm = "";
+  for (const auto& locale : {kAmerican, German(), Finnish(), kSwedish, greek, ambiguous, mute}) {
+    for (const char* text : {"0100-01-01", "2028-02-29", "2026-03-05 0:00", "9999-12-31T23:59:59", "12:00",
+                             "0:30", "11:59:59", "13:00:01"}) {
+      const auto value = ReadDateTime(text, locale);
+      ASSERT_TRUE(value) << text;
+      EXPECT_EQ(ReadDateTime(WriteDateTime(*value, locale), locale), value) << WriteDateTime(*value, locale);
+    }
+  }
+}
+
 TEST(DateTimeTextTest, OrdersMoments) {
   const char* const ascending[] = {"0100-01-01",      "0:00",      "11:59:59 PM", "12/31/1899", "11/22/2026",
                                    "11/22/2026 0:01", "2026-11-23"};

@@ -109,7 +109,9 @@ TEST_F(Keyboard, TabReachesEveryFieldInReadingOrder) {
       {0, "optRemoteMailServer", "optNTLM",
        head + remote + "optNTLM txtMailUsername txtMailDomain txtMailPassword"},
       {1, "optRemoteMailServer", "optAnonymous", "cmbSQLServer"},
-      {2, "optRemoteMailServer", "optAnonymous", "cmbQueues"},
+      {2, "optRemoteMailServer", "optAnonymous",
+       "cmbQueues btnAddQueue btnDeleteQueue btnTestQueue txtQueueTitle optDaily txtEvery optOccursOnce "
+       "txtOccursOnce txtStartDate optNoEndDate optQueueNone"},
   };
   folder.Write("Service/QUEUEDefinitions/Night.xml", kQueueXml);
   for (const auto& row : cases) {
@@ -121,7 +123,8 @@ TEST_F(Keyboard, TabReachesEveryFieldInReadingOrder) {
     strip->setFocus();
     Names reached;
     for (Press(Qt::Key_Tab); QApplication::focusWidget() != strip && reached.size() < 60; Press(Qt::Key_Tab))
-      reached.push_back(FocusName());
+      if (reached.empty() || FocusName() != reached.back())
+        reached.push_back(FocusName());  // parts of a date
     EXPECT_EQ(reached, Words(row.fields + common));
   }
 }

@@ -73,8 +73,27 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
       {"NTLMMember@Mail", "txtMailDomain Label22"},
       {"Section@Sql", "Label1"},
       {"@Sql", "cmbSQLServer Label29 lblConfiguredDB"},
-      {"Section@Queue", "Label31"},
-      {"@Queue", "cmbQueues"}};
+      {"AlwaysOn@Queue", "btnAddQueue"},
+      {"Section@Queue", "Label31 Label32"},
+      {"QueueFilter,QueueServers@Queue", "optQueueFilter"},
+      {"QueueServers:QueueFilter@Queue", "optQueueAll"},
+      {":QueueFilter,QueueServers@Queue", "optQueueNone"},
+      {"QueueFilterMember@Queue", "lstQueueFilter btnAddQueueFilter btnEditQueueFilter btnDeleteQueueFilter"},
+      {"QueueServersMember@Queue", "lstQueueApplServers"},
+      {"EndDate@Queue", "optEndDate"},
+      {":EndDate@Queue", "optNoEndDate"},
+      {"EndDateMember@Queue", "txtEndDate"},
+      {"Weekly@Queue", "optWeekly"},
+      {":Weekly@Queue", "optDaily"},
+      {"WeeklyMember@Queue", "chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday chkSunday"},
+      {"OccursEvery:OccursOnce@Queue", "optOccursEvery"},
+      {"OccursOnce:OccursEvery@Queue", "optOccursOnce"},
+      {"OccursEveryMember@Queue", "txtOccursEvery cmbSpan txtStartTime txtEndTime"},
+      {"OccursOnceMember@Queue", "txtOccursOnce"},
+      {"@Queue",
+       "cmbQueues txtQueueTitle txtStartDate txtEvery lblEverySpan btnTestQueue btnDeleteQueue Frame4 Frame5 "
+       "Frame6 Frame7 frmOccurance Label33 Label41 Label42 Label43 Label44 Label46 Label47 "
+       "lblScheduleSummary"}};
   for (const auto& [tag, names] : tags)
     for (const std::string& name : Words(names)) {
       EXPECT_EQ(window->findChildren<QWidget*>(QString::fromStdString(name)).size(), 1) << name;
@@ -88,6 +107,19 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
             "Local Mail Server|Pickup Folder|Remote Mail Server|Server Name|Server Port|Authentication");
   EXPECT_EQ(Texts("optAnonymous optBasic optNTLM Label20 Label21 Label22"),
             "Anonymous|Basic|NTLM|Username|Password|Domain");
+  EXPECT_EQ(Texts("Label31 btnAddQueue btnDeleteQueue btnTestQueue Label33 optDaily optWeekly Label41"),
+            "Queues|Add|Delete|Test|Default Subject Line|Daily|Weekly|Every");
+  EXPECT_EQ(Texts("chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday chkSunday"),
+            "Mon|Tue|Wed|Thu|Fri|Sat|Sun");
+  EXPECT_EQ(Texts("optOccursOnce optOccursEvery Label42 Label43 Label44 optEndDate optNoEndDate"),
+            "Occurs Once At|Occurs Every|Start At|End At|Start Date||No End Date");
+  EXPECT_EQ(Texts("optQueueNone optQueueAll optQueueFilter Label46 Label47 btnEditQueueFilter"),
+            "None|All|Filter|Applicable to servers|Filter|Edit");
+  for (const auto& [frame, title] : {std::pair("Frame4", "Occurs"),
+                                     {"Frame5", "Daily Frequency"},
+                                     {"Frame6", "Duration"},
+                                     {"Frame7", "Queue By Default"}})
+    EXPECT_EQ(Find(frame).property("title").toString().toStdString(), title);
   const auto& tabs = Find<QTabWidget>("tabMain");
   const char* captions[] = {"Mail Servers", "Sql Servers", "Queues"};
   const char* pages[] = {"frmMail", "frmSql", "frmQueues"};

@@ -1,0 +1,29 @@
+// A panel with a bold caption at its top, the look of every group of the pages. The caption is muted while
+// the panel is disabled and is the panel's accessible name.
+#pragma once
+
+#include <QFrame>
+#include <QString>
+
+namespace pellorin {
+
+class CaptionedFrame : public QFrame {
+  Q_OBJECT
+  Q_PROPERTY(QString title READ title WRITE setTitle)
+
+ public:
+  explicit CaptionedFrame(QWidget* parent = nullptr);
+
+  QString title() const { return title_; }  // named as the other properties that a .ui file sets
+  void setTitle(const QString& title);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QFont CaptionFont() const;
+
+  QString title_;
+};
+
+}  // namespace pellorin

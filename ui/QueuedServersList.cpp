@@ -1,0 +1,87 @@
+#include "ui/QueuedServersList.h"
+
+#include <QSignalBlocker>
+
+#include "config/NameLists.h"
+#include "ui/FailureMessage.h"
+
+namespace pellorin {
+namespace {
+
+// A second section of one name is never written, so a queue cannot apply to it.
+bool IsInstance(const Section& section) {
+  return section.SectionType == SectionType::Sql && !section.IsDeleted() && !section.IsTwin();
+}
+
+// Lists are split at commas; names that hold one themselves must be known for that.
+std::vector<std::string> NamesWithComma(const Ini& document, SectionType type) {
+  std::vector<std::string> names;
+  for (const auto& section : document.Sections())
+    if (section->SectionType == type && section->Name.find(',') != std::string::npos)
+      names.push_back(section->DisplayName());
+  return names;
+}
+
+}  // namespace
+
+void QueuedServersList::Clear() {
+  const QSignalBlocker blocker(list_);
+  list_.clear();
+}
+
+void QueuedServersList::Fill(const std::string& servers) {
+  Select(SplitNames(servers, NamesWithComma(*session_.Document(), SectionType::Sql)));
+}
+
+void QueuedServersList::Select(const std::vector<std::string>& servers) {
+  const QSignalBlocker blocker(list_);
+  list_.clear();
+  for (const auto& section : session_.Document()->Sections()) {
+    if (!IsInstance(*section)) continue;
+    const std::string name = section->DisplayName();
+    auto* entry = new QListWidgetItem(QString::fromStdString(name), &list_);
+    entry->setData(Qt::UserRole, QString::fromStdString(section->Key));
+    entry->setSelected(ArrayContains(servers, name));
+  }
+}
+
+void QueuedServersList::RefreshQueuedServers(const std::vector<std::string>& servers) {
+  Select(servers);
+  StoreSelection();
+}
+
+void QueuedServersList::StoreSelection() {
+  const Section* queue = session_.CurrentQueue();
+  if (queue == nullptr) return;
+  const ConfigurationSession::Edits edits(session_);
+  const std::vector<std::string> queueNames = NamesWithComma(*session_.Document(), SectionType::Queue);
+  std::vector<std::string> servers;
+  Steps steps;
+  for (int row = 0; row < list_.count(); ++row) {
+    const QListWidgetItem& entry = *list_.item(row);
+    Section& instance = session_.Document()->Item(entry.data(Qt::UserRole).toString().toStdString());
+    const std::string queues = instance.GetValue("Queues");
+    if (entry.isSelected()) servers.push_back(entry.text().toStdString());
+    steps.Run([&] {
+      session_.SetValue(instance, "Queues",
+                        entry.isSelected() ? WithName(queues, queue->Name, queueNames)
+                                           : WithoutName(queues, queue->Name, queueNames));
+    });
+  }
+  steps.Run([&] { session_.PersistQueueSetting("queuebydefaultservers", JoinNames(servers)); });
+  steps.RaiseFailures();
+}
+
+void QueuedServersList::DeselectEach() {
+  Steps steps;
+  for (QListWidgetItem* entry : list_.selectedItems()) {
+    {
+      const QSignalBlocker blocker(list_);
+      entry->setSelected(false);
+    }
+    steps.Run([&] { StoreSelection(); });
+  }
+  steps.RaiseFailures();
+}
+
+}  // namespace pellorin

@@ -1,0 +1,36 @@
+// The list of SQL Server instances whose mail enters the shown queue by default. An entry stands for a
+// section. The selection is kept in two places: in the queue's "queuebydefaultservers", and as the queue's
+// name in the "Queues" of every instance's section, of which this is the only writer.
+#pragma once
+
+#include <QListWidget>
+#include <string>
+#include <vector>
+
+#include "ui/ConfigurationSession.h"
+
+namespace pellorin {
+
+class QueuedServersList {
+ public:
+  QueuedServersList(QListWidget& list, ConfigurationSession& session) : list_(list), session_(session) {}
+
+  // These run no handler and store nothing.
+  void Fill(const std::string& servers);  // lists every instance and selects those of this stored text
+  void Clear();
+
+  // Fills the list and stores the selection.
+  void RefreshQueuedServers(const std::vector<std::string>& servers);
+  // Stores the selection into the current queue and all instances. An instance that cannot take it keeps no
+  // other from it; the failures are raised as one NumberedError at the end.
+  void StoreSelection();
+  void DeselectEach();  // stores after each one
+
+ private:
+  void Select(const std::vector<std::string>& servers);
+
+  QListWidget& list_;
+  ConfigurationSession& session_;
+};
+
+}  // namespace pellorin

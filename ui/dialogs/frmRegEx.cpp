@@ -1,0 +1,51 @@
+#include "ui/dialogs/frmRegEx.h"
+
+#include <QComboBox>
+#include <QPushButton>
+
+#include "ui_frmRegEx.h"
+
+namespace pellorin {
+
+frmRegEx::frmRegEx(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
+  ui_->setupUi(this);
+  ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
+  connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
+  connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
+  connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });
+  ToggleOk();
+}
+
+frmRegEx::~frmRegEx() = default;
+
+void frmRegEx::AddFields(const std::string& fields) {
+  ui_->cmbField->addItems(QString::fromStdString(fields).split(QLatin1Char(',')));
+  ui_->cmbField->setCurrentIndex(-1);  // a first item would choose itself
+}
+
+std::string frmRegEx::Field() const {
+  return ui_->cmbField->currentText().toStdString();
+}
+
+void frmRegEx::SetField(const std::string& field) {
+  ui_->cmbField->setEditText(QString::fromStdString(field));
+}
+
+std::string frmRegEx::Value() const {
+  return ui_->txtValue->text().toStdString();
+}
+
+void frmRegEx::SetValue(const std::string& value) {
+  ui_->txtValue->setText(QString::fromStdString(value));
+}
+
+void frmRegEx::ToggleOk() {
+  ui_->btnOK->setEnabled(!Field().empty());
+}
+
+void frmRegEx::Close(const std::string& result) {
+  dialogResult_ = result;
+  hide();
+}
+
+}  // namespace pellorin
