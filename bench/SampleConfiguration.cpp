@@ -34,7 +34,7 @@ std::string MailSection(int number) {
 }
 
 std::string SqlSection(int number) {
-  return "[SQL:HOST" + ThreeDigits(number) + "\\SALES]\r\n" +
+  return "[SQL:" + InstanceName(number) + "]\r\n" +
          "ConnectionType=Sql\r\n"
          "SqlUsername=mailer\r\n"
          "SqlPassword=" +
@@ -54,17 +54,32 @@ std::string SqlSection(int number) {
          "ExceptionMode=STOP\r\n";
 }
 
+std::string AdminSection() {
+  return "[ADMIN:Pellorin]\r\nSchedulerUsername=EXAMPLE\\scheduler\r\nSchedulerPassword=" + Password(0) +
+         "\r\n";
+}
+
 }  // namespace
 
 std::string MailSectionName(int number) {
   return "MAIL:smtp" + ThreeDigits(number);
 }
 
+std::string InstanceName(int number) {
+  return "HOST" + ThreeDigits(number) + "\\SALES";
+}
+
 std::string UsualIniFile() {
-  std::string text =
-      "[ADMIN:Pellorin]\r\nSchedulerUsername=EXAMPLE\\scheduler\r\nSchedulerPassword=" + Password(0) + "\r\n";
+  std::string text = AdminSection();
   for (int number = 1; number <= 12; ++number) text += MailSection(number);
   for (int number = 1; number <= 7; ++number) text += SqlSection(number);
+  return text;
+}
+
+std::string InstancesIniFile(int instances, const std::function<std::string(int instance)>& queuesOf) {
+  std::string text = AdminSection() + MailSection(1) + MailSection(2);
+  for (int number = 1; number <= instances; ++number)
+    text += SqlSection(number) + "Queues=" + queuesOf(number) + "\r\n";
   return text;
 }
 

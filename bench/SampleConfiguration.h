@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace pellorin {
@@ -13,7 +14,11 @@ std::string UsualIniFile();
 // bytes.
 std::string LargeIniFile(int sections, std::size_t sectionSize);
 
+// A Pellorin.ini of two mail servers and this many instances; each instance's "Queues" as the function says.
+std::string InstancesIniFile(int instances, const std::function<std::string(int instance)>& queuesOf);
+
 std::string MailSectionName(int number);
+std::string InstanceName(int number);  // without "SQL:"
 
 // The definition file of a queue.
 std::string QueueFile(int number);

@@ -5,13 +5,9 @@
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <malloc.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <memory>
@@ -20,6 +16,8 @@
 #include <vector>
 
 #include "bench/KeyFileStore.h"
+#include "bench/Median.h"
+#include "bench/ProgramFolder.h"
 #include "bench/SampleConfiguration.h"
 #include "config/Ini.h"
 
@@ -29,37 +27,6 @@ namespace {
 constexpr int kManySections = 600;
 constexpr int kQueues = 5000;
 constexpr const char* kChangedKey = "SenderEmail";
-
-// A program folder with this Pellorin.ini and this many queues; removed at the end.
-class ProgramFolder {
- public:
-  ProgramFolder(const std::string& iniText, int queues) {
-    std::string pattern = std::filesystem::current_path() / "bench-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make a folder");
-    path_ = pattern;
-    std::filesystem::create_directory(path_ + "/QUEUEDefinitions");
-    Write(IniPath(), iniText);
-    for (int number = 1; number <= queues; ++number) {
-      queuePaths_.push_back(path_ + "/QUEUEDefinitions/Queue" + std::to_string(number) + ".xml");
-      Write(queuePaths_.back(), QueueFile(number));
-    }
-  }
-  ~ProgramFolder() { std::filesystem::remove_all(path_); }
-  ProgramFolder(const ProgramFolder&) = delete;
-  ProgramFolder& operator=(const ProgramFolder&) = delete;
-
-  const std::string& Path() const { return path_; }
-  std::string IniPath() const { return path_ + "/Pellorin.ini"; }
-  const std::vector<std::string>& QueuePaths() const { return queuePaths_; }
-
- private:
-  static void Write(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-  }
-
-  std::string path_;
-  std::vector<std::string> queuePaths_;
-};
 
 std::unique_ptr<Ini> LoadIni(const ProgramFolder& folder) {
   auto ini = std::make_unique<Ini>(SystemFiles(), folder.Path(), LocaleConventions{});
@@ -94,12 +61,6 @@ double MicrosecondsOf(Operation& operation) {
   const auto end = std::chrono::steady_clock::now();
   benchmark::DoNotOptimize(&result);
   return std::chrono::duration<double, std::micro>(end - start).count();
-}
-
-double MedianOf(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
 }
 
 struct Comparison {

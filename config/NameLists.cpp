@@ -12,7 +12,10 @@ namespace {
 
 std::string Join(std::span<const std::string> names) {
   std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i) text += (i == 0 ? "" : ",") + names[i];
+  for (const std::string& name : names) {
+    if (&name != &names.front()) text += ',';
+    text += name;
+  }
   return text;
 }
 
@@ -37,7 +40,8 @@ std::string WithSingleCommas(std::string text) {
 }  // namespace
 
 std::vector<std::string> SplitNames(std::string_view text, const std::vector<std::string>& namesWithComma) {
-  const std::vector<std::string> allParts = SplitAt(",", text);
+  std::vector<std::string> allParts = SplitAt(",", text);
+  if (namesWithComma.empty()) return allParts;
   std::vector<std::string> names;
   for (std::span<const std::string> parts = allParts; !parts.empty();) {
     const std::size_t count = PartsOfNextElement(parts, namesWithComma);

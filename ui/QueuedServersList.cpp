@@ -1,5 +1,6 @@
 #include "ui/QueuedServersList.h"
 
+#include <QItemSelectionModel>
 #include <QSignalBlocker>
 
 #include "config/NameLists.h"
@@ -33,16 +34,20 @@ void QueuedServersList::Fill(const std::string& servers) {
   Select(SplitNames(servers, NamesWithComma(*session_.Document(), SectionType::Sql)));
 }
 
+// The selection is made at the end and at once: each selection of its own lays out the whole list anew.
 void QueuedServersList::Select(const std::vector<std::string>& servers) {
   const QSignalBlocker blocker(list_);
   list_.clear();
+  QItemSelection selection;
   for (const auto& section : session_.Document()->Sections()) {
     if (!IsInstance(*section)) continue;
     const std::string name = section->DisplayName();
     auto* entry = new QListWidgetItem(QString::fromStdString(name), &list_);
     entry->setData(Qt::UserRole, QString::fromStdString(section->Key));
-    entry->setSelected(ArrayContains(servers, name));
+    const QModelIndex index = list_.indexFromItem(entry);
+    if (ArrayContains(servers, name)) selection.select(index, index);
   }
+  list_.selectionModel()->select(selection, QItemSelectionModel::Select);
 }
 
 void QueuedServersList::RefreshQueuedServers(const std::vector<std::string>& servers) {
