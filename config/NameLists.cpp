@@ -32,6 +32,22 @@ std::size_t PartsOfNextElement(std::span<const std::string> parts,
   return longest;
 }
 
+// As a plain split sees it; without one, for most lists are long and stay as they are.
+bool IsElement(std::string_view text, std::string_view name) {
+  for (std::size_t begin = 0; begin <= text.size();) {
+    const std::size_t end = std::min(text.find(',', begin), text.size());
+    if (EqualIgnoringCase(text.substr(begin, end - begin), name)) return true;
+    begin = end + 1;
+  }
+  return false;
+}
+
+bool IsSettled(std::string_view text, std::string_view name, bool isWanted,
+               const std::vector<std::string>& namesWithComma) {
+  return namesWithComma.empty() && !text.empty() && text.find(",,") == std::string_view::npos &&
+         IsElement(text, name) == isWanted;
+}
+
 std::string WithSingleCommas(std::string text) {
   for (std::size_t at = 0; (at = text.find(",,", at)) != std::string::npos; ++at) text.erase(at, 1);
   return text;
@@ -62,6 +78,7 @@ bool ArrayContains(const std::vector<std::string>& array, std::string_view text)
 
 std::string WithName(std::string_view text, std::string_view name,
                      const std::vector<std::string>& namesWithComma) {
+  if (IsSettled(text, name, true, namesWithComma)) return std::string(text);
   std::vector<std::string> names = SplitNames(text, namesWithComma);
   if (!ArrayContains(names, name)) names.emplace_back(name);
   return WithSingleCommas(JoinNames(names));
@@ -69,6 +86,7 @@ std::string WithName(std::string_view text, std::string_view name,
 
 std::string WithoutName(std::string_view text, std::string_view name,
                         const std::vector<std::string>& namesWithComma) {
+  if (IsSettled(text, name, false, namesWithComma)) return std::string(text);
   std::vector<std::string> names = SplitNames(text, namesWithComma);
   for (std::string& element : names)
     if (EqualIgnoringCase(element, name)) element.clear();

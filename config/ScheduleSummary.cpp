@@ -42,6 +42,11 @@ class Schedule {
     return value && value->date;
   }
 
+  std::string Moment(std::string_view name) const {
+    const auto value = Read(name);
+    return value ? WriteDateTime(*value, locale_) : std::string();
+  }
+
   std::string Unit() const {  // empty when it is none
     if (Is("span", "Hour(s)")) return "hour";
     return Is("span", "Minute(s)") ? "minute" : "";
@@ -119,11 +124,11 @@ std::string DaysInWords(const Schedule& schedule) {
 }
 
 std::string Clause(const Schedule& schedule, const char* lead, std::string_view name) {
-  return schedule.IsEmpty(name) ? std::string() : lead + schedule.Text(name);
+  return schedule.IsEmpty(name) ? std::string() : lead + schedule.Moment(name);
 }
 
 std::string TimesInWords(const Schedule& schedule) {
-  if (schedule.IsOnce()) return " at " + schedule.Text("occursonce");
+  if (schedule.IsOnce()) return " at " + schedule.Moment("occursonce");
   const char* until = schedule.IsEmpty("starttime") ? " until " : " to ";
   return ", " + Every(schedule.Text("occursevery"), schedule.Unit()) +
          Clause(schedule, " from ", "starttime") + Clause(schedule, until, "endtime");

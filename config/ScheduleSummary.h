@@ -1,5 +1,5 @@
 // A queue's schedule in one line of plain words: "Every 2 weeks on Mon, Wed, every 15 minutes from 8:00 AM to
-// 6:00 PM, from 11/22/2026 until 12/31/2026". Numbers, times and dates stand in it as they are stored. Where
+// 6:00 PM, from 11/22/2026 until 12/31/2026". Dates and times stand in it as the locale writes them. Where
 // the settings make no schedule the line says what is missing ("Missing: the start time, ...") or wrong; it
 // does so whenever validation refuses one of them, and also where they say nothing that could be put in
 // words.

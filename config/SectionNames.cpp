@@ -8,6 +8,8 @@
 namespace pellorin {
 namespace {
 
+constexpr std::size_t kLongestName = 200;  // bytes; the buffer for all names holds 10,000
+constexpr const char* kTooLong = "A name cannot be longer than 200 characters.";
 constexpr const char* kOutsideCodePage =
     "The name holds a character that Pellorin.ini cannot hold (it is outside code page 1252).";
 
@@ -21,13 +23,12 @@ bool HoldsControlCharacter(std::string_view name) {
 }  // namespace
 
 std::string NameProblem(std::string_view name) {
-  constexpr std::size_t kLongestName = 200;  // bytes; the buffer for all names holds 10,000
   if (name.find_first_of(":]|") != std::string_view::npos || HoldsControlCharacter(name))
     return "A name cannot hold a colon, a closing bracket, a vertical bar or a control character.";
   if (name.starts_with(' ') || name.ends_with(' ')) return "A name cannot begin or end with a blank.";
   const auto ansiName = Utf8ToAnsi(name);
   if (!ansiName) return kOutsideCodePage;
-  if (ansiName->size() > kLongestName) return "A name cannot be longer than 200 characters.";
+  if (ansiName->size() > kLongestName) return kTooLong;
   return {};
 }
 
@@ -42,6 +43,7 @@ std::string QueueNameProblem(std::string_view name) {
   if (folded.find(".xml") != std::string::npos)
     return "A name cannot hold \".xml\": it would come back without it.";
   if (!Utf8ToAnsi(name)) return kOutsideCodePage;
+  if (name.size() > kLongestName) return kTooLong;  // file systems allow 255 bytes
   return {};
 }
 

@@ -1,5 +1,6 @@
 #include "ui/CaptionedFrame.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QStyle>
@@ -16,14 +17,25 @@ constexpr int kSpacing = 6;  // from the caption to the first row; the layout's 
 CaptionedFrame::CaptionedFrame(QWidget* parent) : QFrame(parent) {
   setFrameShape(QFrame::StyledPanel);
   setFrameShadow(QFrame::Raised);
-  setContentsMargins(0, QFontMetrics(CaptionFont()).height() + kSpacing, 0, 0);
+  MakeRoom();
 }
 
 void CaptionedFrame::setTitle(const QString& title) {
   title_ = title;
   setAccessibleName(title);
-  setMinimumWidth(QFontMetrics(CaptionFont()).horizontalAdvance(title) + 2 * kMargin);
+  MakeRoom();
   update();
+}
+
+void CaptionedFrame::MakeRoom() {
+  const QFontMetrics caption(CaptionFont());
+  setContentsMargins(0, caption.height() + kSpacing, 0, 0);
+  setMinimumWidth(caption.horizontalAdvance(title_) + 2 * kMargin);
+}
+
+void CaptionedFrame::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() == QEvent::FontChange) MakeRoom();
 }
 
 QFont CaptionedFrame::CaptionFont() const {
@@ -40,8 +52,8 @@ void CaptionedFrame::paintEvent(QPaintEvent*) {
   style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, this);
   painter.setFont(CaptionFont());
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignLeft | Qt::AlignTop,
-                   title_);
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                   QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignTop), title_);
 }
 
 }  // namespace pellorin

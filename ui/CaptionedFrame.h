@@ -19,9 +19,11 @@ class CaptionedFrame : public QFrame {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   QFont CaptionFont() const;
+  void MakeRoom();
 
   QString title_;
 };

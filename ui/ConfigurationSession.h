@@ -41,7 +41,8 @@ class ConfigurationSession : public QObject {
   // Writes into a section that need not be shown: the queues page keeps "Queues" of every SQL section.
   void SetValue(Section& section, const std::string& key, const std::string& value);
 
-  // While one lives, any number of edits are announced as one, at its end.
+  // While one lives, any number of edits are announced as one, at its end, also when they fail: what listens
+  // to "edited" must not throw.
   class Edits {
    public:
     explicit Edits(ConfigurationSession& session) : session_(session) { ++session_.editsInProgress_; }

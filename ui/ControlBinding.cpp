@@ -3,6 +3,7 @@
 #include <QAbstractSpinBox>
 #include <QEvent>
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "config/Ini.h"
@@ -92,6 +93,11 @@ class WheelFilter : public QObject {
 };
 
 }  // namespace
+
+void AllowAnyLength(QWidget& window) {
+  for (QLineEdit* text : window.findChildren<QLineEdit*>())
+    text->setMaxLength(std::numeric_limits<int>::max());
+}
 
 void IgnoreWheelWithoutFocus(QWidget& window) {
   auto* filter = new WheelFilter(&window);

@@ -90,6 +90,9 @@ inline void ShowValue(QLineEdit& control, const Section& section, const char* ke
 // Chooses an option or not, whatever the others of its group are.
 void SetChosen(QRadioButton& option, bool isChosen);
 
+// A text box takes what a setting holds: by itself it would cut it at 32,767 characters.
+void AllowAnyLength(QWidget& window);
+
 // The wheel never changes a field that has no focus: it scrolls over it.
 void IgnoreWheelWithoutFocus(QWidget& window);
 

@@ -1,49 +1,93 @@
 #include "ui/DateTimePicker.h"
 
-#include <QCalendarWidget>
+#include <QAction>
+#include <QDateTime>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMouseEvent>
-#include <QSignalBlocker>
-#include <QStyle>
-#include <QStyleOptionComboBox>
-#include <chrono>
-#include <utility>
+#include <QPainter>
+#include <QScreen>
+#include <QStyleOptionSpinBox>
+#include <algorithm>
+#include <vector>
+
+#include "ui/QtDates.h"
 
 namespace pellorin {
-
 namespace {
 
-DateTime PartsOf(const QDateTime& moment, QDateTimeEdit::Sections shown) {
-  const std::chrono::sys_seconds seconds{std::chrono::seconds{moment.toSecsSinceEpoch()}};
-  const auto day = std::chrono::floor<std::chrono::days>(seconds);
-  DateTime value;
-  if (shown & QDateTimeEdit::DateSections_Mask) value.date = day;
-  if (shown & QDateTimeEdit::TimeSections_Mask) value.timeOfDay = seconds - day;
-  return value;
+using std::chrono::days;
+using std::chrono::seconds;
+using std::chrono::sys_days;
+using std::chrono::year_month_day;
+
+// What a step can change; the order is the one in which a text shows them.
+enum class Part { Day, Month, Year, Hour, Minute, Second, HalfOfDay };
+
+std::vector<Part> PartsShown(const DateTime& value, const LocaleConventions& locale) {
+  std::vector<Part> parts;
+  if (value.date && locale.dateOrder == DateOrder::MonthDayYear) parts = {Part::Month, Part::Day, Part::Year};
+  if (value.date && locale.dateOrder == DateOrder::DayMonthYear) parts = {Part::Day, Part::Month, Part::Year};
+  if (value.date && locale.dateOrder == DateOrder::YearMonthDay) parts = {Part::Year, Part::Month, Part::Day};
+  if (!value.timeOfDay) return parts;
+  parts.insert(parts.end(), {Part::Hour, Part::Minute});
+  if (value.timeOfDay->count() % 60 != 0) parts.push_back(Part::Second);
+  if (locale.twelveHourClock) parts.push_back(Part::HalfOfDay);
+  return parts;
 }
 
-// Without a time zone, as a text has none: no hour of any day is missing or there twice.
-QDateTime CurrentMinute() {
-  const QDateTime now = QDateTime::currentDateTime();
-  return {now.date(), QTime(now.time().hour(), now.time().minute()), Qt::UTC};
+// Which of a text's runs of letters and digits the cursor stands in or behind.
+std::size_t RunAt(const QString& text, int cursor) {
+  std::size_t runs = 0;
+  for (int i = 0; i < cursor && i < text.size(); ++i)
+    if (!text[i].isLetterOrNumber() && i > 0 && text[i - 1].isLetterOrNumber()) ++runs;
+  return runs;
 }
 
-QString Quoted(const std::string& separator) {
-  const QLatin1Char quote('\'');
-  return quote + QString::fromStdString(separator).replace(quote, QLatin1String("''")) + quote;
+// Where that run lies.
+std::pair<int, int> PlaceOfRun(const QString& text, std::size_t run) {
+  int start = 0;
+  while (start < text.size() && (RunAt(text, start) < run || !text[start].isLetterOrNumber())) ++start;
+  int end = start;
+  while (end < text.size() && text[end].isLetterOrNumber()) ++end;
+  return {start, end - start};
 }
 
-bool IsCommand(const QKeyEvent& key) {
-  return key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+year_month_day Stepped(const year_month_day& date, Part part, int steps) {
+  if (part == Part::Day) return sys_days(date) + days(steps);
+  auto month = date.year() / date.month();
+  month += part == Part::Month ? std::chrono::months(steps) : std::chrono::months(12 * steps);
+  const auto last = (month / std::chrono::last).day();
+  return month / std::min(date.day(), last);
 }
 
-bool Types(const QKeyEvent& key) {
-  return !IsCommand(key) && !key.text().isEmpty() && key.text().front().isPrint();
+seconds Stepped(seconds time, Part part, int steps) {
+  constexpr seconds kDay = std::chrono::hours(24);
+  seconds step = std::chrono::hours(1);
+  if (part == Part::Minute) step = std::chrono::minutes(1);
+  if (part == Part::Second) step = seconds(1);
+  if (part == Part::HalfOfDay) step = std::chrono::hours(12);
+  return ((time + steps * step) % kDay + kDay) % kDay;
 }
 
-bool IsDigit(QChar letter) {
-  return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
+bool IsYearWritable(const year_month_day& date) {
+  return date.year() >= std::chrono::year(100) && date.year() <= std::chrono::year(9999);
+}
+
+QIcon ArrowIcon(const QPalette& palette) {
+  constexpr int kSize = 16;
+  QIcon icon;
+  for (const auto& [mode, group] :
+       {std::pair(QIcon::Normal, QPalette::Active), {QIcon::Disabled, QPalette::Disabled}}) {
+    QPixmap picture(kSize, kSize);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette.color(group, QPalette::ButtonText));
+    painter.drawPolygon(QPolygonF({QPointF(4, 6), QPointF(12, 6), QPointF(8, 10.5)}));
+    icon.addPixmap(picture, mode);
+  }
+  return icon;
 }
 
 bool AsksForCalendar(const QKeyEvent& key) {
@@ -54,165 +98,124 @@ bool AsksForCalendar(const QKeyEvent& key) {
 
 }  // namespace
 
-DateTimePicker::DateTimePicker(QWidget* parent) : QDateTimeEdit(parent) {
-  setLocale(QLocale::c());  // the same AM and PM everywhere
-  setTimeSpec(Qt::UTC);
-  connect(this, &QDateTimeEdit::dateTimeChanged, this, &DateTimePicker::NoteChange);
-  SetValueText({});
+DateTimePicker::DateTimePicker(QWidget* parent) : QAbstractSpinBox(parent) {
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(lineEdit(), &QLineEdit::textEdited, this,
+          [this](const QString& typed) { NoteTyped(typed.toStdString()); });
 }
 
-void DateTimePicker::SetLocaleConventions(const LocaleConventions& conventions) {
-  conventions_ = conventions;
-  SetValueText(text_);
+void DateTimePicker::setCalendarPopup(bool wanted) {
+  if (!wanted || calendarPopup()) return;
+  setButtonSymbols(NoButtons);
+  QAction* open = lineEdit()->addAction(ArrowIcon(palette()), QLineEdit::TrailingPosition);
+  open->setText(QStringLiteral("Open the calendar"));
+  connect(open, &QAction::triggered, this, [this] { OpenCalendar(); });
+  calendar_ = new QCalendarWidget(this);
+  calendar_->setWindowFlag(Qt::Popup);
+  calendar_->setLocale(QLocale::c());
+  calendar_->hide();
+  for (const auto chosen : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
+    connect(calendar_, chosen, this, [this](const QDate& day) { TakeDay(day); });
+}
+
+// A value with the picker's own part, which may be missing in the text.
+std::optional<DateTime> DateTimePicker::Read(const std::string& text) const {
+  auto value = ReadDateTime(text, conventions_);
+  if (!value) return value;
+  const auto moment = MomentOf(*value);
+  const auto day = std::chrono::floor<days>(moment);
+  if (calendarPopup() && !value->date) value->date = day;
+  if (!calendarPopup() && !value->timeOfDay) value->timeOfDay = moment - day;
+  return value;
+}
+
+DateTime DateTimePicker::Present() const {
+  const QDateTime now = QDateTime::currentDateTime();
+  if (!calendarPopup())
+    return {std::nullopt, std::chrono::minutes(now.time().hour() * 60 + now.time().minute())};
+  return {DayOf(now.date()), std::nullopt};
 }
 
 void DateTimePicker::SetValueText(const std::string& text) {
-  text_ = text;
-  Show(ReadDateTime(text, conventions_));
+  given_ = text_ = text;
+  ShowValue();
 }
 
-// Its own part is always shown, so that it can be changed; the other one when the text holds it.
-void DateTimePicker::Show(const std::optional<DateTime>& value) {
-  const QSignalBlocker blocker(this);
-  DateTime parts = value.value_or(DateTime());
-  const std::chrono::sys_seconds moment = MomentOf(parts);
-  const auto day = std::chrono::floor<std::chrono::days>(moment);
-  if (calendarPopup() && !parts.date) parts.date = day;
-  if (!calendarPopup() && !parts.timeOfDay) parts.timeOfDay = moment - day;
-
-  isBlank_ = !value;
-  setSpecialValueText(isBlank_ ? QStringLiteral(" ") : QString());  // shown in place of the minimum
-  setDisplayFormat(FormatOf(parts));
-  setDateTimeRange(QDateTime(QDate(100, 1, 1), QTime(0, 0), Qt::UTC),
-                   QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59, 999), Qt::UTC));
-  setDateTime(isBlank_ ? minimumDateTime()
-                       : QDateTime::fromSecsSinceEpoch(moment.time_since_epoch().count(), Qt::UTC));
-  moment_ = dateTime();
+void DateTimePicker::ShowValue() {
+  const auto value = Read(text_);
+  lineEdit()->setText(value ? QString::fromStdString(WriteDateTime(*value, conventions_)) : QString());
+  lineEdit()->setCursorPosition(0);  // a step changes the first part, unless the user goes to another
 }
 
-QString DateTimePicker::FormatOf(const DateTime& value) const {
-  QStringList format;
-  if (value.date) {
-    const bool padded = conventions_.leadingZeros;
-    const QString day = padded ? QStringLiteral("dd") : QStringLiteral("d");
-    const QString month = padded ? QStringLiteral("MM") : QStringLiteral("M");
-    QStringList fields{day, month};
-    if (conventions_.dateOrder != DateOrder::DayMonthYear) fields = {month, day};
-    const bool yearFirst = conventions_.dateOrder == DateOrder::YearMonthDay;
-    fields.insert(yearFirst ? 0 : 2, QStringLiteral("yyyy"));
-    format += fields.join(Quoted(conventions_.dateSeparator));
-  }
-  if (value.timeOfDay) {
-    const bool twelveHours = conventions_.twelveHourClock;
-    QStringList fields{twelveHours ? QStringLiteral("h") : QStringLiteral("HH"), QStringLiteral("mm")};
-    if (value.timeOfDay->count() % 60 != 0) fields += QStringLiteral("ss");
-    format += fields.join(Quoted(conventions_.timeSeparator));
-    if (twelveHours) format += QStringLiteral("AP");
-  }
-  return format.join(QLatin1Char(' '));
+void DateTimePicker::NoteTyped(const std::string& typed) {
+  const auto value = Read(typed);
+  const bool isGiven = value && value == Read(given_);
+  text_ = isGiven ? given_ : value ? WriteDateTime(*value, conventions_) : typed;
+  emit edited();
 }
 
-// A blank picker starts at the present, which the key or step at hand then changes.
-void DateTimePicker::Begin() {
-  Show(PartsOf(CurrentMinute(), calendarPopup() ? DateSections_Mask : TimeSections_Mask));
-  setSelectedSection(sectionAt(0));
-  Commit();
-}
-
-void DateTimePicker::NoteChange() {
-  if (dateTime() != moment_) Commit();  // Enter announces the value though it is the same
-}
-
-void DateTimePicker::Commit() {
-  if (isBlank_) setSpecialValueText({});
-  isBlank_ = false;
-  moment_ = dateTime();
-  text_ = WriteDateTime(PartsOf(moment_, displayedSections()), conventions_);
+void DateTimePicker::Take(const DateTime& value) {
+  text_ = WriteDateTime(value, conventions_);
+  ShowValue();
   emit edited();
 }
 
 void DateTimePicker::stepBy(int steps) {
-  if (isBlank_) Begin();
-  if (!isBlank_) QDateTimeEdit::stepBy(steps);  // unless the change was refused
-}
-
-DateTimePicker::StepEnabled DateTimePicker::stepEnabled() const {
-  return isBlank_ ? StepUpEnabled | StepDownEnabled : QDateTimeEdit::stepEnabled();
+  const auto shown = Read(lineEdit()->text().toStdString());
+  DateTime value = shown.value_or(Present());
+  const auto parts = PartsShown(value, conventions_);
+  const bool isAllSelected = lineEdit()->selectedText() == lineEdit()->text();
+  const std::size_t atCursor = isAllSelected ? 0 : RunAt(lineEdit()->text(), lineEdit()->cursorPosition());
+  const std::size_t run = std::min(atCursor, parts.size() - 1);
+  const Part part = shown ? parts[run] : parts.front();
+  if (part >= Part::Hour)
+    value.timeOfDay = Stepped(*value.timeOfDay, part, steps);
+  else if (const auto date = Stepped(*value.date, part, steps); IsYearWritable(date))
+    value.date = date;
+  Take(value);
+  const auto [start, length] = PlaceOfRun(lineEdit()->text(), shown ? run : 0);
+  lineEdit()->setSelection(start, length);
 }
 
 void DateTimePicker::keyPressEvent(QKeyEvent* event) {
-  if (isBlank_ && event->matches(QKeySequence::Paste))
-    lineEdit()->selectAll();  // the blank that stands there
   if (calendarPopup() && AsksForCalendar(*event))
     OpenCalendar();
-  else if (Types(*event))
-    TypeKey(event);
   else
-    QDateTimeEdit::keyPressEvent(event);
+    QAbstractSpinBox::keyPressEvent(event);
 }
 
-void DateTimePicker::TypeKey(QKeyEvent* event) {
-  const QChar letter = event->text().front();
-  const bool isFull = std::exchange(isSectionFull_, false);
-  if (IsDigit(letter) && isBlank_) Begin();
-  if (isBlank_ || (isFull && IsSeparator(letter))) return;
-  if (currentSection() == AmPmSection && letter.isLetter()) {
-    ChooseHalfOfDay(letter.toUpper());
-    return;
-  }
-  // QDateTimeEdit refuses to replace the whole text by a digit.
-  if (IsDigit(letter) && lineEdit()->selectedText() == text()) setSelectedSection(sectionAt(0));
-  const Section section = currentSection();
-  QDateTimeEdit::keyPressEvent(event);
-  isSectionFull_ = IsDigit(letter) && currentSection() != section;
+// What was typed is shown as the locale writes it; what cannot be read stays to be seen.
+void DateTimePicker::focusOutEvent(QFocusEvent* event) {
+  QAbstractSpinBox::focusOutEvent(event);
+  if (Read(text_)) ShowValue();
 }
 
-// A full section leads on to the next one; typing the separator as well would skip that one.
-bool DateTimePicker::IsSeparator(QChar letter) const {
-  return QString::fromStdString(conventions_.dateSeparator + ' ' + conventions_.timeSeparator)
-      .contains(letter);
+QSize DateTimePicker::sizeHint() const {
+  QStyleOptionSpinBox option;
+  initStyleOption(&option);
+  constexpr int kRoom = 30;  // for the cursor, the margins, and the buttons or the arrow
+  const QString longest = calendarPopup() ? QStringLiteral("12/22/2026") : QStringLiteral("12:59:59 PM");
+  const QSize content(fontMetrics().horizontalAdvance(longest) + kRoom, lineEdit()->sizeHint().height());
+  return style()->sizeFromContents(QStyle::CT_SpinBox, &option, content, this);
 }
 
-// One letter says it: QDateTimeEdit waits for the M and forgets the letter when none comes.
-void DateTimePicker::ChooseHalfOfDay(QChar letter) {
-  const bool isPm = letter == QLatin1Char('P');
-  if (!isPm && letter != QLatin1Char('A')) return;
-  constexpr int kHalf = 12;
-  setTime(QTime(time().hour() % kHalf + (isPm ? kHalf : 0), time().minute(), time().second()));
-  setSelectedSection(AmPmSection);
-}
-
-// A section typed in part counts before a shortcut acts: the focus does not leave the field for it.
-bool DateTimePicker::event(QEvent* event) {
-  const bool isDone = QDateTimeEdit::event(event);
-  if (event->type() == QEvent::ShortcutOverride && !event->isAccepted() &&
-      IsCommand(*static_cast<QKeyEvent*>(event)))
-    interpretText();
-  return isDone;
-}
-
-void DateTimePicker::mousePressEvent(QMouseEvent* event) {
-  QDateTimeEdit::mousePressEvent(event);
-  if (!isBlank_ || !calendarPopup() || !calendarWidget()->isVisible()) return;
-  const QSignalBlocker blocker(calendarWidget());  // today is offered, not chosen
-  calendarWidget()->setSelectedDate(QDate::currentDate());
-}
-
-// No key of QDateTimeEdit opens its calendar, only a press on the arrow does.
 void DateTimePicker::OpenCalendar() {
-  QStyleOptionComboBox option;
-  option.initFrom(this);
-  option.editable = true;
-  const QPointF arrow =
-      style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this).center();
-  QMouseEvent press(QEvent::MouseButtonPress, arrow, mapToGlobal(arrow), Qt::LeftButton, Qt::LeftButton,
-                    Qt::NoModifier);
-  mousePressEvent(&press);
+  const auto value = Read(text_);
+  const year_month_day day = value ? *value->date : *Present().date;
+  calendar_->setSelectedDate(QtDayOf(day));
+  const int room = screen()->availableGeometry().bottom() - mapToGlobal(QPoint(0, height())).y();
+  const int calendarHeight = calendar_->sizeHint().height();
+  calendar_->move(mapToGlobal(QPoint(0, room >= calendarHeight ? height() : -calendarHeight)));
+  calendar_->show();
+  calendar_->setFocus();
 }
 
-// An empty field has no sections for Tab to go through; QDateTimeEdit would never let it out.
-bool DateTimePicker::focusNextPrevChild(bool next) {
-  return isBlank_ ? QAbstractSpinBox::focusNextPrevChild(next) : QDateTimeEdit::focusNextPrevChild(next);
+void DateTimePicker::TakeDay(const QDate& day) {
+  if (!calendar_->isVisible()) return;  // a click also activates on some systems
+  calendar_->hide();
+  DateTime value = Read(text_).value_or(DateTime());
+  value.date = DayOf(day);
+  Take(value);
 }
 
 }  // namespace pellorin

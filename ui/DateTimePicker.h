@@ -1,55 +1,59 @@
-// Picks a date from a calendar (calendarPopup set) or a time of day, and keeps it as text. The text that was
-// given stays as it is, to the letter, until the user changes the value; from then on it is the value as the
-// locale writes it. A text that is neither date nor time shows as empty and is kept as well. All that the
-// text holds is shown: what would be written is always to be seen.
+// A field for a date (with a calendar), a time of day, or both, which is kept as text. The text that was
+// given stays as it is, to the letter, until the value changes; then it is the value as the locale writes it.
+// What is typed is read as a whole, in all forms that ReadDateTime knows; a text that is no date or time is
+// kept as it was typed, so that validation can name it, but never guessed at. A given text of that kind is
+// shown as empty. Up and Down step the part at the cursor; F4 and Alt+Down open the calendar.
 #pragma once
 
-#include <QDateTimeEdit>
+#include <QAbstractSpinBox>
+#include <QCalendarWidget>
 #include <optional>
 #include <string>
 
 #include "config/DateTimeText.h"
-#include "platform/SystemLocale.h"
 
 namespace pellorin {
 
-class DateTimePicker : public QDateTimeEdit {
+class DateTimePicker : public QAbstractSpinBox {
   Q_OBJECT
+  Q_PROPERTY(bool calendarPopup READ calendarPopup WRITE setCalendarPopup)
+
  public:
   explicit DateTimePicker(QWidget* parent = nullptr);
 
-  void SetLocaleConventions(const LocaleConventions& conventions);  // once calendarPopup is set
-  void SetValueText(const std::string& text);                       // emits nothing
-  std::string ValueText() const { return text_; }
+  // With a calendar it picks a date, without one a time of day. Named as the other properties of .ui files.
+  bool calendarPopup() const { return calendar_ != nullptr; }
+  void setCalendarPopup(bool wanted);
 
-  bool event(QEvent* event) override;
+  void SetLocaleConventions(const LocaleConventions& conventions) { conventions_ = conventions; }
+  void SetValueText(const std::string& text);  // emits nothing
+  const std::string& ValueText() const { return text_; }
+
   void stepBy(int steps) override;
+  QSize sizeHint() const override;  // of the longest usual text, so that fields do not change their width
+  QSize minimumSizeHint() const override { return sizeHint(); }
 
  signals:
-  void edited();  // the user changed the value; once per section typed
+  void edited();  // the user changed the text
 
  protected:
-  StepEnabled stepEnabled() const override;
+  StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
   void keyPressEvent(QKeyEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  bool focusNextPrevChild(bool next) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void Show(const std::optional<DateTime>& value);
-  QString FormatOf(const DateTime& value) const;
-  void Begin();
-  void NoteChange();
-  void Commit();
-  void TypeKey(QKeyEvent* event);
-  bool IsSeparator(QChar letter) const;
-  void ChooseHalfOfDay(QChar letter);
+  std::optional<DateTime> Read(const std::string& text) const;
+  DateTime Present() const;
+  void NoteTyped(const std::string& typed);
+  void Take(const DateTime& value);
+  void ShowValue();
   void OpenCalendar();
+  void TakeDay(const QDate& day);
 
   LocaleConventions conventions_;
+  QCalendarWidget* calendar_ = nullptr;
+  std::string given_;  // by the program
   std::string text_;
-  QDateTime moment_;  // that text_ stands for
-  bool isBlank_ = true;
-  bool isSectionFull_ = false;  // the last key filled one section and led to the next
 };
 
 }  // namespace pellorin

@@ -63,7 +63,10 @@ void QueueFilterEditor::SaveFilter() {
 
 void QueueFilterEditor::btnAddQueueFilter_Click() {
   const std::string line = ShowQueueFilterForm("", "");
-  if (!line.empty()) controls_.lines->addItem(QString::fromStdString(line));
+  if (!line.empty()) {
+    controls_.lines->addItem(QString::fromStdString(line));
+    controls_.lines->scrollToBottom();
+  }
   SaveFilter();
 }
 
@@ -95,8 +98,11 @@ void QueueFilterEditor::btnDeleteQueueFilter_Click() {
 }
 
 bool QueueFilterEditor::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == controls_.lines && event->type() == QEvent::KeyPress)
-    return HandleKey(static_cast<QKeyEvent*>(event)->key());
+  if (watched == controls_.lines && event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isPlain = (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    return isPlain && HandleKey(key->key());
+  }
   if (watched == controls_.lines->viewport() && event->type() == QEvent::MouseButtonDblClick &&
       static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
     HandleKey(Qt::Key_Return);

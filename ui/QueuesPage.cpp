@@ -87,11 +87,13 @@ void QueuesPage::Choose(const OptionRow& option) {
 
 void QueuesPage::ApplyOption(const OptionRow& option) {
   tags_.ToggleControls(ControlTags::TagOf(*option.button));
-  if (option.button == ui_->optDaily || option.button == ui_->optWeekly) {
-    const bool isWeekly = option.button == ui_->optWeekly;
-    ui_->frmOccurance->setTitle(isWeekly ? QStringLiteral("Weekly") : QStringLiteral("Daily"));
-    ui_->lblEverySpan->setText(isWeekly ? QStringLiteral("Week") : QStringLiteral("Day"));
-  }
+  if (option.button == ui_->optDaily || option.button == ui_->optWeekly)
+    ShowOccurance(option.button == ui_->optWeekly);
+}
+
+void QueuesPage::ShowOccurance(bool isWeekly) {
+  ui_->frmOccurance->setTitle(isWeekly ? QStringLiteral("Weekly") : QStringLiteral("Daily"));
+  ui_->lblEverySpan->setText(isWeekly ? QStringLiteral("Week") : QStringLiteral("Day"));
 }
 
 void QueuesPage::PersistDays() {

@@ -62,6 +62,7 @@ class QueuesPage : public SectionPage {
 
   void Choose(const OptionRow& option);       // by the user
   void ApplyOption(const OptionRow& option);  // its groups and captions
+  void ShowOccurance(bool isWeekly);
   void PersistDays();
   bool IsDuplicate(const std::string& name) const;
 

@@ -1,5 +1,4 @@
 // Showing a queue: the controls from the settings, defaults for what is missing, and back.
-#include <QDate>
 #include <QTime>
 
 #include "config/DateTimeText.h"
@@ -7,6 +6,7 @@
 #include "config/ValueOrDefault.h"
 #include "ui/FailureMessage.h"
 #include "ui/ListItems.h"
+#include "ui/QtDates.h"
 #include "ui/QueuesPage.h"
 #include "ui_QueuesPage.h"
 
@@ -19,12 +19,7 @@ constexpr const char* kShownKeys[] = {"frequency",  "every",     "occurstype",  
                                       "hasenddate", "title",     "queuebydefault"};
 
 std::string Today(const LocaleConventions& locale) {
-  const QDate today = QDate::currentDate();
-  return WriteDateTime({std::chrono::year_month_day{std::chrono::year{today.year()},
-                                                    std::chrono::month{static_cast<unsigned>(today.month())},
-                                                    std::chrono::day{static_cast<unsigned>(today.day())}},
-                        std::nullopt},
-                       locale);
+  return WriteDateTime({DayOf(QDate::currentDate()), std::nullopt}, locale);
 }
 
 std::string DefaultOf(std::string_view key, const LocaleConventions& locale) {
@@ -45,11 +40,11 @@ bool HasKnownFrequency(const Section& queue) {
 void QueuesPage::ShowCurrent() {
   Section& queue = *session_.CurrentQueue();
   queue.ListPosition = ui_->cmbQueues->currentIndex();
-  ShowProblem(queue.QueueProblem());
   if (!queue.QueueProblem().empty()) {
     ShowUnusable(queue);
     return;
   }
+  ShowProblem("");
   RunGuarded(messages_, [&] {
     const ConfigurationSession::Edits edits(session_);
     Fill();
@@ -60,24 +55,27 @@ void QueuesPage::ShowCurrent() {
                     .icon = MessageIcon::Critical});
 }
 
+// It takes the place of the schedule in words, which there is none of then: the window keeps its height.
 void QueuesPage::ShowProblem(const std::string& problem) {
   ui_->lblQueueProblem->setText(
       QString::fromStdString("The definition of this queue cannot be used:\r\n" + problem));
   ui_->lblQueueProblem->setVisible(!problem.empty());
+  ui_->fraSchedule->setVisible(problem.empty());
 }
 
-// It can only be deleted or left.
+// Of all controls only these stay on: the queue can be deleted or left.
 void QueuesPage::ShowUnusable(const Section& queue) {
-  SectionPage::StartBrandNew();
+  StartBrandNew();
   Selector().Select(queue);
+  ShowProblem(queue.QueueProblem());
   for (QWidget* control : std::initializer_list<QWidget*>{ui_->Label31, ui_->cmbQueues, ui_->btnDeleteQueue,
                                                           ui_->lblQueueProblem})
     control->setEnabled(true);
-  ShowSummary();
 }
 
 void QueuesPage::StartBrandNew() {
   SectionPage::StartBrandNew();
+  ShowOccurance(false);
   ShowProblem("");
   ShowSummary();
 }

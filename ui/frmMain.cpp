@@ -33,6 +33,7 @@ frmMain::frmMain(const Components& components)
   AddPages();
   BindControls();
   IgnoreWheelWithoutFocus(*this);
+  AllowAnyLength(*this);
   LeadTabToChosenOptions(*this);
 }
 

@@ -6,6 +6,7 @@
 #include "service/LocalMailComponent.h"
 #include "service/RegistryEventLog.h"
 #include "ui/HelpFileBox.h"
+#include "ui/ProgramStyle.h"
 #include "ui/QtUserMessages.h"
 #include "ui/frmMain.h"
 
@@ -41,7 +42,7 @@ int main(int argumentCount, char** arguments) {
       qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || NamesPlatform(argumentCount, arguments);
   if (!mayHaveDisplay) EndWithoutDisplay();
   qInstallMessageHandler(RefuseWithoutDisplay);
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle(new pellorin::ProgramStyle);
   QApplication application(argumentCount, arguments);
   qInstallMessageHandler(nullptr);
 

@@ -210,7 +210,9 @@ TEST(QueueFile, NothingIsWrittenOutsideTheFolder) {
     EXPECT_EQ(queue.GetValue("every"), "1") << "from the template";
     queue.SetValue("every", "2");
     EXPECT_EQ(FailureOf([&] { document->Save(); }),
-              CannotSave(name, "Its file would not lie in the folder of the queues.",
+              CannotSave(name,
+                         "Its file would not lie in the folder of the queues. Please delete this queue and "
+                         "add it under another name.",
                          folder.QueuePath(name + ".xml")));
   }
   EXPECT_EQ(folder.Read("x.xml"), "<queue every=\"5\"/>");

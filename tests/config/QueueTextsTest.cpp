@@ -48,7 +48,7 @@ TEST(ScheduleSummaryTest, SaysWhatTheSettingsMean) {
        {{{"occursevery", " 1 "}, {"span", "Hour(s)"}}, days + ", every hour" + times + dates},
        {{{"every", "1"}, {"days", "SUNDAY;Friday"}}, "Every week on Fri, Sun" + minutes + times + dates},
        {{{"frequency", "daily"}, {"every", " 3 "}, {"days", ""}}, "Every 3 days" + minutes + times + dates},
-       {{{"enddate", " 2026-11-22\t"}}, days + minutes + times + ", from 11/22/2026 until 2026-11-22"},
+       {{{"enddate", " 2026-11-22\t"}}, days + minutes + times + ", from 11/22/2026 until 11/22/2026"},
        {{{"enddate", "11/21/2026 23:59"}}, "The end date lies before the start date."}});
   CheckSummaries(kOnce, {{{}, "Every day at 11:05 PM"},
                          {{{"startdate", "11/22/2026"}}, "Every day at 11:05 PM, from 11/22/2026"},
@@ -139,8 +139,12 @@ TEST(NameListsTest, GainAndLoseNames) {
                          Row{"Q0,Q1,Q2", "Q1", "Q0,Q1,Q2", "Q0,Q2"}, Row{"a,,,b", "Q1", "a,,b,Q1", "a,,b"},
                          Row{"a,Q1,q1,b", "Q1", "a,Q1,q1,b", "a,,b"}, Row{"Q1,Q1", "Q1", "Q1,Q1", ","},
                          Row{"a,h,1,b", "H,1", "a,h,1,b", "a,b"}, Row{"h", "H,1", "h,H,1", "h"}}) {
-    EXPECT_EQ(WithName(row.text, row.name, {"H,1"}), row.with) << row.text;
-    EXPECT_EQ(WithoutName(row.text, row.name, {"H,1"}), row.without) << row.text;
+    Names known = {"H,1"};
+    for (int round = 0; round < 2; ++round) {
+      EXPECT_EQ(WithName(row.text, row.name, known), row.with) << row.text;
+      EXPECT_EQ(WithoutName(row.text, row.name, known), row.without) << row.text;
+      if (std::string(row.name).find(',') == std::string::npos) known.clear();
+    }
   }
 }
 

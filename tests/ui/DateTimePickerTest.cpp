@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QClipboard>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QTest>
@@ -33,16 +32,19 @@ class DateTimePickerTest : public ::testing::Test {
  protected:
   void SetUp() override {
     auto* layout = new QVBoxLayout(&window);
-    layout->addWidget(picker);
+    datePicker->setCalendarPopup(true);
+    for (DateTimePicker* each : {timePicker, datePicker}) {
+      layout->addWidget(each);
+      QObject::connect(each, &DateTimePicker::edited, [this] { ++edits; });
+    }
     layout->addWidget(other);
-    QObject::connect(picker, &DateTimePicker::edited, [this] { ++edits; });
     window.show();
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   }
   void Give(Kind kind, const std::string& text, const LocaleConventions& locale = kAmerican) {
     other->setFocus();
-    picker->setCalendarPopup(kind == kDate);
+    picker = kind == kDate ? datePicker : timePicker;
     picker->SetLocaleConventions(locale);
     picker->SetValueText(text);
     picker->setFocus(Qt::TabFocusReason);
@@ -55,9 +57,7 @@ class DateTimePickerTest : public ::testing::Test {
     }
   }
   std::string Shown() const { return picker->text().trimmed().toStdString(); }
-  // The text kept, which after a change must be what is shown; only seconds that are zero are shown alone.
-  std::string Changed(const LocaleConventions& locale = kAmerican) {
-    EXPECT_EQ(ReadDateTime(picker->ValueText(), locale), ReadDateTime(Shown(), locale)) << Shown();
+  std::string Changed() {
     EXPECT_GT(edits, 0);
     edits = 0;
     return picker->ValueText();
@@ -67,7 +67,9 @@ class DateTimePickerTest : public ::testing::Test {
   }
 
   QWidget window;
-  DateTimePicker* picker = new DateTimePicker(&window);
+  DateTimePicker* timePicker = new DateTimePicker(&window);
+  DateTimePicker* datePicker = new DateTimePicker(&window);
+  DateTimePicker* picker = datePicker;
   QLineEdit* other = new QLineEdit(&window);
   int edits = 0;
 };
@@ -85,7 +87,6 @@ TEST_F(DateTimePickerTest, KeepsTheTextToTheLetterUntilItsValueChanges) {
               {kTime, kAmerican, "2026-11-22", "11/22/2026 12:00 AM"},
               {kDate, kAmerican, "2026-11-22", "11/22/2026"},
               {kDate, German(), "Nov 2, 2026", "02.11.2026"},
-              {kDate, kAmerican, "0100-01-01", "1/1/0100"},
               {kDate, kAmerican, "2026-11-22T23:05:07", "11/22/2026 11:05:07 PM"},
               {kDate, kAmerican, "23:05", "12/30/1899 11:05 PM"},
               {kDate, kAmerican, "abc", ""},
@@ -93,11 +94,7 @@ TEST_F(DateTimePickerTest, KeepsTheTextToTheLetterUntilItsValueChanges) {
               {kDate, kAmerican, "", ""}};
   for (const auto& [kind, locale, text, shown] : rows) {
     Give(kind, text, locale);
-    for (const char* keys : {"Escape Left Right Return X", "F4 Escape", "Ctrl+A Delete"}) {
-      Press(keys);
-      EXPECT_EQ(Shown(), shown) << text;
-    }
-    for (int tabs = 0; tabs < 8 && picker->hasFocus(); ++tabs) Press("Tab");
+    Press("Escape Left Right Return F4 Escape Ctrl+C Tab");
     EXPECT_FALSE(picker->hasFocus()) << text;
     EXPECT_EQ(Shown(), shown);
     EXPECT_EQ(picker->ValueText(), text);
@@ -109,50 +106,47 @@ TEST_F(DateTimePickerTest, TakesKeys) {
   const struct {
     Kind kind;
     LocaleConventions locale;
-    const char *text, *keys, *changed;
-  } rows[] = {{kTime, kAmerican, "23:05", "7", "7:05 PM"},
-              {kTime, kAmerican, "23:05", "Tab 4 Ctrl+S", "11:04 PM"},  // counts before the shortcut acts
-              {kTime, kAmerican, "23:05", "1 1 : 4 2 A M", "11:42 AM"},
-              {kTime, kAmerican, "11:59:59 PM", "Tab Tab Down", "11:59:58 PM"},
-              {kTime, kAmerican, "11:59:59 PM", "Tab Tab 0 0", "11:59 PM"},
-              {kTime, German(), "23:05", "0 8 3 0", "08:30"},
-              {kDate, kAmerican, "2026-11-22", "Up", "12/22/2026"},
-              {kDate, kAmerican, "2026-11-22", "1 2 2 4 2 0 2 7", "12/24/2027"},
-              {kDate, kAmerican, "2026-11-22", "Ctrl+A Delete 5 / 6 / 2 0 2 7 Tab", "5/6/2027"},
-              {kDate, German(), "2026-01-31", "Tab Up", "28.02.2026"},
-              {kDate, German(), "2026-11-22 23:05", "PgDown", "12.11.2026 23:05"},
-              {kDate, kAmerican, "2026-11-22", "F4 Right Down Return", "11/30/2026"},
-              {kDate, kAmerican, "2026-11-22 23:05", "Alt+Down Left Escape", "11/21/2026 11:05 PM"}};
-  for (const auto& [kind, locale, text, keys, changed] : rows) {
+    const char *text, *keys, *changed, *shown;  // shown: once the focus has left it
+  } rows[] = {{kTime, kAmerican, "11:59:59 PM", "2 3 : 0 5", "11:05 PM", "11:05 PM"},
+              {kTime, kAmerican, "1:00 AM", "0 0 : 3 0", "12:30 AM", "12:30 AM"},
+              {kTime, kAmerican, "23:05", "1 1 : 4 2 Space a m", "11:42 AM", "11:42 AM"},
+              {kTime, kAmerican, "23:05", "1 1 : 0 5 Space P M", "23:05", "11:05 PM"},  // the same moment
+              {kTime, kAmerican, "23:05", "1 4 3 0", "1430", "1430"},                   // never guessed
+              {kTime, kAmerican, "23:05", "Up", "12:05 AM", "12:05 AM"},
+              {kTime, kAmerican, "11:59:59 PM", "Home Right Right Right Down", "11:58:59 PM", "11:58:59 PM"},
+              {kTime, kAmerican, "11:59:59 PM", "End Up", "11:59:59 AM", "11:59:59 AM"},
+              {kTime, German(), "23:05", "0 8 : 3 0", "08:30", "08:30"},
+              {kDate, kAmerican, "2026-11-22", "Up", "12/22/2026", "12/22/2026"},
+              {kDate, kAmerican, "2026-11-22", "Up Up", "1/22/2027", "1/22/2027"},
+              {kDate, kAmerican, "2026-11-22", "2 0 2 7 - 0 3 - 0 5", "3/5/2027", "3/5/2027"},
+              {kDate, kAmerican, "2026-11-22", "2 / 3 0 / 2 0 2 7", "2/30/2027", "2/30/2027"},
+              {kDate, kAmerican, "2026-11-22", "Delete", "", ""},
+              {kDate, German(), "2026-01-31", "Home Right Right Right Up", "28.02.2026", "28.02.2026"},
+              {kDate, German(), "2026-11-22 23:05", "PgDown", "12.11.2026 23:05", "12.11.2026 23:05"},
+              {kDate, kAmerican, "9999-11-30", "PgUp Home Up", "12/30/9999", "12/30/9999"},
+              {kDate, kAmerican, "2026-11-22", "F4 Right Down Return", "11/30/2026", "11/30/2026"},
+              {kDate, kAmerican, "2026-11-22 23:05", "Alt+Down Left Return", "11/21/2026 11:05 PM",
+               "11/21/2026 11:05 PM"}};
+  for (const auto& [kind, locale, text, keys, changed, shown] : rows) {
     Give(kind, text, locale);
     Press(keys);
-    EXPECT_EQ(Changed(locale), changed) << keys;
+    EXPECT_EQ(Changed(), changed) << keys;
+    Press("Tab");
+    EXPECT_EQ(Shown(), shown) << keys;
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   }
 }
 
 TEST_F(DateTimePickerTest, StartsAtThePresentWhenBlank) {
-  const std::string year = std::to_string(QDate::currentDate().year());
-  QApplication::clipboard()->setText(QStringLiteral("12/24/2027"));
   for (const char* text : {"abc", ""}) {
-    const std::pair<const char*, std::string> rows[] = {{"F4 Return", Today()},
-                                                        {"F4 Right Return", Today(1)},
-                                                        {"1 Tab 1", "1/1/" + year},
-                                                        {"7 / 4 / 2 0 2 7", "7/4/2027"},
-                                                        {"Ctrl+V", "12/24/2027"}};
-    for (const auto& [keys, changed] : rows) {
+    for (const auto& [keys, changed] : {std::pair("F4 Return", Today()), {"F4 Right Return", Today(1)}}) {
       Give(kDate, text);
       Press(keys);
       EXPECT_EQ(Changed(), changed) << keys;
     }
-    for (const char* step : {"Up", "Down", "PgUp", "PgDown"}) {
-      Give(kTime, text);
-      Press(step);
-      Changed();
-    }
     Give(kTime, text);
-    Press("7 0 9 P");
-    EXPECT_EQ(Changed(), "7:09 PM");
+    Press("Down");
+    EXPECT_TRUE(IsDate(Changed(), kAmerican));
   }
 }
 

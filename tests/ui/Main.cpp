@@ -3,10 +3,12 @@
 
 #include <QApplication>
 
+#include "ui/ProgramStyle.h"
+
 int main(int argumentCount, char** arguments) {
   ::testing::InitGoogleTest(&argumentCount, arguments);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle(new pellorin::ProgramStyle);
   QApplication application(argumentCount, arguments);
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();

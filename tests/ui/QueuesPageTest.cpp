@@ -138,13 +138,13 @@ TEST_F(QueuesPageTest, ShowsWhatIsStoredAndStoresNoMore) {
   const Row rows[] = {
       {"daily\"", "weekly\" days=\"MONDAY,friday\"",
        "optWeekly chkMonday chkFriday optOccursOnce optNoEndDate optQueueNone",
-       "Every week on Mon, Fri at 23:05, from 11/22/2026"},
+       "Every week on Mon, Fri at 11:05 PM, from 11/22/2026"},
       {"once\"", "every\"", "optDaily optOccursEvery optNoEndDate optQueueNone",
        "Every day, every hour from 12:00 AM to 11:59:59 PM, from 11/22/2026"},
       {"hasenddate=\"0", "hasenddate=\"1", "optDaily optOccursOnce optEndDate optQueueNone",
-       "Every day at 23:05, from 11/22/2026 until 11/22/2026"},
+       "Every day at 11:05 PM, from 11/22/2026 until 11/22/2026"},
       {"none\" queuebydefaultservers=\"", "ALL\" queuebydefaultservers=\"B",
-       "optDaily optOccursOnce optNoEndDate optQueueAll", "Every day at 23:05, from 11/22/2026"},
+       "optDaily optOccursOnce optNoEndDate optQueueAll", "Every day at 11:05 PM, from 11/22/2026"},
       {"23:05", "at noon", "optDaily optOccursOnce optNoEndDate optQueueNone", "Missing: the time of day"},
   };
   for (const Row& row : rows) {
@@ -155,7 +155,7 @@ TEST_F(QueuesPageTest, ShowsWhatIsStoredAndStoresNoMore) {
     EXPECT_EQ(Checked(all), row.checked);
     EXPECT_EQ(Text("lblScheduleSummary"), row.picture);
     if (row.to == "at noon") {
-      EXPECT_EQ(Text("txtOccursOnce"), " ");
+      EXPECT_EQ(Text("txtOccursOnce"), "");
       messages.WillShow(Warning("Validation Errors",
                                 "Please correct the following errors: \r\n\r\nQUEUE:Q\r\n"
                                 "- Occurs once value should be a date\r\n\r\n"));
@@ -236,6 +236,8 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   EXPECT_EQ(Lines("lstQueueApplServers") + " " + SelectedServers(), "A|B|H,1 A");
   EXPECT_FALSE(IsModified());
   Find("lstQueueApplServers").setFocus();  // by keyboard alone
+  Press(Qt::Key_B);                        // leads there and selects nothing
+  EXPECT_EQ(SelectedServers(), "A");
   for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Down, Qt::Key_Space, Qt::Key_Down, Qt::Key_Space})
     Press(key);
   SaveSuccessfully();
@@ -442,6 +444,7 @@ TEST_F(QueuesPageTest, AnUnusableFileIsNamedAndOnlyEverDeleted) {
   Choose("cmbQueues", 1);
   EXPECT_EQ(Texts("txtQueueTitle txtStartDate"), "t|11/22/2026");
   EXPECT_FALSE(Find("lblQueueProblem").isVisible());
+  EXPECT_TRUE(Find("lblScheduleSummary").isVisible());
   Click("optQueueAll");
   ClickLine("lstQueueApplServers", 0);
   Choose("cmbQueues", 0);
@@ -457,7 +460,8 @@ TEST_F(QueuesPageTest, ReportsWhatCannotBeWritten) {
   messages.WillShowSome();
   Click("btnSave");
   EXPECT_EQ(messages.Last().text,
-            "Could not save section a/b\r\nIts file would not lie in the folder of the queues.\r\n" +
+            "Could not save section a/b\r\nIts file would not lie in the folder of the queues. "
+            "Please delete this queue and add it under another name.\r\n" +
                 QueuePath("a/b") +
                 "\r\n\r\nSaved: nothing\r\nNot saved: ADMIN:Pellorin, a/b\r\n\r\nError Number: "
                 "50111\r\nError Source: PellorinConfig.exe, Section, Save");
@@ -465,6 +469,25 @@ TEST_F(QueuesPageTest, ReportsWhatCannotBeWritten) {
   DeleteQueue("a/b", Answer::Yes);
   SaveSuccessfully();
   EXPECT_EQ(Stored("ADMIN:Pellorin", "SchedulerUsername"), "other");
+
+  AddQueue("Q");
+  const std::string definitions = program + "/QUEUEDefinitions";
+  ASSERT_EQ(::rename(definitions.c_str(), (program + "/away").c_str()), 0);
+  messages.WillShowSome();
+  Click("btnSave");
+  EXPECT_TRUE(messages.Last().text.starts_with("Could not save section Q\r\n")) << messages.Last().text;
+  EXPECT_NE(messages.Last().text.find(QueuePath("Q")), std::string::npos) << messages.Last().text;
+  EXPECT_TRUE(IsModified());
+  ASSERT_EQ(::rename((program + "/away").c_str(), definitions.c_str()), 0);
+  SaveSuccessfully();
+  ASSERT_EQ(::chmod(QueuePath("Q").c_str(), 0444), 0);
+  Replace("txtEvery", "7");
+  messages.WillShowSome();
+  Click("btnSave");
+  EXPECT_NE(messages.Last().text.find(QueuePath("Q")), std::string::npos) << messages.Last().text;
+  EXPECT_EQ(Stored("Q", "every"), "1");
+  DeleteQueue("Q", Answer::Yes);
+  SaveSuccessfully();
 
   ::unlink(QueuePath("defaultQUEUE").c_str());
   messages.WillAsk("New Queue", "Please enter the name of the new queue", "Q");

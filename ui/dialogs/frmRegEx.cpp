@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QPushButton>
 
+#include "ui/ControlBinding.h"
 #include "ui_frmRegEx.h"
 
 namespace pellorin {
@@ -10,6 +11,8 @@ namespace pellorin {
 frmRegEx::frmRegEx(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
   ui_->setupUi(this);
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
+  IgnoreWheelWithoutFocus(*this);
+  AllowAnyLength(*this);
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });

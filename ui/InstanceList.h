@@ -1,0 +1,21 @@
+// A list in which any number of entries can be selected. Typing a letter leads to the next entry that begins
+// with it and selects nothing; QListWidget alone would select that entry, or deselect it.
+#pragma once
+
+#include <QListWidget>
+
+namespace pellorin {
+
+class InstanceList : public QListWidget {
+ public:
+  using QListWidget::QListWidget;
+
+  void keyboardSearch(const QString& letters) override {
+    const SelectionMode mode = selectionMode();
+    setSelectionMode(NoSelection);
+    QListWidget::keyboardSearch(letters);
+    setSelectionMode(mode);
+  }
+};
+
+}  // namespace pellorin
