@@ -52,8 +52,8 @@ void CaptionedFrame::paintEvent(QPaintEvent*) {
   style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, this);
   painter.setFont(CaptionFont());
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                   QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignTop), title_);
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignLeft | Qt::AlignTop,
+                   title_);
 }
 
 }  // namespace pellorin
