@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "config/OuterBlanks.h"
+#include "platform/OuterBlanks.h"
 #include "platform/TextCase.h"
 
 namespace pellorin {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <span>
 
-#include "config/TextSplit.h"
+#include "platform/TextSplit.h"
 #include "platform/TextCase.h"
 
 namespace pellorin {

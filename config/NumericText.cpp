@@ -1,6 +1,6 @@
 #include "config/NumericText.h"
 
-#include "config/OuterBlanks.h"
+#include "platform/OuterBlanks.h"
 
 namespace pellorin {
 

@@ -7,7 +7,7 @@
 
 #include "config/DateTimeText.h"
 #include "config/NumericText.h"
-#include "config/OuterBlanks.h"
+#include "platform/OuterBlanks.h"
 #include "platform/TextCase.h"
 
 namespace pellorin {

@@ -4,7 +4,7 @@
 #include "config/DateTimeText.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
-#include "config/TextSplit.h"
+#include "platform/TextSplit.h"
 #include "config/ValueOrDefault.h"
 
 namespace pellorin {

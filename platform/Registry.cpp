@@ -9,6 +9,8 @@
 namespace pellorin {
 namespace {
 
+constexpr const char* kUsualRoot = "/etc/pellorin/registry";
+
 // The folder of a key, each of its parts as it is spelled on the disk.
 std::string KeyFolder(FileOperations& files, const std::string& root, std::string_view key) {
   std::string folder = root;
@@ -48,7 +50,11 @@ void Registry::WriteValue(const std::string& key, const std::string& value, cons
 
 std::string DefaultRegistryRoot() {
   const char* chosen = std::getenv("PELLORIN_REGISTRY");
-  return chosen != nullptr && *chosen != '\0' ? chosen : "/etc/pellorin/registry";
+  return chosen != nullptr && *chosen != '\0' ? chosen : kUsualRoot;
+}
+
+bool HasRegistry(FileOperations& files) {
+  return DefaultRegistryRoot() != kUsualRoot || files.Status(kUsualRoot).kind == FileKind::Folder;
 }
 
 }  // namespace pellorin

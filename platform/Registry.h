@@ -25,5 +25,7 @@ class Registry {
 };
 
 std::string DefaultRegistryRoot();
+// Whether somebody has laid out a registry: PELLORIN_REGISTRY is set, or the folder exists.
+bool HasRegistry(FileOperations& files);
 
 }  // namespace pellorin

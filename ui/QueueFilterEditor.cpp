@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-#include "config/TextSplit.h"
+#include "platform/TextSplit.h"
 #include "ui/dialogs/frmRegEx.h"
 
 namespace pellorin {

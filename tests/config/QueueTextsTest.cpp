@@ -3,7 +3,7 @@
 
 #include "config/NameLists.h"
 #include "config/ScheduleSummary.h"
-#include "config/TextSplit.h"
+#include "platform/TextSplit.h"
 #include "tests/config/ServiceFolder.h"
 
 namespace pellorin {

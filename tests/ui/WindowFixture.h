@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "tests/support/TemporaryFolder.h"
-#include "tests/ui/RecordingMessages.h"
+#include "tests/support/RecordingMessages.h"
 #include "ui/frmMain.h"
 
 namespace pellorin::test {

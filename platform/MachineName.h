@@ -1,0 +1,10 @@
+// The name of the computer that runs this program.
+#pragma once
+
+#include <string>
+
+namespace pellorin {
+
+std::string GetMachineName();  // the host name up to its first dot
+
+}  // namespace pellorin

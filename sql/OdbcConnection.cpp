@@ -1,0 +1,222 @@
+#include "sql/OdbcConnection.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/KerberosTicket.h"
+#include "sql/ConnectionString.h"
+#include "sql/OdbcHandles.h"
+#include "sql/ServerAddress.h"
+
+namespace pellorin {
+namespace {
+
+constexpr const char* kSource = "PellorinConfig.exe, OdbcConnection";
+
+SQLPOINTER Number(std::chrono::seconds value) {
+  return reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(value.count()));  // as ODBC passes numbers
+}
+
+SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
+  return static_cast<SQLINTEGER>(text.size());
+}
+
+}  // namespace
+
+struct OdbcConnection::Session {
+  OdbcHandle environment{SQL_HANDLE_ENV, SQL_NULL_HANDLE};
+  std::unique_ptr<OdbcHandle> connection;
+  bool isConnected = false;
+
+  Session() {
+    SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    connection = std::make_unique<OdbcHandle>(SQL_HANDLE_DBC, environment.Get());
+  }
+  ~Session() {
+    if (isConnected) SQLDisconnect(connection->Get());
+  }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+};
+
+OdbcConnection::OdbcConnection(std::string driver, std::uint16_t browserPort)
+    : driver_(std::move(driver)), browserPort_(browserPort) {}
+
+OdbcConnection::~OdbcConnection() = default;
+
+std::string OdbcConnection::DefaultDriver() {
+  const char* chosen = std::getenv("PELLORIN_ODBC_DRIVER");
+  return chosen != nullptr && *chosen != '\0' ? chosen : "FreeTDS";
+}
+
+// The version is fixed: while the driver tries versions out, no time-out holds. The instance is resolved
+// here, because the driver asks sixteen times, whatever the time-out.
+std::string OdbcConnection::DriverText() const {
+  const ConnectionSettings settings = ReadConnectionString(ConnectionString);
+  const ServerAddress address = ParseServerAddress(settings.server);
+  const auto patience = std::min<std::chrono::milliseconds>(ConnectionTimeout / 2, std::chrono::seconds(4));
+  const std::uint16_t port = address.port != 0
+                                 ? address.port
+                                 : PortOfInstance(address.host, address.instance, patience, browserPort_);
+  const bool isFreeTds = driver_.find("ODBC Driver ") == std::string::npos;
+  std::string text = "DRIVER={" + driver_ + "};";
+  text += isFreeTds
+              ? "SERVER=" + address.host + ";PORT=" + std::to_string(port) +
+                    ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(CommandTimeout.count()) +
+                    ";"
+              : "SERVER=tcp:" + address.host + "," + std::to_string(port) + ";TrustServerCertificate=yes;";
+  if (settings.isTrusted)
+    text += "Trusted_Connection=Yes;DATABASE=" + settings.database + ";";
+  else
+    text += "UID=" + settings.user + ";PWD={" + settings.password + "};";
+  return text;
+}
+
+void OdbcConnection::Open() {
+  const auto start = std::chrono::steady_clock::now();
+  const std::string text = DriverText();
+  const auto spent = std::chrono::floor<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
+  const auto left = std::max(ConnectionTimeout - spent, std::chrono::seconds(1));
+  auto session = std::make_unique<Session>();
+  const OdbcHandle& connection = *session->connection;
+  SQLSetConnectAttr(connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(left), SQL_IS_UINTEGER);
+  auto wide = Wide(text);
+  try {
+    connection.Check(
+        SQLDriverConnectW(connection.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
+                          nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
+        "Open");
+  } catch (const SqlError& error) {
+    const bool lacksTicket = text.find("Trusted_Connection") != std::string::npos && !MayHaveKerberosTicket();
+    throw SqlError(error.Number(), error.Source(),
+                   error.Description() + (lacksTicket ? "\r\nno Kerberos ticket (kinit)" : ""));
+  }
+  session->isConnected = true;
+  session_ = std::move(session);
+}
+
+void OdbcConnection::Close() {
+  session_.reset();
+}
+
+OdbcConnection::Session& OdbcConnection::Opened() const {
+  if (session_ == nullptr) throw SqlError(0, kSource, "The connection is not open.");
+  return *session_;
+}
+
+std::unique_ptr<OdbcHandle> OdbcConnection::Statement() const {
+  auto statement = std::make_unique<OdbcHandle>(SQL_HANDLE_STMT, Opened().connection->Get());
+  SQLSetStmtAttr(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, Number(CommandTimeout), SQL_IS_UINTEGER);
+  return statement;
+}
+
+// A late error shows only behind the results before it.
+void OdbcConnection::FinishResults(const OdbcHandle& statement, const char* operation) const {
+  SQLRETURN result = SQL_SUCCESS;
+  while ((result = SQLMoreResults(statement.Get())) != SQL_NO_DATA) statement.Check(result, operation);
+}
+
+void OdbcConnection::Execute(const std::string& text) {
+  const auto statement = Statement();
+  auto wide = Wide(text);
+  statement->Check(SQLExecDirectW(statement->Get(), wide.data(), Units(wide)), "Execute");
+  FinishResults(*statement, "Execute");
+}
+
+namespace {
+
+void SetAutocommit(const OdbcHandle& connection, SQLULEN mode, const char* operation) {
+  connection.Check(
+      SQLSetConnectAttr(connection.Get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), 0),
+      operation);
+}
+
+// The driver begins a further transaction at once; leaving that one takes back nothing.
+void EndTransaction(const OdbcHandle& connection, SQLSMALLINT how, const char* operation) {
+  connection.Check(SQLEndTran(SQL_HANDLE_DBC, connection.Get(), how), operation);
+  SetAutocommit(connection, SQL_AUTOCOMMIT_ON, operation);
+}
+
+}  // namespace
+
+void OdbcConnection::BeginTransaction() {
+  SetAutocommit(*Opened().connection, SQL_AUTOCOMMIT_OFF, "BeginTransaction");
+}
+
+void OdbcConnection::CommitTransaction() {
+  EndTransaction(*Opened().connection, SQL_COMMIT, "CommitTransaction");
+}
+
+void OdbcConnection::RollBackTransaction() {
+  EndTransaction(*Opened().connection, SQL_ROLLBACK, "RollBackTransaction");
+}
+
+void OdbcConnection::SetDefaultDatabase(const std::string& name) {
+  std::string quoted;
+  for (const char letter : name) quoted += letter == ']' ? "]]" : std::string(1, letter);
+  Execute("USE [" + quoted + "]");
+}
+
+std::string OdbcConnection::DefaultDatabase() {
+  const std::vector<std::string> names = QueryColumn("select db_name()");
+  return names.empty() ? std::string() : names.front();
+}
+
+namespace {
+
+std::string ColumnText(const OdbcHandle& statement) {
+  std::basic_string<SQLWCHAR> text;
+  std::array<SQLWCHAR, 2048> piece{};
+  for (;;) {
+    SQLLEN length = 0;
+    const SQLRETURN result = SQLGetData(statement.Get(), 1, SQL_C_WCHAR, piece.data(), sizeof piece, &length);
+    statement.Check(result, "QueryColumn");
+    if (result == SQL_NO_DATA || length == SQL_NULL_DATA) break;
+    std::size_t units = 0;
+    while (units < piece.size() && piece[units] != 0) ++units;
+    text.append(piece.data(), units);
+    if (result == SQL_SUCCESS) break;
+  }
+  return Narrow(text.data(), text.size());
+}
+
+}  // namespace
+
+std::vector<std::string> OdbcConnection::QueryColumn(const std::string& text) {
+  const auto statement = Statement();
+  auto wide = Wide(text);
+  statement->Check(SQLExecDirectW(statement->Get(), wide.data(), Units(wide)), "QueryColumn");
+  std::vector<std::string> values;
+  for (SQLRETURN row; (row = SQLFetch(statement->Get())) != SQL_NO_DATA;) {
+    statement->Check(row, "QueryColumn");
+    values.push_back(ColumnText(*statement));
+  }
+  FinishResults(*statement, "QueryColumn");
+  return values;
+}
+
+void OdbcConnection::CallProcedure(const std::string& name, const std::vector<NamedText>& parameters) {
+  const auto statement = Statement();
+  std::string text = "exec " + name;
+  std::vector<std::basic_string<SQLWCHAR>> values;
+  std::vector<SQLLEN> sizes;
+  for (const NamedText& parameter : parameters) {
+    text += (values.empty() ? " " : ",") + parameter.name + "=?";
+    values.push_back(Wide(parameter.value));
+    sizes.push_back(static_cast<SQLLEN>(values.back().size() * sizeof(SQLWCHAR)));
+    if (values.back().size() > kLongestParameter)
+      throw SqlError(0, kSource, "The value of " + parameter.name + " is longer than 4000 characters.");
+  }
+  for (std::size_t i = 0; i < values.size(); ++i)
+    statement->Check(
+        SQLBindParameter(statement->Get(), static_cast<SQLUSMALLINT>(i + 1), SQL_PARAM_INPUT, SQL_C_WCHAR,
+                         SQL_WVARCHAR, kLongestParameter, 0, values[i].data(), 0, &sizes[i]),
+        "CallProcedure");
+  auto wide = Wide(text);
+  statement->Check(SQLExecDirectW(statement->Get(), wide.data(), Units(wide)), "CallProcedure");
+  FinishResults(*statement, "CallProcedure");
+}
+
+}  // namespace pellorin

@@ -1,0 +1,51 @@
+// Installs or updates sp_sendPLN in a database, in one transaction: it is there as asked for, or the database
+// is as it was. Failures are shown as boxes with what the installer was doing and the server's sentence.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/FileOperations.h"
+#include "platform/UserMessages.h"
+#include "sql/SqlConnection.h"
+
+namespace pellorin {
+
+// How to reach an instance: as the user who runs the program, or with a SQL login.
+struct SqlLogin {
+  std::string server;
+  bool isTrusted = true;
+  std::string user;
+  std::string password;
+};
+
+struct Installation {
+  std::string database;
+  bool grantsToAll = false;  // execution to PUBLIC; an earlier grant is never taken back
+  bool allowsTempTables = false;
+};
+
+class ProcedureInstaller {
+ public:
+  ProcedureInstaller(SqlConnectionFactory connect, FileOperations& files, std::string programFolder,
+                     UserMessages& messages);
+
+  // The names of the instance's databases in order; nothing when a box has said why. Gives up after 10
+  // seconds of connecting and 30 of waiting for the list.
+  std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login);
+  // True when it is done and committed.
+  bool Install(const SqlLogin& login, const Installation& installation);
+
+ private:
+  bool Open(SqlConnection& connection, const SqlLogin& login);
+  bool Exists(SqlConnection& connection) const;
+  std::string Script(bool exists, const Installation& installation);
+
+  SqlConnectionFactory connect_;
+  FileOperations& files_;
+  std::string programFolder_;
+  UserMessages& messages_;
+};
+
+}  // namespace pellorin

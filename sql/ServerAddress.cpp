@@ -1,0 +1,52 @@
+#include "sql/ServerAddress.h"
+
+#include <charconv>
+
+#include "platform/OuterBlanks.h"
+#include "platform/TextCase.h"
+#include "sql/SqlConnection.h"
+
+namespace pellorin {
+namespace {
+
+std::uint16_t PortOf(const std::string& digits, const std::string& server) {
+  std::uint16_t port = 0;
+  const char* end = digits.data() + digits.size();
+  const auto [rest, error] = std::from_chars(digits.data(), end, port);
+  if (error != std::errc() || rest != end || port == 0)
+    throw SqlError(0, "PellorinConfig.exe, ServerAddress",
+                   "What follows the comma in \"" + server + "\" is no port number (1 to 65535).");
+  return port;
+}
+
+std::string Trimmed(const std::string& text) {
+  return std::string(WithoutOuterBlanks(text));
+}
+
+bool IsThisMachine(const std::string& host) {
+  return host.empty() || host == "." || EqualIgnoringCase(host, "(local)");
+}
+
+}  // namespace
+
+ServerAddress ParseServerAddress(const std::string& server) {
+  constexpr std::string_view kProtocol = "tcp:";
+  ServerAddress address;
+  std::string text = Trimmed(server);
+  if (EqualIgnoringCase(std::string_view(text).substr(0, kProtocol.size()), kProtocol))
+    text = Trimmed(text.substr(kProtocol.size()));
+  if (const std::size_t comma = text.find(','); comma != std::string::npos) {
+    address.port = PortOf(Trimmed(text.substr(comma + 1)), server);
+    text = Trimmed(text.substr(0, comma));
+  }
+  if (const std::size_t backslash = text.find('\\'); backslash != std::string::npos) {
+    address.instance = text.substr(backslash + 1);
+    text.resize(backslash);
+  }
+  if (EqualIgnoringCase(address.instance, "MSSQLSERVER")) address.instance.clear();
+  if (address.port == 0 && address.instance.empty()) address.port = kDefaultSqlPort;
+  address.host = IsThisMachine(text) ? "localhost" : text;
+  return address;
+}
+
+}  // namespace pellorin

@@ -1,0 +1,21 @@
+// Where a SQL Server is reached, as its users write it: HOST, HOST,PORT, HOST\INSTANCE, with "tcp:" before it
+// or not; "." and "(local)" are this machine.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace pellorin {
+
+struct ServerAddress {
+  std::string host;
+  std::uint16_t port = 0;  // 0: to be asked for by the instance's name
+  std::string instance;    // empty: the default one
+};
+
+inline constexpr std::uint16_t kDefaultSqlPort = 1433;
+
+// SqlError for a port that is none.
+ServerAddress ParseServerAddress(const std::string& server);
+
+}  // namespace pellorin

@@ -1,0 +1,148 @@
+// Installing sp_sendPLN over the real driver: what is in the database afterwards, and the boxes on the way.
+#include "sql/ProcedureInstaller.h"
+
+#include <unistd.h>
+
+#include "sql/InstallScript.h"
+#include "tests/sql/SqlServerFixture.h"
+#include "tests/support/RecordingMessages.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace pellorin::test {
+namespace {
+
+const std::string kScript =
+    "-- \xE4\r\nCREATE PROCEDURE sp_sendPLN AS\r\n-- CREATE PROCEDURE here too\r\n--sqlstart\r\nSELECT "
+    "1\r\n--sqlend\r\n"
+    "SELECT 2";
+const std::string kScriptText =
+    "-- \u00E4\r\nCREATE PROCEDURE sp_sendPLN AS\r\n-- CREATE PROCEDURE here too\r\n--sqlstart\r\nSELECT "
+    "1\r\n--sqlend\r\n"
+    "SELECT 2";
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+  return text.replace(text.find(from), from.size(), to);
+}
+
+const std::string kCreate = "Could not create sp_sendPLN procedure.";
+const std::string kPermissions =
+    " The account you use to connect to the database may have insufficient permissions.\r\n";
+
+class ProcedureInstallerTest : public SqlServerTest {
+ protected:
+  ProcedureInstallerTest() { folder.Write(kInstallScript, kScript); }
+  void TearDown() override {
+    SqlServerTest::TearDown();
+    messages.ExpectNoMore();
+  }
+  bool Install(bool grantsToAll = false, bool allowsTempTables = false) {
+    return installer.Install(login, {database, grantsToAll, allowsTempTables});
+  }
+  static Message SqlErrorBox(const std::string& text) { return Warning("SQL Error", text); }
+
+  TemporaryFolder folder;
+  RecordingMessages messages;
+  ProcedureInstaller installer{[] { return std::make_unique<OdbcConnection>(); }, SystemFiles(),
+                               folder.Path(), messages};
+  SqlLogin login{server, false, user, password};
+};
+
+TEST_F(ProcedureInstallerTest, CreatesAndUpdates) {
+  ASSERT_TRUE(Install());
+  EXPECT_EQ(Procedure(), kScriptText);
+  EXPECT_FALSE(IsGranted());
+  folder.Write(kInstallScript, kScript + "\r\n-- newer");
+  ASSERT_TRUE(Install(true, true));
+  EXPECT_TRUE(IsGranted());
+  // A server keeps the definition as a creation; the first words alone tell an update.
+  const std::string updated = Procedure();
+  EXPECT_NE(
+      updated.find(
+          "\r\n-- CREATE PROCEDURE here too\r\n/* --sqlstart\r\nSELECT 1\r\n--sqlend */\r\nSELECT 2\r\n-- "
+          "newer"),
+      std::string::npos)
+      << updated;
+  ASSERT_TRUE(Install());
+  EXPECT_TRUE(IsGranted());  // never taken back
+  if (!tds) return;
+  const auto sent = tds->Batches();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), Replaced(kScriptText, "CREATE", "ALTER") + "\r\n-- newer"),
+            1);
+}
+
+TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
+  login.password = "wrong";
+  messages.WillShow(
+      Warning("Connection Error",
+              "Could not open connection. Please make sure that the SQL server name is spelled correctly and "
+              "that the "
+              "account you use to connect has sufficient permissions.\r\nLogin failed for user '" +
+                  user + "'."));
+  EXPECT_FALSE(Install());
+  login.password = password;
+
+  messages.WillShowSome();
+  EXPECT_FALSE(installer.Install(login, {"no such [db]", false, false}));
+  EXPECT_TRUE(messages.Last().text.starts_with("Could not switch the database context to no such [db]." +
+                                               kPermissions))
+      << messages.Last().text;
+
+  folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS SELECT 'x");
+  messages.WillShowSome();
+  EXPECT_FALSE(Install());
+  EXPECT_TRUE(messages.Last().text.starts_with(kCreate + kPermissions)) << messages.Last().text;
+
+  ::unlink((folder / kInstallScript).c_str());
+  messages.WillShowSome();
+  EXPECT_FALSE(Install());
+  EXPECT_TRUE(messages.Last().text.starts_with(kCreate + kPermissions)) << messages.Last().text;
+  EXPECT_NE(messages.Last().text.find(folder / kInstallScript), std::string::npos) << messages.Last().text;
+  EXPECT_EQ(Procedure(), "");
+}
+
+TEST_F(ProcedureInstallerTest, ListsTheDatabases) {
+  const auto names = installer.ListDatabases(login);
+  ASSERT_TRUE(names);
+  EXPECT_EQ(std::count(names->begin(), names->end(), database), 1);
+  if (!tds) return;
+  tds->AtStep(tds->Steps() + 3, Hook::Error(229, "The SELECT permission was denied."));
+  messages.WillShow(
+      SqlErrorBox("Could not retrieve the list of databases. Please make sure that the account you "
+                  "use to connect has sufficient permissions.\r\nThe SELECT permission was denied."));
+  EXPECT_FALSE(installer.ListDatabases(login));
+}
+
+TEST_F(ProcedureInstallerTest, LeavesTheDatabaseAsItWasWhateverStepFails) {
+  if (IsReal()) GTEST_SKIP() << "needs a server that fails on demand";
+  const std::string earlier = "CREATE PROCEDURE sp_sendPLN AS SELECT 0";
+  Do(database, earlier);
+  const std::string denied = "Permission was denied.";
+  const std::string sentences[] = {
+      kCreate,  // beginning
+      "Could not switch the database context to " + database + ".",
+      "Could not determine if the stored procedure already exists in the database.",
+      kCreate,
+      "Could not grant access to this procedure to role PUBLIC.",
+      kCreate};  // committing
+  constexpr int kOpening = 2;
+  for (int index = 0; index < static_cast<int>(std::size(sentences)); ++index) {
+    for (const Hook& hook :
+         {Hook::Error(229, denied), Hook::Error(229, denied, Hook::Transaction::kRolledBack), Hook::Drop()}) {
+      tds->AtStep(tds->Steps() + kOpening + index + 1, hook);
+      const std::string text = sentences[index] + kPermissions;
+      if (hook.kind == Hook::Kind::kDrop)
+        messages.WillShowSome();
+      else
+        messages.WillShow(SqlErrorBox(text + denied));
+      EXPECT_FALSE(Install(true));
+      EXPECT_TRUE(messages.Last().text.starts_with(text)) << messages.Last().text;
+      EXPECT_GT(messages.Last().text.size(), text.size());
+      EXPECT_EQ(Procedure(), earlier) << text;
+      EXPECT_FALSE(IsGranted());
+    }
+  }
+  ASSERT_TRUE(Install(true));
+  EXPECT_TRUE(IsGranted());
+}
+
+}  // namespace
+}  // namespace pellorin::test

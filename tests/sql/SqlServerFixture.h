@@ -1,0 +1,101 @@
+// Tests of the connections against a SQL Server: the one in this process, or the real one that
+// PELLORIN_TEST_SQL_SERVER, PELLORIN_TEST_SQL_USER and PELLORIN_TEST_SQL_PASSWORD name. Each test has a
+// database of its own, with a name that wants quoting.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Guid.h"
+#include "sql/ConnectionString.h"
+#include "sql/OdbcConnection.h"
+#include "tests/sql/BrowserStub.h"
+#include "tests/sql/TdsServer.h"
+
+namespace pellorin::test {
+
+using tds::BrowserStub;
+using tds::Hook;
+using tds::TdsServer;
+
+class SqlServerTest : public ::testing::Test {
+ protected:
+  SqlServerTest() {
+    if (IsReal()) {
+      server = Variable("SERVER");
+      user = Variable("USER");
+      password = Variable("PASSWORD");
+    } else {
+      tds = std::make_unique<TdsServer>();
+      tds->AddLogin(user, password);
+      server = "127.0.0.1," + std::to_string(tds->Port());
+    }
+  }
+  void SetUp() override { Do("master", "create database " + Quoted(database)); }
+  void TearDown() override { Do("master", "drop database " + Quoted(database)); }
+
+  static bool IsReal() { return std::getenv("PELLORIN_TEST_SQL_SERVER") != nullptr; }
+
+  std::unique_ptr<SqlConnection> Closed() const {
+    auto connection = std::make_unique<OdbcConnection>();
+    connection->ConnectionString = SqlLoginConnectionString(server, user, password);
+    return connection;
+  }
+  std::unique_ptr<SqlConnection> Open(const std::string& inDatabase) const {
+    auto connection = Closed();
+    connection->Open();
+    connection->SetDefaultDatabase(inDatabase);
+    return connection;
+  }
+  void Do(const std::string& inDatabase, const std::string& statement) const {
+    Open(inDatabase)->Execute(statement);
+  }
+  std::vector<std::string> Ask(const std::string& statement) const {
+    return Open(database)->QueryColumn(statement);
+  }
+  // The text of the procedure; empty when there is none.
+  std::string Procedure() const {
+    const auto found =
+        Ask("select definition from sys.sql_modules where object_id = object_id('sp_sendPLN')");
+    return found.empty() ? std::string() : found.front();
+  }
+  bool IsGranted() const {
+    return Ask("select count(*) from sys.database_permissions where major_id = object_id('sp_sendPLN') and "
+               "grantee_principal_id = 0")
+               .front() == "1";
+  }
+  static std::string Quoted(const std::string& name) {
+    std::string quoted = "[";
+    for (const char letter : name) quoted += letter == ']' ? "]]" : std::string(1, letter);
+    return quoted + "]";
+  }
+
+  std::unique_ptr<TdsServer> tds;  // null when the server is a real one
+  std::string server;
+  std::string user = "sales";
+  std::string password = "p} {w='\"\u00E4\u20AC";
+  std::string database = "Pellorin test's \"[x]\" " + GenerateGUID();
+
+ private:
+  static std::string Variable(const std::string& name) {
+    const char* value = std::getenv(("PELLORIN_TEST_SQL_" + name).c_str());
+    return value == nullptr ? std::string() : value;
+  }
+};
+
+// The description that an operation fails with; "no failure" when it does not.
+template <typename Operation>
+std::string SqlFailure(Operation&& operation) {
+  try {
+    operation();
+    return "no failure";
+  } catch (const SqlError& error) {
+    return error.Description();
+  }
+}
+
+}  // namespace pellorin::test

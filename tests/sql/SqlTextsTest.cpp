@@ -1,0 +1,137 @@
+// The texts of the connections: connection strings, server names, install script, commands, instance lists.
+#include <gtest/gtest.h>
+
+#include "platform/Utf16.h"
+#include "sql/ConnectionString.h"
+#include "sql/InstallScript.h"
+#include "sql/SendProcedure.h"
+#include "sql/ServerAddress.h"
+#include "sql/SqlInstances.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace pellorin::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(ConnectionString, IsBuiltAsItIsAndReadBack) {
+  EXPECT_EQ(SqlLoginConnectionString("HOST\\SALES", "sa", "p w"),
+            "Provider=SQLOLEDB.1;Password=p w;Persist Security Info=True;User ID=sa;Data Source=HOST\\SALES");
+  EXPECT_EQ(TrustedConnectionString("."),
+            "Provider=SQLOLEDB.1;Integrated Security=SSPI;Persist Security Info=False;Initial Catalog=master;"
+            "Data Source=.");
+  for (const char* password : {"", " p ", "a=b=", "{x}}", "'q' \"r\"", "\u00E4\u20AC\u4E2D"}) {
+    const auto login = ReadConnectionString(SqlLoginConnectionString("H,1", "u s", password));
+    EXPECT_EQ(login.server + "|" + login.user + "|" + login.database, "H,1|u s|");
+    EXPECT_EQ(login.password, password);
+    EXPECT_FALSE(login.isTrusted);
+  }
+  const auto trusted = ReadConnectionString(TrustedConnectionString("H"));
+  EXPECT_EQ(trusted.server + "|" + trusted.user + "|" + trusted.database, "H||master");
+  EXPECT_TRUE(trusted.isTrusted);
+  const auto foreign = ReadConnectionString(SqlLoginConnectionString("H", "u", "p;Data Source=elsewhere"));
+  EXPECT_EQ(foreign.server + "|" + foreign.password, "H|p");
+  try {
+    ReadConnectionString(SqlLoginConnectionString("H", "u", "secret;part"));
+    FAIL() << "a broken string was read";
+  } catch (const SqlError& error) {
+    EXPECT_EQ(error.Description(), "A name or password that holds \";\" cannot be used to connect.");
+  }
+}
+
+TEST(ServerAddress, IsReadInAllItsForms) {
+  const struct {
+    const char *server, *host;
+    int port;
+    const char* instance;
+  } rows[] = {{"db1", "db1", 1433, ""},           {" db1.example , 5000 ", "db1.example", 5000, ""},
+              {"tcp:db1,5000", "db1", 5000, ""},  {"TCP: db1", "db1", 1433, ""},
+              {".", "localhost", 1433, ""},       {"(LOCAL)", "localhost", 1433, ""},
+              {"", "localhost", 1433, ""},        {".\\SALES", "localhost", 0, "SALES"},
+              {"db1\\SALES", "db1", 0, "SALES"},  {"db1\\SALES,5000", "db1", 5000, "SALES"},
+              {"10.0.0.1", "10.0.0.1", 1433, ""}, {"db1\\mssqlserver", "db1", 1433, ""}};
+  for (const auto& row : rows) {
+    const ServerAddress address = ParseServerAddress(row.server);
+    EXPECT_EQ(address.host, row.host) << row.server;
+    EXPECT_EQ(address.port, row.port) << row.server;
+    EXPECT_EQ(address.instance, row.instance) << row.server;
+  }
+  for (const char* server : {"db1,", "db1,x", "db1,0", "db1,65536", "db1,1,2", "db1,-1"})
+    EXPECT_THROW(ParseServerAddress(server), SqlError) << server;
+}
+
+TEST(SqlInstances, AreThoseOfTheRegistryUnderTheMachinesName) {
+  const TemporaryFolder folder;
+  const std::string file = "reg/software/Microsoft/Microsoft SQL Server/installedinstances";
+  Registry registry(SystemFiles(), folder / "reg");
+  const auto read = [&](bool isDefaultAssumed = false) -> Names {
+    Names names;
+    return GetInstalledSqlInstances(registry, isDefaultAssumed, "HOST1", names) ? names : Names{"none"};
+  };
+  EXPECT_EQ(read(), Names{"none"});
+  EXPECT_EQ(read(true), (Names{"HOST1", ""}));
+  const std::pair<std::string, Names> rows[] = {
+      {std::string("MSSQLSERVER\0SALES\0\0", 19), {"HOST1", "HOST1\\SALES", ""}},
+      {std::string("mssqlserver\0\0", 13), {"HOST1\\mssqlserver", ""}},
+      {std::string("\xC4RZTE\0", 6), {"HOST1\\\u00C4RZTE"}},  // closed by a single NUL
+      {std::string("\0", 1), {}},
+      {"", {"none"}}};
+  for (const auto& [bytes, names] : rows) {
+    folder.Write(file, bytes);
+    EXPECT_EQ(read(), names);
+    EXPECT_EQ(read(true), names) << "the list that is there counts";
+  }
+}
+
+TEST(SqlInstances, AreNotAssumedWhereARegistryIsNamed) {
+  ::setenv("PELLORIN_REGISTRY", "/no/such/folder", 1);
+  EXPECT_FALSE(IsDefaultInstanceAssumed(SystemFiles()));
+  ::unsetenv("PELLORIN_REGISTRY");
+}
+
+TEST(InstallScript, IsChangedOnlyWhereItMustBe) {
+  const std::string script =
+      "-- \xE4 CREATE nothing\r\ncreate Procedure x AS\r\n--SQLstart\r\na\r\n--sqlEND\r\n-- CREATE "
+      "PROCEDURE\r\n"
+      "--sqlstart b --sqlend";
+  const TemporaryFolder folder;
+  folder.Write(kInstallScript, script);
+  const std::string read = ReadScriptFile(SystemFiles(), folder.Path(), kInstallScript);
+  EXPECT_EQ(read.substr(0, 6), "-- \u00E4 ");
+  const std::size_t first = read.find("create Procedure");
+  EXPECT_EQ(AlteringScript(read), read.substr(0, first) + "ALTER PROCEDURE" + read.substr(first + 16));
+  EXPECT_EQ(AlteringScript("no such words"), "no such words");
+  EXPECT_EQ(ScriptWithoutBlock("1 --SQLstart\r\na\r\n--sqlEND\r\n--sqlstart b --sqlend"),
+            "1 /* --sqlstart\r\na\r\n--sqlend */\r\n/* --sqlstart b --sqlend */");
+  EXPECT_EQ(ScriptWithoutBlock("nothing"), "nothing");
+}
+
+TEST(InstallScript, TheOneThatShipsCanBeInstalled) {
+  const std::string script = ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript);
+  const std::size_t create = script.find("CREATE PROCEDURE sp_sendPLN");
+  ASSERT_NE(create, std::string::npos);
+  EXPECT_EQ(script.rfind("CREATE PROCEDURE"), create);
+  const std::size_t start = script.find("\n--sqlstart\n");
+  const std::size_t end = script.find("\n--sqlend\n");
+  ASSERT_NE(end, std::string::npos);
+  EXPECT_LT(create, start);
+  EXPECT_LT(start, end);
+  EXPECT_EQ(script.find("--sql"), start + 1);
+  EXPECT_EQ(script.find("*/"), std::string::npos);
+}
+
+TEST(SendProcedure, PutsTheCommandTextTogetherAsItIs) {
+  EXPECT_EQ(QueueCommandText({"o'x", "line\r\nline", "s"}, "Q1"),
+            "exec sp_sendPLN @recipients='o'x',@message='line\r\nline',@subject='s',@queue='Q1'");
+}
+
+TEST(Utf16, IsReadAndWritten) {
+  const std::string text = "a\u00E4\u20AC\U0001F600";
+  EXPECT_EQ(ToUtf16(text), u"a\u00E4\u20AC\U0001F600");
+  EXPECT_EQ(ToUtf8(ToUtf16(text)), text);
+  EXPECT_EQ(ToUtf16("\xFFx"), u"\uFFFDx");
+  EXPECT_EQ(ToUtf8(std::u16string{0xD83D, u'x', 0xDE00}), "\uFFFDx\uFFFD");
+}
+
+}  // namespace
+}  // namespace pellorin::test
