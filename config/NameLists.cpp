@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
-#include "platform/TextSplit.h"
 #include "platform/TextCase.h"
+#include "platform/TextSplit.h"
 
 namespace pellorin {
 namespace {

@@ -4,8 +4,8 @@
 #include "config/DateTimeText.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
-#include "platform/TextSplit.h"
 #include "config/ValueOrDefault.h"
+#include "platform/TextSplit.h"
 
 namespace pellorin {
 namespace {

@@ -26,16 +26,24 @@ struct Installation {
   bool allowsTempTables = false;
 };
 
-class ProcedureInstaller {
+class ProcedureSetup {
+ public:
+  virtual ~ProcedureSetup() = default;
+
+  // The names of the instance's databases in order; nothing when a box has said why. Gives up after 10
+  // seconds of connecting and 30 of waiting for the list.
+  virtual std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) = 0;
+  // True when it is done and committed; otherwise a box has said why not.
+  virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
+};
+
+class ProcedureInstaller : public ProcedureSetup {
  public:
   ProcedureInstaller(SqlConnectionFactory connect, FileOperations& files, std::string programFolder,
                      UserMessages& messages);
 
-  // The names of the instance's databases in order; nothing when a box has said why. Gives up after 10
-  // seconds of connecting and 30 of waiting for the list.
-  std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login);
-  // True when it is done and committed.
-  bool Install(const SqlLogin& login, const Installation& installation);
+  std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) override;
+  bool Install(const SqlLogin& login, const Installation& installation) override;
 
  private:
   bool Open(SqlConnection& connection, const SqlLogin& login);

@@ -19,8 +19,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/RecordingMessages.h"
+#include "tests/support/TemporaryFolder.h"
 #include "ui/frmMain.h"
 
 namespace pellorin::test {
