@@ -1,5 +1,5 @@
 -- A stand-in for the procedure of the Pellorin service, to try the configuration utility without the service. It sends
--- nothing: it records each message in the table PellorinStandInMail of the database that it is installed in. The
+-- nothing: it records each message in the table PellorinStandInMail of its own database, where it is to be called. The
 -- service's own script has the same name and replaces this file; the configuration utility never replaces it.
 --
 -- The script is one batch, for SQL Server 2005 and later. The block between its two marker lines refuses queries with

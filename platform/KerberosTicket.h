@@ -3,7 +3,8 @@
 
 namespace pellorin {
 
-// False only when it is certain: the tickets are kept in a file, as they usually are, and there is none.
+// False when the tickets are kept in a file, as they are unless the system is told otherwise, and there is
+// none.
 bool MayHaveKerberosTicket();
 
 }  // namespace pellorin

@@ -6,10 +6,13 @@
 
 namespace pellorin {
 
-std::string GetMachineName() {
+std::string GetHostName() {
   std::array<char, 256> buffer{};
-  if (gethostname(buffer.data(), buffer.size() - 1) != 0) return {};
-  const std::string name = buffer.data();
+  return gethostname(buffer.data(), buffer.size() - 1) == 0 ? buffer.data() : std::string();
+}
+
+std::string GetMachineName() {
+  const std::string name = GetHostName();
   return name.substr(0, name.find('.'));
 }
 

@@ -5,6 +5,7 @@
 
 namespace pellorin {
 
+std::string GetHostName();     // whole
 std::string GetMachineName();  // the host name up to its first dot
 
 }  // namespace pellorin

@@ -31,7 +31,7 @@ ConnectionSettings ReadConnectionString(const std::string& text) {
     const std::size_t separator = piece.find('=');
     if (separator == std::string::npos)
       throw SqlError(0, "PellorinConfig.exe, ConnectionString",
-                     "A name or password that holds \";\" cannot be used to connect.");
+                     "A server name, user name or password that holds \";\" cannot be used to connect.");
     take(piece.substr(0, separator), piece.substr(separator + 1));
   }
   return settings;

@@ -1,6 +1,7 @@
 #include "sql/InstallScript.h"
 
 #include <limits>
+#include <string_view>
 
 #include "platform/AnsiText.h"
 #include "platform/TextCase.h"
@@ -36,7 +37,14 @@ std::string Replaced(std::string text, std::string_view lowerWanted, std::string
 
 std::string ReadScriptFile(FileOperations& files, const std::string& programFolder,
                            const std::string& fileName) {
-  return AnsiToUtf8(ReadFile(files, JoinPath(programFolder, fileName)));
+  const std::string path = JoinPath(programFolder, FindIgnoringCase(files, programFolder, fileName));
+  const std::string bytes = ReadFile(files, path);
+  for (const std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"})
+    if (bytes.starts_with(mark))
+      throw NumberedError(0, "PellorinConfig.exe, InstallScript",
+                          "The script is saved in Unicode. Please save it as ANSI text (code page 1252).",
+                          path);
+  return AnsiToUtf8(bytes);
 }
 
 std::string AlteringScript(const std::string& script) {

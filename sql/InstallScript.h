@@ -10,7 +10,7 @@ namespace pellorin {
 
 inline constexpr const char* kInstallScript = "sp_sendPLN_create.sql";
 
-// A text file of code page 1252, whole. FileError when it cannot be read.
+// A text file of code page 1252, whole. NumberedError when it cannot be read or begins as Unicode does.
 std::string ReadScriptFile(FileOperations& files, const std::string& programFolder,
                            const std::string& fileName);
 

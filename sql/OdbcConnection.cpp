@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "platform/KerberosTicket.h"
+#include "platform/MachineName.h"
+#include "platform/TextCase.h"
 #include "sql/ConnectionString.h"
 #include "sql/OdbcHandles.h"
-#include "sql/ServerAddress.h"
 
 namespace pellorin {
 namespace {
@@ -23,22 +24,43 @@ SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
   return static_cast<SQLINTEGER>(text.size());
 }
 
+// What the driver's own words do not say.
+std::string Hint(const std::string& description, const ConnectionSettings& settings) {
+  if (settings.isTrusted && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
+  if (description.find("Can't open lib") != std::string::npos)
+    return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
+  return {};
+}
+
 }  // namespace
 
 struct OdbcConnection::Session {
   OdbcHandle environment{SQL_HANDLE_ENV, SQL_NULL_HANDLE};
   std::unique_ptr<OdbcHandle> connection;
   bool isConnected = false;
+  bool isInTransaction = false;
 
   Session() {
     SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     connection = std::make_unique<OdbcHandle>(SQL_HANDLE_DBC, environment.Get());
   }
   ~Session() {
+    if (isConnected && isInTransaction) Leave(SQL_ROLLBACK);  // some drivers do not disconnect before
     if (isConnected) SQLDisconnect(connection->Get());
   }
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
+
+  // Ends the transaction. The driver begins a further one at once; leaving that one takes back nothing, and
+  // when it fails the transaction has ended all the same.
+  SQLRETURN Leave(SQLSMALLINT how) {
+    isInTransaction = false;
+    const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, connection->Get(), how);
+    if (!SQL_SUCCEEDED(result)) return result;  // its reason must stay the last one
+    SQLSetConnectAttr(connection->Get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_ON),
+                      0);
+    return result;
+  }
 };
 
 OdbcConnection::OdbcConnection(std::string driver, std::uint16_t browserPort)
@@ -51,47 +73,53 @@ std::string OdbcConnection::DefaultDriver() {
   return chosen != nullptr && *chosen != '\0' ? chosen : "FreeTDS";
 }
 
-// The version is fixed: while the driver tries versions out, no time-out holds. The instance is resolved
-// here, because the driver asks sixteen times, whatever the time-out.
-std::string OdbcConnection::DriverText() const {
-  const ConnectionSettings settings = ReadConnectionString(ConnectionString);
-  const ServerAddress address = ParseServerAddress(settings.server);
-  const auto patience = std::min<std::chrono::milliseconds>(ConnectionTimeout / 2, std::chrono::seconds(4));
-  const std::uint16_t port = address.port != 0
-                                 ? address.port
-                                 : PortOfInstance(address.host, address.instance, patience, browserPort_);
-  const bool isFreeTds = driver_.find("ODBC Driver ") == std::string::npos;
-  std::string text = "DRIVER={" + driver_ + "};";
-  text += isFreeTds
-              ? "SERVER=" + address.host + ";PORT=" + std::to_string(port) +
-                    ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(CommandTimeout.count()) +
-                    ";"
-              : "SERVER=tcp:" + address.host + "," + std::to_string(port) + ";TrustServerCertificate=yes;";
-  if (settings.isTrusted)
-    text += "Trusted_Connection=Yes;DATABASE=" + settings.database + ";";
-  else
-    text += "UID=" + settings.user + ";PWD={" + settings.password + "};";
+// Braces keep a value together up to "};", which no value can hold: the connection string has ended it at the
+// ";". The version is fixed: while FreeTDS's driver tries versions out, no time-out holds. Without "Timeout"
+// beginning and ending a transaction would wait for ever.
+std::string OdbcConnection::DriverText(const std::string& driver, const ConnectionSettings& settings,
+                                       const std::string& host, std::uint16_t port,
+                                       std::chrono::seconds commandTimeout) {
+  const std::string folded = FoldCase(driver);
+  const bool isMicrosofts =
+      folded.find("odbc driver ") != std::string::npos || folded.find("msodbcsql") != std::string::npos;
+  std::string text = "DRIVER={" + driver + "};";
+  text += isMicrosofts
+              ? "SERVER=tcp:" + host + "," + std::to_string(port) + ";TrustServerCertificate=yes;"
+              : "SERVER=" + host + ";PORT=" + std::to_string(port) +
+                    ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(commandTimeout.count()) +
+                    ";";
+  text += settings.isTrusted ? "Trusted_Connection=Yes;DATABASE=" + settings.database + ";"
+                             : "UID={" + settings.user + "};PWD={" + settings.password + "};";
   return text;
+}
+
+// A named instance's port is asked for here, because the driver asks sixteen times, whatever the time-out.
+std::uint16_t OdbcConnection::PortOf(const ServerAddress& address) const {
+  if (address.port != 0) return address.port;
+  const auto patience = std::min<std::chrono::milliseconds>(ConnectionTimeout / 2, std::chrono::seconds(4));
+  return PortOfInstance(address.host, address.instance, patience, browserPort_);
 }
 
 void OdbcConnection::Open() {
   const auto start = std::chrono::steady_clock::now();
-  const std::string text = DriverText();
+  const ConnectionSettings settings = ReadConnectionString(ConnectionString);
+  const ServerAddress address = ParseServerAddress(settings.server);
+  if (!settings.isTrusted && settings.user.empty())
+    throw SqlError(0, kSource, "A SQL login needs a user name.");
+  // Tickets are for names: there is none for "localhost".
+  const std::string host = settings.isTrusted && address.isThisMachine ? GetHostName() : address.host;
+  auto wide = Wide(DriverText(driver_, settings, host, PortOf(address), CommandTimeout));
   const auto spent = std::chrono::floor<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
   const auto left = std::max(ConnectionTimeout - spent, std::chrono::seconds(1));
   auto session = std::make_unique<Session>();
   const OdbcHandle& connection = *session->connection;
   SQLSetConnectAttr(connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(left), SQL_IS_UINTEGER);
-  auto wide = Wide(text);
   try {
-    connection.Check(
-        SQLDriverConnectW(connection.Get(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
-                          nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
-        "Open");
+    connection.Check(SQLDriverConnectW(connection.Get(), nullptr, wide.data(), SQL_NTS, nullptr, 0, nullptr,
+                                       SQL_DRIVER_NOPROMPT),
+                     "Open");
   } catch (const SqlError& error) {
-    const bool lacksTicket = text.find("Trusted_Connection") != std::string::npos && !MayHaveKerberosTicket();
-    throw SqlError(error.Number(), error.Source(),
-                   error.Description() + (lacksTicket ? "\r\nno Kerberos ticket (kinit)" : ""));
+    throw SqlError(error.Number(), error.Source(), error.Description() + Hint(error.Description(), settings));
   }
   session->isConnected = true;
   session_ = std::move(session);
@@ -109,6 +137,9 @@ OdbcConnection::Session& OdbcConnection::Opened() const {
 std::unique_ptr<OdbcHandle> OdbcConnection::Statement() const {
   auto statement = std::make_unique<OdbcHandle>(SQL_HANDLE_STMT, Opened().connection->Get());
   SQLSetStmtAttr(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, Number(CommandTimeout), SQL_IS_UINTEGER);
+  // Texts are sent as they are. FreeTDS's driver looks all the same into what is neither comment nor string.
+  SQLSetStmtAttr(statement->Get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON),
+                 SQL_IS_UINTEGER);
   return statement;
 }
 
@@ -125,32 +156,22 @@ void OdbcConnection::Execute(const std::string& text) {
   FinishResults(*statement, "Execute");
 }
 
-namespace {
-
-void SetAutocommit(const OdbcHandle& connection, SQLULEN mode, const char* operation) {
-  connection.Check(
-      SQLSetConnectAttr(connection.Get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), 0),
-      operation);
-}
-
-// The driver begins a further transaction at once; leaving that one takes back nothing.
-void EndTransaction(const OdbcHandle& connection, SQLSMALLINT how, const char* operation) {
-  connection.Check(SQLEndTran(SQL_HANDLE_DBC, connection.Get(), how), operation);
-  SetAutocommit(connection, SQL_AUTOCOMMIT_ON, operation);
-}
-
-}  // namespace
-
 void OdbcConnection::BeginTransaction() {
-  SetAutocommit(*Opened().connection, SQL_AUTOCOMMIT_OFF, "BeginTransaction");
+  Session& session = Opened();
+  session.connection->Check(SQLSetConnectAttr(session.connection->Get(), SQL_ATTR_AUTOCOMMIT,
+                                              reinterpret_cast<SQLPOINTER>(SQL_AUTOCOMMIT_OFF), 0),
+                            "BeginTransaction");
+  session.isInTransaction = true;
 }
 
 void OdbcConnection::CommitTransaction() {
-  EndTransaction(*Opened().connection, SQL_COMMIT, "CommitTransaction");
+  Session& session = Opened();
+  session.connection->Check(session.Leave(SQL_COMMIT), "CommitTransaction");
 }
 
 void OdbcConnection::RollBackTransaction() {
-  EndTransaction(*Opened().connection, SQL_ROLLBACK, "RollBackTransaction");
+  Session& session = Opened();
+  session.connection->Check(session.Leave(SQL_ROLLBACK), "RollBackTransaction");
 }
 
 void OdbcConnection::SetDefaultDatabase(const std::string& name) {

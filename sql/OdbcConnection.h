@@ -1,13 +1,14 @@
-// A SqlConnection over ODBC, with FreeTDS's driver or Microsoft's. Which one: the name or path that the
-// environment variable PELLORIN_ODBC_DRIVER gives, else FreeTDS where it is registered or lies in the
-// system's library folders.
+// A SqlConnection over ODBC. The driver is the one that the environment variable PELLORIN_ODBC_DRIVER names,
+// by its name in odbcinst.ini or the path of its library, else FreeTDS; it may be Microsoft's.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
+#include "sql/ConnectionString.h"
 #include "sql/InstancePort.h"
+#include "sql/ServerAddress.h"
 #include "sql/SqlConnection.h"
 
 namespace pellorin {
@@ -20,6 +21,10 @@ class OdbcConnection : public SqlConnection {
   ~OdbcConnection() override;
 
   static std::string DefaultDriver();
+  // What a driver is told; Microsoft's by its own words.
+  static std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
+                                const std::string& host, std::uint16_t port,
+                                std::chrono::seconds commandTimeout);
 
   void Open() override;
   void Close() override;
@@ -35,8 +40,8 @@ class OdbcConnection : public SqlConnection {
  private:
   struct Session;
 
-  std::string DriverText() const;  // what the driver is told
-  Session& Opened() const;         // SqlError while closed
+  std::uint16_t PortOf(const ServerAddress& address) const;
+  Session& Opened() const;  // SqlError while closed
   std::unique_ptr<OdbcHandle> Statement() const;
   void FinishResults(const OdbcHandle& statement, const char* operation) const;
 

@@ -8,6 +8,9 @@
 namespace pellorin {
 namespace {
 
+// FreeTDS's driver says nothing of a question mark that it takes for a parameter.
+constexpr const char* kNoReason =
+    "The driver gave no reason. Does a question mark stand outside the strings, as behind an unpaired quote?";
 constexpr std::size_t kLongestRecord = 4096;  // units; servers cut theirs at about half of that
 
 SqlError ErrorOf(SQLSMALLINT kind, SQLHANDLE handle, const char* operation) {
@@ -20,7 +23,7 @@ SqlError ErrorOf(SQLSMALLINT kind, SQLHANDLE handle, const char* operation) {
   const bool hasText = SQL_SUCCEEDED(result) && length > 0;
   const auto count = std::min(static_cast<std::size_t>(hasText ? length : 0), text.size() - 1);
   return SqlError(number, std::string("PellorinConfig.exe, OdbcConnection, ") + operation,
-                  hasText ? WithoutOrigin(Narrow(text.data(), count)) : "The driver gave no reason.");
+                  hasText ? WithoutOrigin(Narrow(text.data(), count)) : kNoReason);
 }
 
 }  // namespace
@@ -41,7 +44,7 @@ void OdbcHandle::Check(SQLRETURN result, const char* operation) const {
 std::string WithoutOrigin(std::string_view text) {
   static constexpr std::string_view kOrigins[] = {"[unixODBC]", "[Driver Manager]", "[FreeTDS]",
                                                   "[Microsoft]", "[SQL Server]"};
-  for (bool isCut = true; isCut;) {
+  for (bool isCut = true; isCut && !text.empty();) {
     isCut = false;
     for (const std::string_view origin : kOrigins)
       if (text.starts_with(origin)) {

@@ -11,11 +11,12 @@ struct ServerAddress {
   std::string host;
   std::uint16_t port = 0;  // 0: to be asked for by the instance's name
   std::string instance;    // empty: the default one
+  bool isThisMachine = false;
 };
 
 inline constexpr std::uint16_t kDefaultSqlPort = 1433;
 
-// SqlError for a port that is none.
+// SqlError for a port that is none, and for names that no server has.
 ServerAddress ParseServerAddress(const std::string& server);
 
 }  // namespace pellorin

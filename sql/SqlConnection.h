@@ -31,7 +31,7 @@ class SqlConnection {
 
   // To be set before Open; as ConnectionString.h builds it.
   std::string ConnectionString;
-  std::chrono::seconds ConnectionTimeout{15};  // for all of Open
+  std::chrono::seconds ConnectionTimeout{15};  // for each of the server's two or three answers
   std::chrono::seconds CommandTimeout{30};     // for each operation; a silent server may take twice that
 
   virtual void Open() = 0;

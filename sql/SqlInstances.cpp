@@ -20,7 +20,11 @@ std::string StoredList(const Registry& registry, bool isDefaultAssumed) {
 }  // namespace
 
 bool IsDefaultInstanceAssumed(FileOperations& files) {
-  return !HasRegistry(files) && files.Status("/opt/mssql/bin/sqlservr").kind == FileKind::File;
+  try {
+    return !HasRegistry(files) && files.Status("/opt/mssql/bin/sqlservr").kind == FileKind::File;
+  } catch (const FileError&) {  // what may not even be looked at is not installed for this user
+    return false;
+  }
 }
 
 bool GetInstalledSqlInstances(const Registry& registry, bool isDefaultAssumed, const std::string& machineName,

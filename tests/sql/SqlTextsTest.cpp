@@ -35,7 +35,8 @@ TEST(ConnectionString, IsBuiltAsItIsAndReadBack) {
     ReadConnectionString(SqlLoginConnectionString("H", "u", "secret;part"));
     FAIL() << "a broken string was read";
   } catch (const SqlError& error) {
-    EXPECT_EQ(error.Description(), "A name or password that holds \";\" cannot be used to connect.");
+    EXPECT_EQ(error.Description(),
+              "A server name, user name or password that holds \";\" cannot be used to connect.");
   }
 }
 
@@ -44,19 +45,27 @@ TEST(ServerAddress, IsReadInAllItsForms) {
     const char *server, *host;
     int port;
     const char* instance;
-  } rows[] = {{"db1", "db1", 1433, ""},           {" db1.example , 5000 ", "db1.example", 5000, ""},
-              {"tcp:db1,5000", "db1", 5000, ""},  {"TCP: db1", "db1", 1433, ""},
-              {".", "localhost", 1433, ""},       {"(LOCAL)", "localhost", 1433, ""},
-              {"", "localhost", 1433, ""},        {".\\SALES", "localhost", 0, "SALES"},
-              {"db1\\SALES", "db1", 0, "SALES"},  {"db1\\SALES,5000", "db1", 5000, "SALES"},
-              {"10.0.0.1", "10.0.0.1", 1433, ""}, {"db1\\mssqlserver", "db1", 1433, ""}};
+  } rows[] = {{"db1", "db1", 1433, ""},
+              {" db1.example , 5000 ", "db1.example", 5000, ""},
+              {"tcp:db1,5000", "db1", 5000, ""},
+              {"TCP: db1", "db1", 1433, ""},
+              {".", "localhost", 1433, ""},
+              {"(LOCAL)", "localhost", 1433, ""},
+              {"", "localhost", 1433, ""},
+              {".\\SALES", "localhost", 0, "SALES"},
+              {"db1\\SALES", "db1", 0, "SALES"},
+              {"db1\\SALES,5000", "db1", 5000, "SALES"},
+              {"db1 \\ SALES", "db1", 0, "SALES"},
+              {"10.0.0.1", "10.0.0.1", 1433, ""},
+              {"db1\\mssqlserver", "db1", 1433, ""}};
   for (const auto& row : rows) {
     const ServerAddress address = ParseServerAddress(row.server);
     EXPECT_EQ(address.host, row.host) << row.server;
     EXPECT_EQ(address.port, row.port) << row.server;
     EXPECT_EQ(address.instance, row.instance) << row.server;
   }
-  for (const char* server : {"db1,", "db1,x", "db1,0", "db1,65536", "db1,1,2", "db1,-1"})
+  for (const char* server :
+       {"db1,", "db1,x", "db1,0", "db1,65536", "db1,1,2", "db1,-1", "np:db1", "lpc:.", "{x", "a}b", "a\nb"})
     EXPECT_THROW(ParseServerAddress(server), SqlError) << server;
 }
 
@@ -98,6 +107,9 @@ TEST(InstallScript, IsChangedOnlyWhereItMustBe) {
   folder.Write(kInstallScript, script);
   const std::string read = ReadScriptFile(SystemFiles(), folder.Path(), kInstallScript);
   EXPECT_EQ(read.substr(0, 6), "-- \u00E4 ");
+  folder.Write("other.sql", "\xEF\xBB\xBF" + script);
+  EXPECT_THROW(ReadScriptFile(SystemFiles(), folder.Path(), "other.sql"), NumberedError);
+  EXPECT_EQ(ReadScriptFile(SystemFiles(), folder.Path(), "SP_sendPLN_create.SQL"), read);
   const std::size_t first = read.find("create Procedure");
   EXPECT_EQ(AlteringScript(read), read.substr(0, first) + "ALTER PROCEDURE" + read.substr(first + 16));
   EXPECT_EQ(AlteringScript("no such words"), "no such words");
