@@ -34,7 +34,8 @@ void Require(bool isTrue, const std::string& otherwise) {
 class Surroundings : public UserMessages,
                      public MailComponent,
                      public EventLogRegistration,
-                     public HelpViewer {
+                     public HelpViewer,
+                     public ProcedureSetup {
  public:
   explicit Surroundings(const std::string& programFolder) : folder_(programFolder) {}
   void RequireSilence() const { Require(box_.empty(), "a box appeared: " + box_); }
@@ -53,6 +54,14 @@ class Surroundings : public UserMessages,
                       const std::string& /*logName*/) override {}
   void ShowTopic(QWidget& /*owner*/, const std::string& file, const std::string& /*topic*/) override {
     box_ += file;
+  }
+  std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) override {
+    box_ += login.server;
+    return std::nullopt;
+  }
+  bool Install(const SqlLogin& login, const Installation& /*installation*/) override {
+    box_ += login.server;
+    return false;
   }
 
  private:
@@ -107,8 +116,15 @@ class Site {
         folder_(InstancesIniFile(kInstances, [this](int instance) { return QueuesOf(instance); }), kQueues,
                 [&](int queue) { return FileOf(queue, queueBy); }),
         surroundings_(folder_.Path()),
-        window_(
-            {SystemFiles(), surroundings_, surroundings_, surroundings_, surroundings_, folder_.Path(), {}}) {
+        window_({SystemFiles(),
+                 surroundings_,
+                 surroundings_,
+                 surroundings_,
+                 surroundings_,
+                 surroundings_,
+                 [] { return std::vector<std::string>(); },
+                 folder_.Path(),
+                 {}}) {
     Require(window_.Form_Load({}), "the window does not start");
     window_.MakeTabVisible(kQueuesTab);
     window_.activateWindow();

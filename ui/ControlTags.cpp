@@ -22,24 +22,6 @@ bool IsField(const QWidget& control) {
          qobject_cast<const QListWidget*>(&control) != nullptr;
 }
 
-// Fields that are on look like paper; fields that are off, whoever disabled them, like the window behind them
-// with muted text. The style paints a drop-down list with the button colours, so those are set too.
-void Switch(QWidget& control, bool on) {
-  control.setEnabled(on);
-  if (!IsField(control)) return;
-  const QPalette window = control.window()->palette();
-  QPalette palette = window;
-  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    const bool isPaper = on && group != QPalette::Disabled;
-    const QColor background = window.color(QPalette::Active, isPaper ? QPalette::Base : QPalette::Button);
-    const QColor text = isPaper ? window.color(QPalette::Active, QPalette::ButtonText)
-                                : window.color(QPalette::Disabled, QPalette::Text);
-    for (const auto role : {QPalette::Base, QPalette::Button}) palette.setColor(group, role, background);
-    for (const auto role : {QPalette::Text, QPalette::ButtonText}) palette.setColor(group, role, text);
-  }
-  control.setPalette(palette);
-}
-
 void ClearOption(QAbstractButton& button) {
   const bool isExclusive = button.autoExclusive();
   button.setAutoExclusive(false);  // else an option button cannot be cleared
@@ -86,6 +68,24 @@ QPalette ControlTags::WithReadableDisabledText(QPalette palette) {
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(QPalette::Disabled, role, muted);
   return palette;
+}
+
+// Fields that are on look like paper; fields that are off, whoever disabled them, like the window behind them
+// with muted text. The style paints a drop-down list with the button colours, so those are set too.
+void ControlTags::Switch(QWidget& control, bool on) {
+  control.setEnabled(on);
+  if (!IsField(control)) return;
+  const QPalette window = control.window()->palette();
+  QPalette palette = window;
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    const bool isPaper = on && group != QPalette::Disabled;
+    const QColor background = window.color(QPalette::Active, isPaper ? QPalette::Base : QPalette::Button);
+    const QColor text = isPaper ? window.color(QPalette::Active, QPalette::ButtonText)
+                                : window.color(QPalette::Disabled, QPalette::Text);
+    for (const auto role : {QPalette::Base, QPalette::Button}) palette.setColor(group, role, background);
+    for (const auto role : {QPalette::Text, QPalette::ButtonText}) palette.setColor(group, role, text);
+  }
+  control.setPalette(palette);
 }
 
 void ControlTags::ToggleSection(std::string_view sectionKind, bool on) const {

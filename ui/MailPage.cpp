@@ -173,19 +173,7 @@ void MailPage::btnDeleteMailSettings_Click() {
     messages_.Show({.text = "Cannot remove settings for this server because it's used for:\r\n" + uses});
     return;
   }
-  if (!Ini::CanDelete(*section)) {
-    const char* reason =
-        section->IsTwin() ? "the file holds two sections of this name" : "the name holds \"|\"";
-    messages_.Show({.text = "The settings for server " + name + " cannot be deleted here, because " + reason +
-                            ". Please edit the section [" + section->Name +
-                            "] of this file with a text editor:\r\n" + session_.Document()->Path(),
-                    .icon = MessageIcon::Exclamation});
-    return;
-  }
-  if (messages_.Show({.text = "Do you want to delete settings for server " + name + "?",
-                      .title = "Delete Section",
-                      .buttons = MessageButtons::YesNo}) != Answer::Yes)
-    return;
+  if (!ConfirmDeletionOfServer()) return;
   RemoveShown();
   emit session_.mailServersChanged();
 }

@@ -1,5 +1,6 @@
 #include "ui/QtUserMessages.h"
 
+#include <QApplication>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
@@ -70,10 +71,26 @@ void FitScreen(QMessageBox& box) {
   label->hide();
 }
 
+// A box is no part of the work that the wait pointer stands for.
+class NormalPointer {
+ public:
+  NormalPointer() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+  ~NormalPointer() { QGuiApplication::restoreOverrideCursor(); }
+  NormalPointer(const NormalPointer&) = delete;
+  NormalPointer& operator=(const NormalPointer&) = delete;
+};
+
 }  // namespace
 
+// The dialog in front, so that no box ever lies behind it.
+QWidget* QtUserMessages::Owner() const {
+  QWidget* dialog = QApplication::activeModalWidget();
+  return dialog != nullptr ? dialog : owner_.data();
+}
+
 Answer QtUserMessages::Show(const Message& message) {
-  QMessageBox box(owner_);
+  const NormalPointer pointer;
+  QMessageBox box(Owner());
   box.setWindowTitle(QString::fromStdString(message.title));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -94,7 +111,7 @@ Answer QtUserMessages::Show(const Message& message) {
 std::string QtUserMessages::AskForText(const std::string& title, const std::string& prompt) {
   bool accepted = false;
   const QString text =
-      QInputDialog::getText(owner_, QString::fromStdString(title), QString::fromStdString(prompt),
+      QInputDialog::getText(Owner(), QString::fromStdString(title), QString::fromStdString(prompt),
                             QLineEdit::Normal, {}, &accepted);
   return accepted ? text.toStdString() : std::string();
 }

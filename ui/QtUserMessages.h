@@ -15,6 +15,8 @@ class QtUserMessages : public UserMessages {
   std::string AskForText(const std::string& title, const std::string& prompt) override;
 
  private:
+  QWidget* Owner() const;
+
   QPointer<QWidget> owner_;
 };
 

@@ -55,6 +55,11 @@ void QueuedServersList::RefreshQueuedServers(const std::vector<std::string>& ser
   StoreSelection();
 }
 
+void QueuedServersList::RefreshQueuedServers() {
+  Fill(session_.CurrentQueue()->GetValue("queuebydefaultservers"));
+  StoreSelection();
+}
+
 void QueuedServersList::StoreSelection() {
   const Section* queue = session_.CurrentQueue();
   if (queue == nullptr) return;

@@ -21,6 +21,8 @@ class QueuedServersList {
 
   // Fills the list and stores the selection.
   void RefreshQueuedServers(const std::vector<std::string>& servers);
+  // The same, with the servers that the current queue's setting names.
+  void RefreshQueuedServers();
   // Stores the selection into the current queue and all instances. An instance that cannot take it keeps no
   // other from it; the failures are raised as one NumberedError at the end.
   void StoreSelection();

@@ -74,6 +74,11 @@ void QueuesPage::BindControls() {
   binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
   binding_.OnClick(ui_->btnTestQueue, [this] { ReportNoTestMail(); });
   connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
+  connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {
+    const Section* queue = session_.CurrentQueue();
+    if (queue == nullptr || !queue->QueueProblem().empty()) return;
+    RunGuarded(messages_, [this] { servers_.RefreshQueuedServers(); });
+  });
 }
 
 void QueuesPage::Choose(const OptionRow& option) {

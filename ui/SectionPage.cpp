@@ -60,6 +60,24 @@ bool SectionPage::CanAdd() {
   return false;
 }
 
+bool SectionPage::ConfirmDeletionOfServer() {
+  const Section* section = session_.Current(type_);
+  if (section == nullptr) return false;
+  const std::string name = section->DisplayName();
+  if (!Ini::CanDelete(*section)) {
+    const char* reason =
+        section->IsTwin() ? "the file holds two sections of this name" : "the name holds \"|\"";
+    messages_.Show({.text = "The settings for server " + name + " cannot be deleted here, because " + reason +
+                            ". Please edit the section [" + section->Name +
+                            "] of this file with a text editor:\r\n" + session_.Document()->Path(),
+                    .icon = MessageIcon::Exclamation});
+    return false;
+  }
+  return messages_.Show({.text = "Do you want to delete settings for server " + name + "?",
+                         .title = "Delete Section",
+                         .buttons = MessageButtons::YesNo}) == Answer::Yes;
+}
+
 void SectionPage::ReportNoTestMail() {
   messages_.Show({.text = "This version cannot send test e-mails.", .icon = MessageIcon::Information});
 }

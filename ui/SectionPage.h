@@ -36,8 +36,11 @@ class SectionPage : public QFrame {
   virtual bool ValidateShown() = 0;
   bool ValidateCurrent(const std::string& subject);  // subject: what the report calls the section
   bool CanAdd();                                     // says why not
-  void ReportNoTestMail();                           // the Test buttons, in this version
-  std::string_view Kind() const;                     // as the tags spell it
+  // Asks whether the settings of the shown server shall go; says why they cannot. True when the user wants
+  // it.
+  bool ConfirmDeletionOfServer();
+  void ReportNoTestMail();        // the Test buttons, in this version
+  std::string_view Kind() const;  // as the tags spell it
   // The section of the selected entry; none while nothing is loaded or selected.
   Section* Selected() const;
   // Takes the shown section out of the document and the selector and shows the first remaining one.

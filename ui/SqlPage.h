@@ -1,11 +1,18 @@
-// The page "Sql Servers": the configured instances and the database that each one's procedure is installed
-// in.
+// The page "Sql Servers": shows one instance at a time and writes each change of a control into its section
+// at once. Showing an instance stores what its format and its lists show; a stored name that a list does not
+// hold is lost then, and named on the page. Instances are added, and their procedure is installed again,
+// through the installer's dialog.
 #pragma once
 
+#include <QCheckBox>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "ui/ControlBinding.h"
 #include "ui/SectionPage.h"
+#include "ui/dialogs/frmNewSqlServer.h"
 
 namespace Ui {
 class frmSql;
@@ -17,19 +24,63 @@ class SqlPage : public SectionPage {
   Q_OBJECT
 
  public:
-  SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags);
+  SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
+          FileOperations& files, const InstallerServices& installer);
   ~SqlPage() override;
 
   void StartBrandNew() override;
+  bool ValidateSql();                    // reports what is invalid; true when no instance is shown
+  void LoadLists();                      // of style sheets and mail servers; stores nothing
   bool ShowsConfiguredDatabase() const;  // whether the shown instance's procedure is installed anywhere
 
  protected:
   void ShowCurrent() override;
-  bool ValidateShown() override { return true; }  // nothing can be edited yet
+  bool ValidateShown() override { return ValidateSql(); }
 
  private:
+  struct CheckRow {
+    QCheckBox* box;
+    const char* key;
+    const char* defaultValue;
+  };
+  struct ListRow {
+    QComboBox* list;
+    const char* key;
+    const char* content;  // one entry of it, in a sentence
+  };
+
+  void MakeTables();
+  void BindControls();
+  void BindLists();
+
+  void Fill();  // the controls from the settings; stores nothing
+  void FillOptions(const Section& instance);
+  void StoreShown();
+  void ShowLost(const std::vector<std::string>& values);
+  void ShowDatabase();
+
+  void FillMailServers(QComboBox& list);
+  void FillStylesheets();
+  void RefreshMailServers();
+  void Choose(const OptionRow& option);  // as the user would, but for the focus
+  void ChooseItem(const ListRow& row, const std::string& text);
+  void AddNewSqlServer(const frmNewSqlServer& dialog);
+  void PersistInstallation(const frmNewSqlServer& dialog);
+
+  void btnAddNewSqlServer_Click();
+  void btnConfigure_Click();
+  void btnDeleteSqlSettings_Click();
+  void btnRefreshStylesheets_Click();
+
   std::unique_ptr<Ui::frmSql> ui_;
   ControlBinding binding_;
+  FileOperations& files_;
+  InstallerServices installer_;
+  std::vector<OptionRow> options_;
+  std::vector<CheckRow> checks_;
+  std::vector<TextRow> texts_;
+  std::vector<NumberRow> numbers_;
+  std::vector<ListRow> lists_;
 };
 
 }  // namespace pellorin

@@ -41,7 +41,11 @@ frmMain::~frmMain() = default;
 
 void frmMain::AddPages() {
   mailPage_ = new MailPage(session_, components_.messages, tags_);
-  sqlPage_ = new SqlPage(session_, components_.messages, tags_);
+  sqlPage_ = new SqlPage(session_, components_.messages, tags_, components_.files,
+                         {components_.setup, components_.messages, components_.localInstances,
+                          components_.programFolder, [this](QWidget& owner) {
+                            ShowHelpTopic(owner, "ConfigurationGuide.htm#NewSqlServerInstanceDialog");
+                          }});
   queuesPage_ = new QueuesPage(session_, components_.messages, tags_, components_.locale);
   pages_ = {mailPage_, sqlPage_, queuesPage_};
   const auto addTab = [this](QWidget* page, const char* caption, const char* key, const char* tip) {

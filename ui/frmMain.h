@@ -6,12 +6,14 @@
 #include <QCloseEvent>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "platform/SystemLocale.h"
 #include "service/EventLogRegistration.h"
 #include "service/MailComponent.h"
+#include "sql/ProcedureInstaller.h"
 #include "ui/ConfigurationSession.h"
 #include "ui/ControlBinding.h"
 #include "ui/ControlTags.h"
@@ -39,7 +41,9 @@ struct Components {
   MailComponent& mail;
   EventLogRegistration& eventLog;
   HelpViewer& help;
-  std::string programFolder;  // full path
+  ProcedureSetup& setup;
+  std::function<std::vector<std::string>()> localInstances;  // of SQL Server, on this machine
+  std::string programFolder;                                 // full path
   LocaleConventions locale;
 };
 

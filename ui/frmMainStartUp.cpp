@@ -72,6 +72,7 @@ void frmMain::StartUp() {
   for (SectionPage* page : pages_) page->Selector().Clear();
   Ini& document = *session_.Document();
   document.Load("Pellorin.ini");
+  sqlPage_->LoadLists();
   const bool isNew = document.Count() == 0;
   session_.SetCurrent(SectionType::Admin, &document.AdminSection());
   tags_.ToggleSection("Admin", true);

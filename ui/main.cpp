@@ -3,8 +3,11 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/MachineName.h"
 #include "service/LocalMailComponent.h"
 #include "service/RegistryEventLog.h"
+#include "sql/OdbcConnection.h"
+#include "sql/SqlInstances.h"
 #include "ui/HelpFileBox.h"
 #include "ui/ProgramStyle.h"
 #include "ui/QtUserMessages.h"
@@ -34,6 +37,15 @@ bool NamesPlatform(int argumentCount, char** arguments) {
   return false;
 }
 
+std::vector<std::string> LocalInstances() {
+  pellorin::FileOperations& files = pellorin::SystemFiles();
+  const pellorin::Registry registry(files, pellorin::DefaultRegistryRoot());
+  std::vector<std::string> instances;
+  pellorin::GetInstalledSqlInstances(registry, pellorin::IsDefaultInstanceAssumed(files),
+                                     pellorin::GetMachineName(), instances);
+  return instances;
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -53,8 +65,10 @@ int main(int argumentCount, char** arguments) {
   pellorin::LocalMailComponent mail(files, programFolder);
   pellorin::RegistryEventLog eventLog(pellorin::Registry(files, pellorin::DefaultRegistryRoot()));
   pellorin::HelpFileBox help(files, messages);
-  pellorin::frmMain window(
-      {files, messages, mail, eventLog, help, programFolder, pellorin::SystemLocaleConventions()});
+  pellorin::ProcedureInstaller setup([] { return std::make_unique<pellorin::OdbcConnection>(); }, files,
+                                     programFolder, messages);
+  pellorin::frmMain window({files, messages, mail, eventLog, help, setup, LocalInstances, programFolder,
+                            pellorin::SystemLocaleConventions()});
   messages.SetOwner(&window);
   return window.Form_Load(commandLine) ? QApplication::exec() : EXIT_FAILURE;
 }

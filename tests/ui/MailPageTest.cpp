@@ -82,7 +82,7 @@ TEST_F(Mail, WritesEachControlUnderItsKey) {
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.newLine);
-    const std::string ini = Server(row.sendMethod, row.login) + kSql;
+    const std::string ini = Server(row.sendMethod, row.login) + Replaced(kSql, "=one", "=base");
     ASSERT_TRUE(Start(ini));
     *row.keys == '\0' ? Click(row.control) : Replace(row.control, row.keys);
     EXPECT_TRUE(IsModified());
@@ -157,7 +157,8 @@ TEST_F(Mail, UserNamesOfTheLogins) {
   };
   for (const auto& row : cases) {
     SCOPED_TRACE(row.stored);
-    ASSERT_TRUE(Start(Replaced(Server("2", row.login), "DOM\\bob", row.stored) + kSql));
+    ASSERT_TRUE(
+        Start(Replaced(Server("2", row.login), "DOM\\bob", row.stored) + Replaced(kSql, "=one", "=base")));
     EXPECT_EQ(Texts("txtMailUsername txtMailDomain"), std::string(row.user) + "|" + row.domain);
     if (*row.typedUser != '\0') Replace("txtMailUsername", row.typedUser);
     if (*row.typedDomain != '\0') Replace("txtMailDomain", row.typedDomain);
@@ -202,7 +203,7 @@ TEST_F(Mail, RefusesNamesThatTheFileCannotHold) {
 }
 
 TEST_F(Mail, DeletesUnusedServers) {
-  ASSERT_TRUE(Start(kMailTwo + kMailOne + "[SQL:DB1]\r\nPrimaryMailServer=ONE\r\n"));  // another name
+  ASSERT_TRUE(Start(kMailTwo + kMailOne));
   Delete("two", Answer::No);
   EXPECT_EQ(Entries("cmbMailServer"), (Names{"two", "one"}));
   Replace("txtSenderEmail", "");  // an invalid one can be deleted all the same
@@ -223,10 +224,9 @@ TEST_F(Mail, DeletesUnusedServers) {
 }
 
 TEST_F(Mail, KeepsServersThatAreInUse) {
-  ASSERT_TRUE(Start(
-      kMailOne +
-      "[SQL:A]\r\nPrimaryMailServer=one\r\nSecondaryMailServer=one\r\n[SQL:B]\r\nPrimaryMailServer=two\r\n"
-      "SecondaryMailServer=one\r\n[SQL:C]\r\nPrimaryMailServer=One\r\n"));
+  ASSERT_TRUE(Start(kMailOne + "[SQL:A]\r\nDefaultFormat=Text\r\nPrimaryMailServer="
+                               "one\r\nSecondaryMailServer=one\r\n[SQL:B]\r\nPrimaryMailServer=two\r\n"
+                               "SecondaryMailServer=one\r\n[SQL:C]\r\nPrimaryMailServer=One\r\n"));
   messages.WillShow(
       Plain("Cannot remove settings for this server because it's used for:\r\n"
             "- Primary mail server for SQL Server A\r\n"

@@ -108,14 +108,20 @@ TEST_F(Keyboard, TabReachesEveryFieldInReadingOrder) {
       {0, "optLocalMailServer", "optBasic", head + local + "optBasic txtMailUsername txtMailPassword"},
       {0, "optRemoteMailServer", "optNTLM",
        head + remote + "optNTLM txtMailUsername txtMailDomain txtMailPassword"},
-      {1, "optRemoteMailServer", "optAnonymous", "cmbSQLServer"},
+      {1, "optRemoteMailServer", "optAnonymous",
+       "cmbSQLServer btnAddNewSqlServer btnDeleteSqlSettings btnTestSqlServer optTrusted txtTimeout "
+       "btnConfigure "
+       "cmbPrimaryMailServer btnClearprimaryServer btnRefreshPrimaryServer cmbSecondaryMailServer "
+       "btnClearSecondaryServer btnRefreshSecondaryServer optText chkEncodeHTML txtLineWidth cmbStylesheet "
+       "btnClearStylesheet btnRefreshStylesheets chkEmailWhenEmpty chkForceSetUser chkAnsiAttachment "
+       "txtProhibitedTokens txtRedirectAllEmailTo cmbExceptionMode"},
       {2, "optRemoteMailServer", "optAnonymous",
        "cmbQueues btnAddQueue btnDeleteQueue btnTestQueue txtQueueTitle optDaily txtEvery optOccursOnce "
        "txtOccursOnce txtStartDate optNoEndDate optQueueNone"},
   };
   folder.Write("Service/QUEUEDefinitions/Night.xml", kQueueXml);
   for (const auto& row : cases) {
-    ASSERT_TRUE(Start(kUsual));
+    ASSERT_TRUE(Start(Replaced(kUsual, "[SQL:DB1]\r\n", "[SQL:DB1]\r\nConnectionType=Trusted\r\n")));
     Click(row.send);
     Click(row.login);
     ClickTab(row.tab);

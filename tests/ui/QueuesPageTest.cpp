@@ -3,9 +3,7 @@
 #include <sys/stat.h>
 
 #include <QDate>
-#include <QDialog>
 #include <QListWidget>
-#include <QTimer>
 
 #include "config/DateTimeText.h"
 #include "tests/ui/WindowFixture.h"
@@ -16,8 +14,8 @@ namespace {
 const std::string kScheduler =
     "[ADMIN:Pellorin]\r\nSchedulerUsername=sched\r\nSchedulerPassword=<\\_\r\n";  // the password is "Z2"
 const std::string kInstances = kMailOne +
-                               "[SQL:A]\r\nPrimaryMailServer=one\r\nQueues=Q1,Q2\r\n"
-                               "[SQL:B]\r\nPrimaryMailServer=one\r\nQueues=Q2\r\n" +
+                               "[SQL:A]\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\nQueues=Q1,Q2\r\n"
+                               "[SQL:B]\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\nQueues=Q2\r\n" +
                                kScheduler;
 
 const std::string kDailyQueue =
@@ -43,20 +41,6 @@ class QueuesPageTest : public WindowFixture {
     ASSERT_TRUE(Start(ini));
     ClickTab(2);
   }
-  std::string Checked(const std::string& names) const {
-    std::string checked;
-    for (const std::string& name : Words(names))
-      if (Find<QAbstractButton>(name).isChecked()) checked += (checked.empty() ? "" : " ") + name;
-    return checked;
-  }
-  std::string Lines(const std::string& list, bool onlySelected = false) const {
-    const auto& box = Find<QListWidget>(list);
-    std::string lines;
-    for (int row = 0; row < box.count(); ++row)
-      if (!onlySelected || box.item(row)->isSelected())
-        lines += (lines.empty() ? "" : "|") + box.item(row)->text().toStdString();
-    return lines;
-  }
   std::string SelectedServers() const { return Lines("lstQueueApplServers", true); }
   void ClickLine(const std::string& list, int row, bool twice = false) const {
     const auto& box = Find<QListWidget>(list);
@@ -64,27 +48,11 @@ class QueuesPageTest : public WindowFixture {
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, place);
     if (twice) QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, place);
   }
-  void AddQueue(const std::string& name) {
-    messages.WillAsk("New Queue", "Please enter the name of the new queue", name);
-    Click("btnAddQueue");
-  }
   void DeleteQueue(const std::string& name, Answer answer) {
     messages.WillShow(
         Question("Delete Section", "Do you want to delete queue " + name + "?", MessageButtons::YesNo),
         answer);
     Click("btnDeleteQueue");
-  }
-  // What the user does in the dialog "Filter" once it is open.
-  void InDialog(std::function<void(QDialog&)> user) {
-    auto* timer = new QTimer(window.get());
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, user = std::move(user)] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || !dialog->isActiveWindow()) return;
-      timer->deleteLater();
-      timer->stop();
-      user(*dialog);
-    });
-    timer->start(1);
   }
   // Types field, Tab, expression; then Enter, or Escape.
   void WillFill(const std::string& field, const std::string& value, Qt::Key end = Qt::Key_Return) {

@@ -71,8 +71,20 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
       {"Basic,NTLM@Mail", "optNTLM"},
       {"BasicMember@Mail", "txtMailUsername txtMailPassword Label20 Label21"},
       {"NTLMMember@Mail", "txtMailDomain Label22"},
-      {"Section@Sql", "Label1"},
-      {"@Sql", "cmbSQLServer Label29 lblConfiguredDB"},
+      {"AlwaysOn@Sql", "btnAddNewSqlServer"},
+      {"Section@Sql", "Label1 Label3 Label4 Label9 Label30"},
+      {"Native@Sql", "optSqlNative"},
+      {":Native@Sql", "optTrusted"},
+      {"NativeMember@Sql", "txtSqlUsername txtSqlPassword Label5 Label6"},
+      {"@Sql",
+       "cmbSQLServer cmbPrimaryMailServer cmbSecondaryMailServer txtTimeout cmbStylesheet txtLineWidth "
+       "optHTML "
+       "optText chkEncodeHTML chkEmailWhenEmpty txtRedirectAllEmailTo chkForceSetUser txtProhibitedTokens "
+       "chkAnsiAttachment cmbExceptionMode btnConfigure lblConfiguredDB btnClearSecondaryServer "
+       "btnRefreshSecondaryServer btnClearprimaryServer btnRefreshPrimaryServer btnClearStylesheet "
+       "btnRefreshStylesheets btnTestSqlServer btnDeleteSqlSettings Frame1 Label7 Label8 Label11 Label13 "
+       "Label14 "
+       "Label24 Label25 Label27 Label29 Label48 Label49 Label50 lblSqlNotice"},
       {"AlwaysOn@Queue", "btnAddQueue"},
       {"Section@Queue", "Label31 Label32"},
       {"QueueFilter,QueueServers@Queue", "optQueueFilter"},
@@ -107,6 +119,17 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
             "Local Mail Server|Pickup Folder|Remote Mail Server|Server Name|Server Port|Authentication");
   EXPECT_EQ(Texts("optAnonymous optBasic optNTLM Label20 Label21 Label22"),
             "Anonymous|Basic|NTLM|Username|Password|Domain");
+  EXPECT_EQ(Texts("Label1 btnDeleteSqlSettings Label3 optTrusted optSqlNative Label5 Label6 Label27 Label24"),
+            "SQL Server Instance|Delete|Database Connection|Use Trusted Connection|Use Sql Native Connection|"
+            "Username|Password|Timeout|(0 = unlimited)");
+  EXPECT_EQ(
+      Texts("Label29 lblConfiguredDB btnConfigure Label4 Label7 btnClearprimaryServer Label8 Label9 Label11"),
+      "Database|None|Configure|Mail Servers|Primary Server|Clear|Backup Server|Appearence|Default Format");
+  EXPECT_EQ(Texts("optHTML optText chkEncodeHTML Label13 Label25 Label14 btnRefreshStylesheets Label30"),
+            "HTML|Text|Encode HTML|Line Width|(0 = unlimited)|Stylesheet|Refresh|Other Settings");
+  EXPECT_EQ(Texts("chkEmailWhenEmpty chkForceSetUser Label48 Label49 chkAnsiAttachment Label50"),
+            "Email When Query Empty|Force Set User|Prohibited Tokens|Redirect All Email To|Ansi Attachment|"
+            "Exception Mode");
   EXPECT_EQ(Texts("Label31 btnAddQueue btnDeleteQueue btnTestQueue Label33 optDaily optWeekly Label41"),
             "Queues|Add|Delete|Test|Default Subject Line|Daily|Weekly|Every");
   EXPECT_EQ(Texts("chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday chkSunday"),
@@ -129,7 +152,7 @@ TEST_F(Tags, EveryControlHasItsNameTagAndCaption) {
     EXPECT_EQ(tabs.tabToolTip(index).toStdString(), std::string("Configure ") + captions[index]);
     EXPECT_EQ(tabs.widget(index)->objectName().toStdString(), pages[index]);
   }
-  for (const char* name : {"txtMailPassword", "txtSchedulerPassword"})
+  for (const char* name : {"txtMailPassword", "txtSchedulerPassword", "txtSqlPassword"})
     EXPECT_EQ(Find<QLineEdit>(name).echoMode(), QLineEdit::Password);
 }
 

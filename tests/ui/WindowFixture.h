@@ -8,9 +8,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
+#include <QListWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -33,7 +36,7 @@ inline const std::string kMailTwo =
     "[MAIL:two]\r\n; by hand\r\nSendMethod=2\r\nRemoteServerName=two.example\r\nRemoteServerPort=587\r\n"
     "AuthenticationMethod=2\r\nUsername=DOM\\bob\r\nSenderEmail=a@two\r\nDefaultDomain=two\r\n"
     "ConnectionTimeout=0\r\n";
-inline const std::string kSql = "[SQL:DB1]\r\nPrimaryMailServer=one\r\n";
+inline const std::string kSql = "[SQL:DB1]\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\n";
 inline const std::string kAdmin = "[ADMIN:Pellorin]\r\nSchedulerUsername=sched\r\n";
 inline const std::string kUsual = kMailOne + kMailTwo + kSql + kAdmin;
 
@@ -50,6 +53,30 @@ inline std::string Replaced(std::string text, const std::string& from, const std
   return text.replace(position, from.size(), to);
 }
 
+// An installer that does as the test says and remembers what it was asked.
+class FakeSetup : public ProcedureSetup {
+ public:
+  std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) override {
+    asked.push_back("list " + Text(login));
+    return databases;
+  }
+  bool Install(const SqlLogin& login, const Installation& installation) override {
+    asked.push_back("install " + Text(login) + " " + installation.database +
+                    (installation.grantsToAll ? " all" : "") +
+                    (installation.allowsTempTables ? " temp" : ""));
+    return succeeds;
+  }
+
+  std::vector<std::string> databases = {"master", "sales"};
+  bool succeeds = true;
+  std::vector<std::string> asked;
+
+ private:
+  static std::string Text(const SqlLogin& login) {
+    return login.server + (login.isTrusted ? "" : " " + login.user + "/" + login.password);
+  }
+};
+
 class WindowFixture : public ::testing::Test, private MailComponent, EventLogRegistration, HelpViewer {
  protected:
   WindowFixture() { folder.Write("Service/QUEUEDefinitions/defaultQUEUE.xml", kQueueXml); }
@@ -58,8 +85,9 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
   // Lays out Pellorin.ini, unless it is empty, makes the window and starts it.
   bool Start(const std::string& ini, const std::string& commandLine = {}) {
     if (!ini.empty()) WriteIni(ini);
-    window = std::make_unique<frmMain>(
-        Components{SystemFiles(), messages, *this, *this, *this, program, LocaleConventions()});
+    window = std::make_unique<frmMain>(Components{SystemFiles(), messages, *this, *this, *this, setup,
+                                                  [this] { return localInstances; }, program,
+                                                  LocaleConventions()});
     if (!window->Form_Load(commandLine)) return false;
     window->activateWindow();
     return QTest::qWaitForWindowActive(window.get());
@@ -172,10 +200,43 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
     Click("btnAddNewMailServer");
   }
 
+  void AddQueue(const std::string& name) {
+    messages.WillAsk("New Queue", "Please enter the name of the new queue", name);
+    Click("btnAddQueue");
+  }
+  std::string Checked(const std::string& names) const {
+    std::string checked;
+    for (const std::string& name : Words(names))
+      if (Find<QAbstractButton>(name).isChecked()) checked += (checked.empty() ? "" : " ") + name;
+    return checked;
+  }
+  std::string Lines(const std::string& list, bool onlySelected = false) const {
+    const auto& box = Find<QListWidget>(list);
+    std::string lines;
+    for (int row = 0; row < box.count(); ++row)
+      if (!onlySelected || box.item(row)->isSelected())
+        lines += (lines.empty() ? "" : "|") + box.item(row)->text().toStdString();
+    return lines;
+  }
+  // What the user does in a dialog once it is open.
+  void InDialog(std::function<void(QDialog&)> user) {
+    auto* timer = new QTimer(window.get());
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, user = std::move(user)] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr || !dialog->isActiveWindow()) return;
+      timer->deleteLater();
+      timer->stop();
+      user(*dialog);
+    });
+    timer->start(1);
+  }
+
   TemporaryFolder folder;
   std::string program = folder / "Service";
   RecordingMessages messages;
   std::string installFolder = program;
+  FakeSetup setup;
+  Names localInstances = {"HOST1", "HOST1\\SALES", ""};
   Names log;  // what the event log and the help viewer were asked
   std::function<void()> onRegister, onHelp;
   std::unique_ptr<frmMain> window;

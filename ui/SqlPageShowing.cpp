@@ -1,0 +1,132 @@
+// Showing an instance: the controls from the settings, and what the lists offer.
+#include <QSignalBlocker>
+
+#include "config/ValueOrDefault.h"
+#include "ui/FailureMessage.h"
+#include "ui/ListItems.h"
+#include "ui/SqlPage.h"
+#include "ui_SqlPage.h"
+
+namespace pellorin {
+namespace {
+
+const QString kNoDatabase = QStringLiteral("None");
+
+}  // namespace
+
+void SqlPage::ShowCurrent() {
+  RunGuarded(messages_, [this] {
+    const ConfigurationSession::Edits edits(session_);
+    Fill();
+    StoreShown();
+  });
+}
+
+void SqlPage::Fill() {
+  const Section& instance = *session_.CurrentSql();
+  const auto quiet = binding_.KeepQuiet();
+  FillOptions(instance);
+  for (const CheckRow& row : checks_)
+    row.box->setChecked(ValueOrDefault(instance.GetValue(row.key), row.defaultValue) == "1");
+  for (const TextRow& row : texts_) ShowValue(*row.control, instance, row.key);
+  for (const NumberRow& row : numbers_) ShowValue(*row.control, instance, row.key);
+  for (const ListRow& row : lists_) SelectListItem(*row.list, instance.GetValue(row.key));
+  ShowDatabase();
+}
+
+// An unknown connection type leaves both options as they were; an unknown format is text.
+void SqlPage::FillOptions(const Section& instance) {
+  Enable();  // the groups of the instance shown before must not linger
+  const std::string connection = instance.GetValue("ConnectionType");
+  if (connection == "Trusted") ui_->optTrusted->setChecked(true);
+  if (connection == "Sql") ui_->optSqlNative->setChecked(true);
+  const bool isHtml = instance.GetValue("DefaultFormat") == "HTML";
+  (isHtml ? ui_->optHTML : ui_->optText)->setChecked(true);
+  const bool isNative = ui_->optSqlNative->isChecked();
+  tags_.ToggleControls(ControlTags::TagOf(isNative ? *ui_->optSqlNative : *ui_->optTrusted));
+}
+
+void SqlPage::StoreShown() {
+  const Section& instance = *session_.CurrentSql();
+  std::vector<std::string> lost;
+  Steps steps;
+  steps.Run(
+      [&] { session_.PersistSqlSetting("DefaultFormat", ui_->optHTML->isChecked() ? "HTML" : "Text"); });
+  for (const ListRow& row : lists_) {
+    const std::string stored = instance.GetValue(row.key);
+    const std::string shown = row.list->currentText().toStdString();
+    if (stored.empty()) continue;  // then nothing is selected: no empty text comes under an absent key
+    steps.Run([&] {
+      session_.PersistSqlSetting(row.key, shown);
+      if (shown.empty()) lost.push_back(std::string(row.content) + " \"" + stored + "\"");
+    });
+  }
+  ShowLost(lost);
+  steps.RaiseFailures();
+}
+
+void SqlPage::ShowLost(const std::vector<std::string>& values) {
+  std::string text;
+  for (const std::string& value : values)
+    text += (text.empty() ? "" : "\r\n") + std::string("The ") + value +
+            " of this instance is not to be found, and is not set any more.";
+  ui_->lblSqlNotice->setText(QString::fromStdString(text));
+  ui_->lblSqlNotice->setVisible(!text.empty());
+}
+
+void SqlPage::ShowDatabase() {
+  const Section* instance = session_.CurrentSql();
+  const std::string database = instance == nullptr ? std::string() : instance->GetValue("ConfiguredDB");
+  ui_->lblConfiguredDB->setText(
+      database.empty()
+          ? kNoDatabase
+          : QString::fromStdString(database + " (" + instance->GetValue("AccessType") + " access) "));
+  ui_->lblConfiguredDB->setToolTip(ui_->lblConfiguredDB->text());
+}
+
+bool SqlPage::ShowsConfiguredDatabase() const {
+  return ui_->lblConfiguredDB->text() != kNoDatabase;
+}
+
+void SqlPage::StartBrandNew() {
+  SectionPage::StartBrandNew();
+  ShowDatabase();
+  ShowLost({});
+}
+
+void SqlPage::LoadLists() {
+  FillStylesheets();
+  RefreshMailServers();
+}
+
+// A folder that is missing offers nothing.
+void SqlPage::FillStylesheets() {
+  const QSignalBlocker blocker(ui_->cmbStylesheet);
+  ui_->cmbStylesheet->clear();
+  const std::string& program = installer_.programFolder;
+  const std::string folder = JoinPath(program, FindIgnoringCase(files_, program, "HTMLStylesheets"));
+  if (files_.Status(folder).kind != FileKind::Folder) return;
+  for (const FolderEntry& entry : files_.List(folder))
+    if (!entry.isFolder && FoldCase(entry.name).ends_with(".css"))
+      ui_->cmbStylesheet->addItem(QString::fromStdString(entry.name));
+  ui_->cmbStylesheet->setCurrentIndex(-1);
+}
+
+void SqlPage::RefreshMailServers() {
+  const Section* instance = session_.CurrentSql();
+  for (const ListRow& row : lists_) {
+    if (row.list != ui_->cmbPrimaryMailServer && row.list != ui_->cmbSecondaryMailServer) continue;
+    FillMailServers(*row.list);
+    SelectListItem(*row.list, instance == nullptr ? std::string() : instance->GetValue(row.key));
+  }
+}
+
+void SqlPage::FillMailServers(QComboBox& list) {
+  const QSignalBlocker blocker(list);
+  list.clear();
+  for (const auto& section : session_.Document()->Sections())
+    if (section->SectionType == SectionType::Mail && !section->IsDeleted())
+      list.addItem(QString::fromStdString(section->DisplayName()));
+}
+
+}  // namespace pellorin
