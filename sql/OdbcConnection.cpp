@@ -26,7 +26,8 @@ SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
 
 // What the driver's own words do not say.
 std::string Hint(const std::string& description, const ConnectionSettings& settings) {
-  if (settings.isTrusted && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
+  const bool saysNothing = description == "Unable to connect to data source";  // the server was reached
+  if (settings.isTrusted && saysNothing && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
   if (description.find("Can't open lib") != std::string::npos)
     return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
   return {};

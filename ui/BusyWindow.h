@@ -1,23 +1,25 @@
-// While one lives, its window shows the wait pointer and takes no input: for work that keeps the program from
-// looking at its user. What was clicked or typed meanwhile is dropped at the end, so that nothing happens
-// twice; then the window is as it was, the focus included.
+// Marks a window as busy while an object of this class lives, for work that blocks the program: wait pointer,
+// the window painted as disabled once. What the user types and clicks meanwhile is discarded at the end; then
+// the window, its focus and the pointer are as before.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <QWidget>
 
 namespace pellorin {
 
-class BusyWindow {
+class BusyWindow : public QObject {
  public:
-  explicit BusyWindow(QWidget& window);  // repaints it once
-  ~BusyWindow();
-  BusyWindow(const BusyWindow&) = delete;
-  BusyWindow& operator=(const BusyWindow&) = delete;
+  explicit BusyWindow(QWidget& window);
+  ~BusyWindow() override;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QWidget& window_;
+  QPointer<QWidget> window_;
   QPointer<QWidget> focus_;
+  bool wasEnabled_;
 };
 
 }  // namespace pellorin

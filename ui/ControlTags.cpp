@@ -55,21 +55,6 @@ void ForEachTagged(QWidget& window, Action action) {
 
 }  // namespace
 
-std::string ControlTags::TagOf(const QWidget& control) {
-  return control.property("tag").toString().toStdString();
-}
-
-QPalette ControlTags::WithReadableDisabledText(QPalette palette) {
-  const QColor text = palette.color(QPalette::Active, QPalette::Text);
-  const QColor ground = palette.color(QPalette::Active, QPalette::Button);
-  const auto between = [](int dark, int light) { return (dark + light) / 2; };
-  const QColor muted(between(text.red(), ground.red()), between(text.green(), ground.green()),
-                     between(text.blue(), ground.blue()));
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, muted);
-  return palette;
-}
-
 // Fields that are on look like paper; fields that are off, whoever disabled them, like the window behind them
 // with muted text. The style paints a drop-down list with the button colours, so those are set too.
 void ControlTags::Switch(QWidget& control, bool on) {
@@ -86,6 +71,21 @@ void ControlTags::Switch(QWidget& control, bool on) {
     for (const auto role : {QPalette::Text, QPalette::ButtonText}) palette.setColor(group, role, text);
   }
   control.setPalette(palette);
+}
+
+std::string ControlTags::TagOf(const QWidget& control) {
+  return control.property("tag").toString().toStdString();
+}
+
+QPalette ControlTags::WithReadableDisabledText(QPalette palette) {
+  const QColor text = palette.color(QPalette::Active, QPalette::Text);
+  const QColor ground = palette.color(QPalette::Active, QPalette::Button);
+  const auto between = [](int dark, int light) { return (dark + light) / 2; };
+  const QColor muted(between(text.red(), ground.red()), between(text.green(), ground.green()),
+                     between(text.blue(), ground.blue()));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, muted);
+  return palette;
 }
 
 void ControlTags::ToggleSection(std::string_view sectionKind, bool on) const {

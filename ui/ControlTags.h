@@ -20,7 +20,7 @@ class ControlTags {
   // Disables and empties every control of a section kind but those that are always on.
   void StartBrandNew(std::string_view sectionKind) const;
 
-  // Enables or disables one control, with its colours.
+  // One control and its colours, whatever its tag.
   static void Switch(QWidget& control, bool on);
 
   // The palette with muted texts that can still be read: a disabled field shows what is stored.

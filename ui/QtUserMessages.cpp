@@ -47,6 +47,28 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   return QMessageBox::NoIcon;
 }
 
+// A box is answered with the normal pointer, also while work goes on behind it.
+class NormalPointer {
+ public:
+  NormalPointer() : isSet_(QApplication::overrideCursor() != nullptr) {
+    if (isSet_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  ~NormalPointer() {
+    if (isSet_) QApplication::restoreOverrideCursor();
+  }
+  NormalPointer(const NormalPointer&) = delete;
+  NormalPointer& operator=(const NormalPointer&) = delete;
+
+ private:
+  bool isSet_;
+};
+
+// The window that a box must lie over: the modal one, if there is any, would hide and block it.
+QWidget* InFront(QWidget* owner) {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : owner;
+}
+
 // A text that would not fit the screen scrolls, and breaks inside its words where it must: the buttons stay
 // within reach and nothing is cut off.
 void FitScreen(QMessageBox& box) {
@@ -71,26 +93,11 @@ void FitScreen(QMessageBox& box) {
   label->hide();
 }
 
-// A box is no part of the work that the wait pointer stands for.
-class NormalPointer {
- public:
-  NormalPointer() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
-  ~NormalPointer() { QGuiApplication::restoreOverrideCursor(); }
-  NormalPointer(const NormalPointer&) = delete;
-  NormalPointer& operator=(const NormalPointer&) = delete;
-};
-
 }  // namespace
-
-// The dialog in front, so that no box ever lies behind it.
-QWidget* QtUserMessages::Owner() const {
-  QWidget* dialog = QApplication::activeModalWidget();
-  return dialog != nullptr ? dialog : owner_.data();
-}
 
 Answer QtUserMessages::Show(const Message& message) {
   const NormalPointer pointer;
-  QMessageBox box(Owner());
+  QMessageBox box(InFront(owner_));
   box.setWindowTitle(QString::fromStdString(message.title));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -109,9 +116,10 @@ Answer QtUserMessages::Show(const Message& message) {
 }
 
 std::string QtUserMessages::AskForText(const std::string& title, const std::string& prompt) {
+  const NormalPointer pointer;
   bool accepted = false;
   const QString text =
-      QInputDialog::getText(Owner(), QString::fromStdString(title), QString::fromStdString(prompt),
+      QInputDialog::getText(InFront(owner_), QString::fromStdString(title), QString::fromStdString(prompt),
                             QLineEdit::Normal, {}, &accepted);
   return accepted ? text.toStdString() : std::string();
 }

@@ -15,8 +15,6 @@ class QtUserMessages : public UserMessages {
   std::string AskForText(const std::string& title, const std::string& prompt) override;
 
  private:
-  QWidget* Owner() const;
-
   QPointer<QWidget> owner_;
 };
 

@@ -1,60 +1,87 @@
 #include "ui/ScriptReview.h"
 
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QVBoxLayout>
+#include <utility>
 
+#include "platform/FileOperations.h"
 #include "sql/InstallScript.h"
-#include "ui/FailureMessage.h"
 
 namespace pellorin {
-namespace {
 
-void ShowInOwnWindow(QWidget& owner, const std::string& script) {
-  auto* view = new QDialog(&owner);
+std::string ReviewCommandLine(const std::string& programFolder) {
+  return "notepad \"" + programFolder + "\\" + kInstallScript;
+}
+
+ScriptReview::ScriptReview(QWidget& owner, UserMessages& messages, std::string programFolder)
+    : owner_(owner), messages_(messages), programFolder_(std::move(programFolder)) {}
+
+void ScriptReview::Open() {
+  std::string script;
+  if (!Read(script)) return;
+  const QString editor = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
+  editor.isEmpty() ? View() : StartEditor(editor);
+}
+
+void ScriptReview::StartEditor(const QString& editor) {
+  auto* process = new QProcess;  // of nobody: the end of an owner would end the editor
+  process->setStandardInputFile(QProcess::nullDevice());
+  process->setStandardOutputFile(QProcess::nullDevice());
+  process->setStandardErrorFile(QProcess::nullDevice());
+  connect(process, &QProcess::finished, process, &QObject::deleteLater);
+  connect(process, &QProcess::finished, this, [this](int status, QProcess::ExitStatus end) {
+    if (status != 0 || end != QProcess::NormalExit) View();
+  });
+  connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
+    if (error != QProcess::FailedToStart) return;  // any other is followed by the end
+    process->deleteLater();
+    View();
+  });
+  process->start(editor, {QString::fromStdString(JoinPath(programFolder_, kInstallScript))});
+}
+
+void ScriptReview::View() {
+  std::string script;
+  if (!owner_.isVisible() || !Read(script)) return;
+  auto* view = new QDialog(&owner_);
   view->setObjectName(QStringLiteral("frmScriptView"));
-  view->setWindowTitle(QString::fromUtf8(kInstallScript));
   view->setAttribute(Qt::WA_DeleteOnClose);
+  view->setWindowTitle(QString::fromUtf8(kInstallScript));
   auto* text = new QPlainTextEdit(QString::fromStdString(script), view);
+  text->setObjectName(QStringLiteral("txtScript"));
+  text->setAccessibleName(QStringLiteral("Install script"));
   text->setReadOnly(true);
   text->setTabChangesFocus(true);
   text->setLineWrapMode(QPlainTextEdit::NoWrap);
   text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  text->setAccessibleName(QStringLiteral("Install script"));
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, view);
+  connect(buttons, &QDialogButtonBox::rejected, view, &QDialog::reject);
   auto* layout = new QVBoxLayout(view);
   layout->setContentsMargins(9, 9, 9, 9);
+  layout->setSpacing(6);
   layout->addWidget(text);
-  view->resize(760, 540);
-  view->open();  // before its owner, which may itself be before the main window
+  layout->addWidget(buttons);
+  view->resize(800, 520);
+  view->open();
 }
 
-}  // namespace
-
-void ReviewScript(QWidget& owner, UserMessages& messages, const std::string& programFolder) {
-  RunGuarded(messages, [&] {
-    const std::string script = ReadScriptFile(SystemFiles(), programFolder, kInstallScript);
-    const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    if (opener.isEmpty()) {
-      ShowInOwnWindow(owner, script);
-      return;
-    }
-    auto* process = new QProcess(&owner);
-    QObject::connect(process, &QProcess::finished, &owner, [&owner, script](int status) {
-      if (status != 0) ShowInOwnWindow(owner, script);
-    });
-    QObject::connect(process, &QProcess::errorOccurred, &owner,
-                     [&owner, script](QProcess::ProcessError error) {
-                       if (error == QProcess::FailedToStart) ShowInOwnWindow(owner, script);
-                     });
-    process->start(opener, {QString::fromStdString(JoinPath(programFolder, kInstallScript))});
-  });
-}
-
-std::string ReviewCommandLine(const std::string& programFolder) {
-  return "notepad \"" + programFolder + "\\" + kInstallScript;
+bool ScriptReview::Read(std::string& script) {
+  try {
+    script = ReadScriptFile(SystemFiles(), programFolder_, kInstallScript);
+    return true;
+  } catch (const NumberedError& error) {
+    const bool namesFile = error.Description().find(error.Path()) != std::string::npos;
+    messages_.Show({.text = "The install script cannot be shown.\r\n" + error.Description() +
+                            (namesFile ? "" : "\r\n" + error.Path()),
+                    .title = "Review Procedure",
+                    .icon = MessageIcon::Exclamation});
+    return false;
+  }
 }
 
 }  // namespace pellorin

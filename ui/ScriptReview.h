@@ -1,7 +1,8 @@
-// Shows the install script to its reader: in the desktop's text editor, or read-only in a window of our own
-// where the desktop has none.
+// Shows the install script that lies in the program's folder: in the desktop's own editor, and in a window of
+// ours where the desktop has none for it or it reports a failure.
 #pragma once
 
+#include <QObject>
 #include <QWidget>
 #include <string>
 
@@ -9,10 +10,24 @@
 
 namespace pellorin {
 
-// Does not wait for the editor. A script that cannot be read is reported in a box.
-void ReviewScript(QWidget& owner, UserMessages& messages, const std::string& programFolder);
-
-// What is started on Windows instead; the quotation mark is never closed there.
+// What starts the editor on Windows. The quotation mark is never closed: the editor takes all that follows.
 std::string ReviewCommandLine(const std::string& programFolder);
+
+class ScriptReview : public QObject {
+ public:
+  ScriptReview(QWidget& owner, UserMessages& messages, std::string programFolder);
+
+  // Returns at once; the editor outlives this object. A box says when the script cannot be read.
+  void Open();
+
+ private:
+  void StartEditor(const QString& editor);
+  void View();
+  bool Read(std::string& script);
+
+  QWidget& owner_;
+  UserMessages& messages_;
+  std::string programFolder_;
+};
 
 }  // namespace pellorin

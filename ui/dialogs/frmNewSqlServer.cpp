@@ -3,193 +3,247 @@
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
-#include <QTimer>
 #include <algorithm>
 
 #include "config/SectionNames.h"
 #include "platform/TextCase.h"
 #include "ui/BusyWindow.h"
-#include "ui/ControlBinding.h"
 #include "ui/ControlTags.h"
 #include "ui/FailureMessage.h"
 #include "ui/ListItems.h"
-#include "ui/ScriptReview.h"
 #include "ui_frmNewSqlServer.h"
 
 namespace pellorin {
+namespace {
+
+// Focus also comes back when a box closes or the window is activated: that is nobody's wish.
+bool IsMovedByUser(Qt::FocusReason reason) {
+  return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::MouseFocusReason ||
+         reason == Qt::ShortcutFocusReason;
+}
+
+std::string TextOf(const QComboBox& list) {
+  return list.currentText().toStdString();
+}
+
+// The text as it is, and the entry of exactly that text if there is one.
+void ShowText(QComboBox& list, const QString& text) {
+  list.setCurrentIndex(list.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  list.setEditText(text);
+  list.lineEdit()->setCursorPosition(0);  // a long name shows its beginning
+}
+
+}  // namespace
 
 frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& services)
-    : QDialog(owner), ui_(std::make_unique<Ui::frmNewSqlServer>()), services_(services) {
+    : QDialog(owner),
+      ui_(std::make_unique<Ui::frmNewSqlServer>()),
+      services_(services),
+      binding_(services.messages),
+      review_(*this, services.messages, services.programFolder) {
   ui_->setupUi(this);
   for (QComboBox* list : {ui_->ddcSqlServers, ui_->cmbDatabase})
-    list->setCompleter(nullptr);  // stored as typed
-  for (QLabel* notice : {ui_->lblSetupNotice, ui_->lblLoginNotice, ui_->lblGrantNotice})
-    notice->setForegroundRole(QPalette::PlaceholderText);
-  FillServers();
-  ui_->optTrusted->setChecked(true);
-  ui_->optSysAdminOnly->setChecked(true);
-  UseTrusted();
-  BindControls();
+    list->setCompleter(nullptr);  // names are taken as typed, not completed
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
   LeadTabToChosenOptions(*this);
+  MuteNotices();
+  FillInstances();
+  BindControls();
+  SetAuthenticationType("Trusted");
+  SetAccessType("sysadmin");
 }
 
 frmNewSqlServer::~frmNewSqlServer() = default;
 
-void frmNewSqlServer::FillServers() {
-  for (const std::string& name : services_.localInstances())
-    if (!name.empty()) ui_->ddcSqlServers->addItem(QString::fromStdString(name));
+void frmNewSqlServer::BindControls() {
+  ui_->cmbDatabase->installEventFilter(this);
+  connect(ui_->ddcSqlServers, &QComboBox::editTextChanged, this, [this] { ClearDatabases(); });
+  binding_.OnChoice(ui_->ddcSqlServers, [this] { ClearDatabases(); });
+  binding_.OnClick(ui_->optTrusted, [this] { UseTrusted(); });
+  binding_.OnClick(ui_->optSqlNative, [this] { UseNative(); });
+  for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
+    binding_.OnEdit(part, [this] { hasLoadFailed_ = false; });
+  binding_.OnClick(ui_->btnRefresh, [this] { LoadDatabases(); });
+  binding_.OnClick(ui_->btnReviewSource, [this] { review_.Open(); });
+  binding_.OnClick(ui_->btnSetup, [this] { btnSetup_Click(); });
+  binding_.OnClick(ui_->btnCancel, [this] { hide(); });
+  binding_.OnClick(ui_->btnHelp, [this] { services_.showHelp(*this); });
 }
 
-void frmNewSqlServer::BindControls() {
-  const auto onClick = [this](QAbstractButton* button, auto handler) {
-    connect(button, &QAbstractButton::clicked, this,
-            [this, handler] { RunGuarded(services_.messages, handler); });
-  };
-  onClick(ui_->btnRefresh, [this] { LoadDatabases(); });
-  onClick(ui_->btnSetup, [this] { btnSetup_Click(); });
-  onClick(ui_->btnCancel, [this] { reject(); });
-  onClick(ui_->btnHelp, [this] { services_.showHelp(*this); });
-  onClick(ui_->btnReviewSource, [this] { ReviewScript(*this, services_.messages, services_.programFolder); });
-  onClick(ui_->optTrusted, [this] { UseTrusted(); });
-  onClick(ui_->optSqlNative, [this] { UseNative(); });
-  connect(ui_->ddcSqlServers, &QComboBox::editTextChanged, this, [this] {
-    ui_->cmbDatabase->clear();
-    hasFailed_ = false;
-  });
-  for (QLineEdit* text : {ui_->txtSqlUsername, ui_->txtSqlPassword})
-    connect(text, &QLineEdit::textChanged, this, [this] { hasFailed_ = false; });
-  ui_->cmbDatabase->installEventFilter(this);
+void frmNewSqlServer::FillInstances() {
+  for (const std::string& instance : services_.localInstances())
+    if (!instance.empty()) ui_->ddcSqlServers->addItem(QString::fromStdString(instance));
+  if (ui_->ddcSqlServers->count() > 0) ui_->ddcSqlServers->setCurrentIndex(0);
+}
+
+void frmNewSqlServer::MuteNotices() {
+  for (QLabel* notice : {ui_->lblSetupNotice, ui_->lblLoginNotice, ui_->lblGrantNotice}) {
+    QFont small = notice->font();
+    small.setPointSizeF(small.pointSizeF() * 0.9);
+    notice->setFont(small);
+    notice->setForegroundRole(QPalette::PlaceholderText);
+  }
 }
 
 std::string frmNewSqlServer::Server() const {
-  return ui_->ddcSqlServers->currentText().toStdString();
+  return TextOf(*ui_->ddcSqlServers);
 }
+
 void frmNewSqlServer::SetServer(const std::string& server) {
-  ui_->ddcSqlServers->setEditText(QString::fromStdString(server));
+  ShowText(*ui_->ddcSqlServers, QString::fromStdString(server));
 }
-void frmNewSqlServer::SetIsServerReadOnly(bool isReadOnly) {
-  ui_->ddcSqlServers->setEnabled(!isReadOnly);
-  ui_->lblLoginNotice->setVisible(!isReadOnly);  // what is configured keeps its credentials
-}
+
 std::string frmNewSqlServer::Database() const {
-  return ui_->cmbDatabase->currentText().toStdString();
+  return TextOf(*ui_->cmbDatabase);
 }
+
 void frmNewSqlServer::SetDatabase(const std::string& database) {
-  ui_->cmbDatabase->setEditText(QString::fromStdString(database));
+  ShowText(*ui_->cmbDatabase, QString::fromStdString(database));
 }
+
 std::string frmNewSqlServer::AuthenticationType() const {
   return ui_->optTrusted->isChecked() ? "Trusted" : "Sql";
 }
+
 void frmNewSqlServer::SetAuthenticationType(const std::string& type) {
   const bool isTrusted = type == "Trusted";
   (isTrusted ? ui_->optTrusted : ui_->optSqlNative)->setChecked(true);
   isTrusted ? UseTrusted() : UseNative();
 }
+
 std::string frmNewSqlServer::Username() const {
-  return TextOf(*ui_->txtSqlUsername);
+  return pellorin::TextOf(*ui_->txtSqlUsername);
 }
-void frmNewSqlServer::SetUsername(const std::string& username) {
-  ui_->txtSqlUsername->setText(QString::fromStdString(username));
+
+void frmNewSqlServer::SetUsername(const std::string& name) {
+  ui_->txtSqlUsername->setText(QString::fromStdString(name));
 }
+
 std::string frmNewSqlServer::Password() const {
-  return TextOf(*ui_->txtSqlPassword);
+  return pellorin::TextOf(*ui_->txtSqlPassword);
 }
+
 void frmNewSqlServer::SetPassword(const std::string& password) {
   ui_->txtSqlPassword->setText(QString::fromStdString(password));
 }
+
 std::string frmNewSqlServer::AccessType() const {
   return ui_->optAllUsers->isChecked() ? "public" : "sysadmin";
 }
+
 void frmNewSqlServer::SetAccessType(const std::string& type) {
   (type == "public" ? ui_->optAllUsers : ui_->optSysAdminOnly)->setChecked(true);
 }
+
 int frmNewSqlServer::AllowTempTables() const {
   return ui_->chkAllowTempTables->isChecked() ? 1 : 0;
 }
-void frmNewSqlServer::SetAllowTempTables(int allowed) {
-  ui_->chkAllowTempTables->setChecked(allowed != 0);
+
+void frmNewSqlServer::SetAllowTempTables(int allow) {
+  ui_->chkAllowTempTables->setChecked(allow != 0);
+}
+
+void frmNewSqlServer::SetIsServerReadOnly(bool isReadOnly) {
+  ControlTags::Switch(*ui_->ddcSqlServers, !isReadOnly);
+  ui_->lblLoginNotice->setVisible(!isReadOnly);
 }
 
 void frmNewSqlServer::UseTrusted() {
-  EnableLogin(false);
+  ControlTags::Switch(*ui_->txtSqlUsername, false);
+  ControlTags::Switch(*ui_->txtSqlPassword, false);
+  hasLoadFailed_ = false;
 }
 
 void frmNewSqlServer::UseNative() {
-  EnableLogin(true);
+  ControlTags::Switch(*ui_->txtSqlUsername, true);
+  ControlTags::Switch(*ui_->txtSqlPassword, true);
+  hasLoadFailed_ = false;
   if (isVisible()) ui_->txtSqlUsername->setFocus();
 }
 
-void frmNewSqlServer::EnableLogin(bool isOn) {
-  hasFailed_ = false;
-  for (QLineEdit* text : {ui_->txtSqlUsername, ui_->txtSqlPassword}) ControlTags::Switch(*text, isOn);
+// A layout alone would let the window become too low for its texts of several lines.
+void frmNewSqlServer::showEvent(QShowEvent* event) {
+  setMinimumHeight(heightForWidth(minimumSizeHint().width()));
+  QDialog::showEvent(event);
 }
 
-SqlLogin frmNewSqlServer::Login() const {
-  return {Server(), ui_->optTrusted->isChecked(), Username(), Password()};
-}
-
-// The list loads itself when the user goes to it: not when the focus comes back from a box or another window.
 bool frmNewSqlServer::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->cmbDatabase && event->type() == QEvent::FocusIn) {
-    const auto reason = static_cast<QFocusEvent*>(event)->reason();
-    const bool isUsers = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
-                         reason == Qt::MouseFocusReason || reason == Qt::ShortcutFocusReason;
-    if (isUsers && ui_->cmbDatabase->count() == 0 && !hasFailed_)
-      QTimer::singleShot(0, this, [this] { RunGuarded(services_.messages, [this] { LoadDatabases(); }); });
-  }
+  if (watched == ui_->cmbDatabase && event->type() == QEvent::FocusIn &&
+      IsMovedByUser(static_cast<QFocusEvent*>(event)->reason()) && ui_->cmbDatabase->count() == 0 &&
+      !hasLoadFailed_)
+    RunGuarded(services_.messages, [this] { LoadDatabases(); });
   return QDialog::eventFilter(watched, event);
 }
 
+void frmNewSqlServer::ClearDatabases() {
+  const QString text = ui_->cmbDatabase->currentText();
+  ui_->cmbDatabase->clear();
+  ui_->cmbDatabase->setEditText(text);
+  hasLoadFailed_ = false;
+}
+
 void frmNewSqlServer::LoadDatabases() {
-  const SqlLogin login = Login();
-  if (login.server.empty() || (!login.isTrusted && login.user.empty())) return;
+  if (Server().empty() || (AuthenticationType() == "Sql" && Username().empty())) return;
+  hasLoadFailed_ = true;
+  if (!HasValidName()) return;
   const BusyWindow busy(*this);
-  const auto names = services_.setup.ListDatabases(login);
-  hasFailed_ = !names;
+  const auto names = services_.setup.ListDatabases(Login());
   if (names) ShowDatabases(*names);
+  hasLoadFailed_ = !names;
 }
 
 void frmNewSqlServer::ShowDatabases(const std::vector<std::string>& names) {
-  const std::string typed = Database();
-  const QSignalBlocker blocker(ui_->cmbDatabase);
-  ui_->cmbDatabase->clear();
-  for (const std::string& name : names) ui_->cmbDatabase->addItem(QString::fromStdString(name));
-  SelectListItem(*ui_->cmbDatabase, "master");
-  if (!typed.empty()) SetDatabase(typed);
+  QComboBox& list = *ui_->cmbDatabase;
+  const QString text = list.currentText();
+  const QSignalBlocker quiet(list);
+  list.clear();
+  for (const std::string& name : names) list.addItem(QString::fromStdString(name));
+  if (text.isEmpty())
+    SelectListItem(list, "master");
+  else
+    ShowText(list, text);
 }
 
-void frmNewSqlServer::Refuse(const std::string& text, const char* title) {
-  services_.messages.Show({.text = text, .title = title, .icon = MessageIcon::Exclamation});
+SqlLogin frmNewSqlServer::Login() const {
+  return {Server(), AuthenticationType() == "Trusted", Username(), Password()};
 }
 
-bool frmNewSqlServer::MayInstall() {
-  const std::string server = Server();
-  if (Database().empty() || server.empty()) {
-    Refuse("Please provide a server name and a database name for the installation to proceed",
-           "Missing Information");
-    return false;
-  }
-  const auto& existing = existingServers_ ? *existingServers_ : std::vector<std::string>();
-  if (std::any_of(existing.begin(), existing.end(),
-                  [&](const std::string& name) { return EqualIgnoringCase(name, server); })) {
-    Refuse("A server with this name already configured", "Duplicate Entry");
-    return false;
-  }
-  const std::string problem = ui_->ddcSqlServers->isEnabled() ? NameProblem(server) : std::string();
-  if (!problem.empty()) Refuse(problem, "Invalid Name");
+bool frmNewSqlServer::IsDuplicate() const {
+  return existingServers_ && std::ranges::any_of(*existingServers_, [this](const std::string& name) {
+           return EqualIgnoringCase(name, Server());
+         });
+}
+
+// The name becomes that of a section of Pellorin.ini.
+bool frmNewSqlServer::HasValidName() const {
+  const std::string problem = ui_->ddcSqlServers->isEnabled() ? NameProblem(Server()) : "";
+  if (!problem.empty()) Warn("Invalid Name", problem);
   return problem.empty();
 }
 
+void frmNewSqlServer::Warn(const std::string& title, const std::string& text) const {
+  services_.messages.Show({.text = text, .title = title, .icon = MessageIcon::Exclamation});
+}
+
 void frmNewSqlServer::btnSetup_Click() {
-  if (!MayInstall()) return;
+  if (Database().empty() || Server().empty()) {
+    Warn("Missing Information",
+         "Please provide a server name and a database name for the installation to proceed");
+    return;
+  }
+  if (IsDuplicate()) {
+    Warn("Duplicate Entry", "A server with this name already configured");
+    return;
+  }
+  if (!HasValidName()) return;
   {
     const BusyWindow busy(*this);
-    isConfigured_ = services_.setup.Install(
-        Login(), {Database(), ui_->optAllUsers->isChecked(), ui_->chkAllowTempTables->isChecked()});
+    configured_ = services_.setup.Install(Login(), {.database = Database(),
+                                                    .grantsToAll = AccessType() == "public",
+                                                    .allowsTempTables = AllowTempTables() == 1});
   }
-  if (isConfigured_) accept();
+  if (configured_) hide();
 }
 
 }  // namespace pellorin

@@ -1,6 +1,6 @@
-// The dialog "New Sql Server Instance": picks an instance and a database and installs sp_sendPLN there. Its
-// properties are read by whoever showed it, once Configured says that the installation is done. Setting a
-// property asks no server anything.
+// The dialog "New Sql Server Instance": chooses an instance and a database, and installs or updates
+// sp_sendPLN there. Its properties are what its controls show; setting one asks nothing of the server. The
+// instance is set before the database.
 #pragma once
 
 #include <QDialog>
@@ -10,8 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/UserMessages.h"
 #include "sql/ProcedureInstaller.h"
+#include "ui/ControlBinding.h"
+#include "ui/ScriptReview.h"
 
 namespace Ui {
 class frmNewSqlServer;
@@ -23,8 +24,8 @@ namespace pellorin {
 struct InstallerServices {
   ProcedureSetup& setup;
   UserMessages& messages;
-  std::function<std::vector<std::string>()> localInstances;  // empty names are skipped
-  std::string programFolder;
+  std::function<std::vector<std::string>()> localInstances;  // empty parts are skipped
+  std::string programFolder;                                 // where the install script lies
   std::function<void(QWidget& owner)> showHelp;
 };
 
@@ -35,47 +36,54 @@ class frmNewSqlServer : public QDialog {
   frmNewSqlServer(QWidget* owner, const InstallerServices& services);
   ~frmNewSqlServer() override;
 
-  bool Configured() const { return isConfigured_; }
   std::string Server() const;
-  void SetServer(const std::string& server);  // empties the list of databases
-  void SetIsServerReadOnly(bool isReadOnly);
+  void SetServer(const std::string& server);
   std::string Database() const;
   void SetDatabase(const std::string& database);
   std::string AuthenticationType() const;  // "Trusted" or "Sql"
   void SetAuthenticationType(const std::string& type);
   std::string Username() const;
-  void SetUsername(const std::string& username);
+  void SetUsername(const std::string& name);
   std::string Password() const;
   void SetPassword(const std::string& password);
   std::string AccessType() const;  // "public" or "sysadmin"
   void SetAccessType(const std::string& type);
   int AllowTempTables() const;  // 0 or 1
-  void SetAllowTempTables(int allowed);
-  // The instances that are configured already; without them any name will do.
-  void SetExistingServers(std::vector<std::string> servers) { existingServers_ = std::move(servers); }
+  void SetAllowTempTables(int allow);
+  bool Configured() const { return configured_; }  // the procedure was installed
+
+  // For an instance that is configured already: nothing is added, so its name is no longer asked or checked.
+  void SetIsServerReadOnly(bool isReadOnly);
+  // The instances that are no new ones. Without them none is refused as a duplicate.
+  void SetExistingServers(std::vector<std::string> names) { existingServers_ = std::move(names); }
 
   void UseTrusted();
   void UseNative();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void BindControls();
-  void FillServers();
-  void EnableLogin(bool isOn);
-  SqlLogin Login() const;
+  void FillInstances();
+  void MuteNotices();
+  void ClearDatabases();
   void LoadDatabases();
   void ShowDatabases(const std::vector<std::string>& names);
-  void Refuse(const std::string& text, const char* title);
-  bool MayInstall();
+  SqlLogin Login() const;
+  bool IsDuplicate() const;
+  bool HasValidName() const;
+  void Warn(const std::string& title, const std::string& text) const;
   void btnSetup_Click();
 
   std::unique_ptr<Ui::frmNewSqlServer> ui_;
   InstallerServices services_;
+  ControlBinding binding_;
+  ScriptReview review_;
   std::optional<std::vector<std::string>> existingServers_;
-  bool isConfigured_ = false;
-  bool hasFailed_ = false;  // to list the databases, with what is in the controls now
+  bool configured_ = false;
+  bool hasLoadFailed_ = false;  // then focus alone does not load again
 };
 
 }  // namespace pellorin
