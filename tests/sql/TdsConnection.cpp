@@ -121,33 +121,12 @@ void TdsConnection::AnswerAttention() {
 }
 
 void TdsConnection::AnswerCall(const Call& call, const Hook& hook) {
-  if (call.procedure == "sp_unprepare") {
-    prepared_.erase(*call.handle);
-    Answer([] { return Outcome{}; }, true, hook);
-    return;
-  }
-  if (call.procedure != "sp_executesql" && call.procedure != "sp_prepexec" &&
-      call.procedure != "sp_execute") {
-    Answer([&] { return database_.CallProcedure(session_, call.procedure, call.values); }, true, hook);
-    return;
-  }
-  Prepared prepared{call.declarations, call.statement};
-  std::optional<std::uint32_t> handle;
-  if (call.procedure == "sp_prepexec") {
-    handle = ++handles_;
-    prepared_[std::to_string(*handle)] = prepared;
-  } else if (call.handle) {
-    const auto found = prepared_.find(*call.handle);
-    if (found == prepared_.end()) throw ProtocolError("the unknown prepared statement " + *call.handle);
-    prepared = found->second;
-  }
-  const TdsDatabase::Values values = NamedValues(prepared.declarations, call.values);
-  Answer([&] { return database_.Execute(session_, prepared.statement, values); }, true, hook, handle);
+  const TdsDatabase::Values values = NamedValues(call.declarations, call.values);
+  Answer([&] { return database_.Execute(session_, call.statement, values); }, true, hook);
 }
 
 // Waits in short steps until no other connection's transaction is in the way of the action.
-void TdsConnection::Answer(const Action& action, bool isCall, const Hook& hook,
-                           std::optional<std::uint32_t> handle) {
+void TdsConnection::Answer(const Action& action, bool isCall, const Hook& hook) {
   const std::string databaseBefore = session_.database;
   std::optional<Outcome> outcome = action();
   for (; !outcome; outcome = action())
@@ -166,7 +145,6 @@ void TdsConnection::Answer(const Action& action, bool isCall, const Hook& hook,
   const bool failed = outcome->error.has_value();
   if (isCall || outcome->ranProcedure) {
     reply.ReturnStatus(failed ? static_cast<std::uint32_t>(outcome->error->number) : 0);
-    if (handle) reply.ReturnedHandle(*handle);
     reply.Done(End::kCall, {.error = failed});
   } else if (failed || !outcome->result) {
     reply.Done(End::kStatement, {.error = failed});

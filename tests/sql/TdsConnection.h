@@ -24,10 +24,6 @@ class TdsConnection {
 
  private:
   using Action = std::function<std::optional<Outcome>()>;
-  struct Prepared {
-    std::string declarations;
-    std::string statement;
-  };
 
   void Handle(const Message& message);
   std::function<void()> Receive(const Message& message, const Hook& hook);
@@ -38,7 +34,7 @@ class TdsConnection {
   void AnswerLogin(const Login& login);
   void AnswerCall(const Call& call, const Hook& hook);
   void AnswerTransaction(TransactionRequest request, const Hook& hook);
-  void Answer(const Action& action, bool isCall, const Hook& hook, std::optional<std::uint32_t> handle = {});
+  void Answer(const Action& action, bool isCall, const Hook& hook);
   void AnswerAttention();
 
   std::optional<SqlError> CheckLogin(const Login& login);
@@ -53,8 +49,6 @@ class TdsConnection {
   bool isOpen_ = true;
   std::string transaction_;  // identifies the open one; 8 bytes
   unsigned char transactions_ = 0;
-  std::uint32_t handles_ = 0;
-  std::map<std::string, Prepared> prepared_;  // by their handles
 };
 
 }  // namespace pellorin::tds

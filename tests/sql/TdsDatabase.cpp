@@ -26,17 +26,7 @@ void RefuseTransaction(const TdsSession& session, const char* statement) {
 }  // namespace
 
 TdsDatabase::TdsDatabase() {
-  for (const char* name : kSystemDatabases) AddDatabase(name);
-}
-
-void TdsDatabase::AddDatabase(const std::string& name) {
-  const std::lock_guard lock(mutex_);
-  databases_[FoldCase(name)].name = name;
-}
-
-void TdsDatabase::PutProcedure(const std::string& database, const std::string& text) {
-  const std::lock_guard lock(mutex_);
-  databases_.at(FoldCase(database)).procedure = Procedure{text};
+  for (const char* name : kSystemDatabases) databases_[FoldCase(name)].name = name;
 }
 
 std::optional<std::string> TdsDatabase::NameOf(const std::string& database) const {
@@ -46,11 +36,11 @@ std::optional<std::string> TdsDatabase::NameOf(const std::string& database) cons
   return found->second.name;
 }
 
-template <typename Action>
-std::optional<Outcome> TdsDatabase::Guarded(Action action) {
+std::optional<Outcome> TdsDatabase::Execute(TdsSession& session, const std::string& batch,
+                                            const Values& values) {
   const std::lock_guard lock(mutex_);
   try {
-    return action();
+    return Run(session, batch, values);
   } catch (const SqlError& error) {
     Outcome failed;
     failed.error = error;
@@ -58,20 +48,6 @@ std::optional<Outcome> TdsDatabase::Guarded(Action action) {
   } catch (const Busy&) {
     return {};
   }
-}
-
-std::optional<Outcome> TdsDatabase::Execute(TdsSession& session, const std::string& batch,
-                                            const Values& values) {
-  return Guarded([&] { return Run(session, batch, values); });
-}
-
-std::optional<Outcome> TdsDatabase::CallProcedure(TdsSession& session, const std::string& name,
-                                                  const std::vector<CallValue>& arguments) {
-  return Guarded([&] {
-    if (!EqualIgnoringCase(name, "sp_sendPLN"))
-      throw SqlError{2812, "Could not find stored procedure '" + name + "'."};
-    return SendMail(session, arguments);
-  });
 }
 
 Outcome TdsDatabase::Run(TdsSession& session, const std::string& batch, const Values& values) {

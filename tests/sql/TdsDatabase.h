@@ -43,17 +43,12 @@ class TdsDatabase {
  public:
   TdsDatabase();
 
-  // What a test prepares; not while a transaction is open, whose end might undo it.
-  void AddDatabase(const std::string& name);
-  void PutProcedure(const std::string& database, const std::string& text);  // not granted to anybody
-  std::optional<std::string> NameOf(const std::string& database) const;     // as created; nothing if missing
+  std::optional<std::string> NameOf(const std::string& database) const;  // as created; nothing if missing
 
   // Nothing while another connection's open transaction is in the way. `values` are those of the parameters
   // that the batch names, by their names.
   using Values = std::map<std::string, std::optional<std::string>>;
   std::optional<Outcome> Execute(TdsSession& session, const std::string& batch, const Values& values = {});
-  std::optional<Outcome> CallProcedure(TdsSession& session, const std::string& name,
-                                       const std::vector<CallValue>& arguments);
 
   std::optional<SqlError> Begin(TdsSession& session);
   std::optional<SqlError> Commit(TdsSession& session);
@@ -74,8 +69,6 @@ class TdsDatabase {
   using Databases = std::map<std::string, Contents>;  // by their names in one letter case
   struct Busy {};                                     // thrown: another connection's change is not ended
 
-  template <typename Action>
-  std::optional<Outcome> Guarded(Action action);
   Outcome Run(TdsSession& session, const std::string& batch, const Values& values);
   Outcome RunProcedure(TdsSession& session, const std::vector<SqlToken>& statement, const Values& values);
   Outcome SendMail(TdsSession& session, const std::vector<CallValue>& arguments);

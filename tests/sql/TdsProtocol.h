@@ -118,7 +118,6 @@ class TokenWriter {
   void Column(ColumnType type, std::string_view name);
   void Row(ColumnType type, const std::optional<std::string>& value);
   void ReturnStatus(std::uint32_t status);
-  void ReturnedHandle(std::uint32_t handle);
   void Done(End end, EndFlags flags, std::optional<std::uint64_t> rows = {});
 
  private:

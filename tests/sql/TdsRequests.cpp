@@ -33,21 +33,6 @@ std::string Unscramble(std::string_view scrambled) {
   return bytes;
 }
 
-std::string ProcedureName(std::uint64_t number) {
-  switch (number) {
-    case 10:
-      return "sp_executesql";
-    case 12:
-      return "sp_execute";
-    case 13:
-      return "sp_prepexec";
-    case 15:
-      return "sp_unprepare";
-    default:
-      throw ProtocolError("a call of the unknown procedure " + std::to_string(number));
-  }
-}
-
 std::string TakeValue(std::vector<CallValue>& values) {
   if (values.empty()) throw ProtocolError("a call with too few parameters");
   const std::string value = values.front().value.value_or("");
@@ -83,20 +68,14 @@ Call ParseCall(std::string_view body) {
   ByteReader reader(body);
   reader.SkipHeaders();
   Call call;
-  const std::uint64_t nameLength = reader.Number(2);
-  call.procedure = nameLength == 0xFFFF ? ProcedureName(reader.Number(2)) : reader.Text(nameLength);
+  constexpr std::uint64_t kByNumber = 0xFFFF;
+  constexpr std::uint64_t kExecuteSql = 10;
+  if (reader.Number(2) != kByNumber || reader.Number(2) != kExecuteSql)
+    throw ProtocolError("a call of another procedure than sp_executesql");
   reader.Number(2);  // options
   while (!reader.IsAtEnd()) call.values.push_back(reader.Parameter());
-  if (call.procedure == "sp_executesql") {
-    call.statement = TakeValue(call.values);
-    if (!call.values.empty()) call.declarations = TakeValue(call.values);
-  } else if (call.procedure == "sp_prepexec") {
-    TakeValue(call.values);  // where the handle is returned
-    call.declarations = TakeValue(call.values);
-    call.statement = TakeValue(call.values);
-  } else if (call.procedure == "sp_execute" || call.procedure == "sp_unprepare") {
-    call.handle = TakeValue(call.values);
-  }
+  call.statement = TakeValue(call.values);
+  if (!call.values.empty()) call.declarations = TakeValue(call.values);
   return call;
 }
 

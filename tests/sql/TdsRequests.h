@@ -22,10 +22,8 @@ struct Login {
 
 // A remote call as received.
 struct Call {
-  std::string procedure;  // sp_executesql, sp_prepexec, sp_execute, sp_unprepare, or as named
-  std::string statement;  // of sp_executesql and sp_prepexec
+  std::string statement;
   std::string declarations;
-  std::optional<std::string> handle;  // of sp_execute and sp_unprepare
   std::vector<CallValue> values;
   bool operator==(const Call&) const = default;
 };

@@ -24,12 +24,7 @@ class TdsServer {
 
   std::uint16_t Port() const { return listener_.Port(); }
 
-  // Beside the system's databases, which are always there. Only while no transaction is open.
   void AddLogin(const std::string& user, const std::string& password) { journal_.AddLogin(user, password); }
-  void AddDatabase(const std::string& name) { database_.AddDatabase(name); }
-  void PutProcedure(const std::string& database, const std::string& text) {
-    database_.PutProcedure(database, text);
-  }
 
   // Steps are counted over all connections: each PRELOGIN, LOGIN7, batch, call and transaction request is
   // one.

@@ -218,19 +218,6 @@ void TokenWriter::ReturnStatus(std::uint32_t status) {
   Number(status, 4);
 }
 
-void TokenWriter::ReturnedHandle(std::uint32_t handle) {
-  Number(0xAC, 1);
-  Number(0, 2);  // the first parameter
-  ShortText("");
-  Number(1, 1);  // an output parameter
-  Number(0, 4);
-  Number(1, 2);
-  Number(kIntType, 1);
-  Number(4, 1);
-  Number(4, 1);
-  Number(handle, 4);
-}
-
 void TokenWriter::Done(End end, EndFlags flags, std::optional<std::uint64_t> rows) {
   Number(static_cast<std::uint8_t>(end), 1);
   Number((flags.more ? 0x01u : 0u) | (flags.error ? 0x02u : 0u) | (rows ? 0x10u : 0u) |
