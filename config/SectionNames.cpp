@@ -25,10 +25,14 @@ bool HoldsControlCharacter(std::string_view name) {
 std::string NameProblem(std::string_view name) {
   if (name.find_first_of(":]|") != std::string_view::npos || HoldsControlCharacter(name))
     return "A name cannot hold a colon, a closing bracket, a vertical bar or a control character.";
-  if (name.starts_with(' ') || name.ends_with(' ')) return "A name cannot begin or end with a blank.";
-  const auto ansiName = Utf8ToAnsi(name);
-  if (!ansiName) return kOutsideCodePage;
-  if (ansiName->size() > kLongestName) return kTooLong;
+  if (const std::string problem = ValueProblem(name); !problem.empty()) return problem;
+  return Utf8ToAnsi(name)->size() > kLongestName ? kTooLong : "";
+}
+
+std::string ValueProblem(std::string_view text) {
+  if (HoldsControlCharacter(text)) return "A name cannot hold a control character.";
+  if (text.starts_with(' ') || text.ends_with(' ')) return "A name cannot begin or end with a blank.";
+  if (!Utf8ToAnsi(text)) return kOutsideCodePage;
   return {};
 }
 

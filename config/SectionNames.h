@@ -10,6 +10,9 @@ namespace pellorin {
 // Why the name cannot be used, as a sentence for the user; empty when it can.
 std::string NameProblem(std::string_view name);
 
+// Why a setting could not hold the text and give it back as it is.
+std::string ValueProblem(std::string_view text);
+
 // False for a name with one of ; : * ? " < > | ' ` , { } ] [ in it.
 bool IsValidQueueName(std::string_view name);
 

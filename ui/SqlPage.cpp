@@ -1,5 +1,7 @@
 #include "ui/SqlPage.h"
 
+#include <algorithm>
+
 #include "ui/FailureMessage.h"
 #include "ui/ListItems.h"
 #include "ui_SqlPage.h"
@@ -62,18 +64,19 @@ void SqlPage::BindControls() {
   binding_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
   binding_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
   binding_.OnClick(ui_->btnTestSqlServer, [this] { ReportNoTestMail(); });
+  connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { lost_.clear(); });
   connect(&session_, &ConfigurationSession::mailServersChanged, this, [this] { RefreshMailServers(); });
 }
 
 void SqlPage::BindLists() {
   for (const ListRow& row : lists_)
-    binding_.OnChoice(row.list,
-                      [this, row] { binding_.Persist(row.key, row.list->currentText().toStdString()); });
-  const std::pair<QAbstractButton*, const ListRow*> clears[] = {{ui_->btnClearStylesheet, &lists_[0]},
-                                                                {ui_->btnClearprimaryServer, &lists_[1]},
-                                                                {ui_->btnClearSecondaryServer, &lists_[2]}};
-  for (const auto& [button, row] : clears)
-    binding_.OnClick(button, [this, row = row] { ChooseItem(*row, ""); });
+    binding_.OnChoice(row.list, [this, row] { ChooseItem(row, row.list->currentText().toStdString()); });
+  const std::pair<QAbstractButton*, QComboBox*> clears[] = {
+      {ui_->btnClearStylesheet, ui_->cmbStylesheet},
+      {ui_->btnClearprimaryServer, ui_->cmbPrimaryMailServer},
+      {ui_->btnClearSecondaryServer, ui_->cmbSecondaryMailServer}};
+  for (const auto& [button, list] : clears)
+    binding_.OnClick(button, [this, list = list] { ChooseItem(RowOf(list), ""); });
   for (QAbstractButton* button : {ui_->btnRefreshPrimaryServer, ui_->btnRefreshSecondaryServer})
     binding_.OnClick(button, [this] { RefreshMailServers(); });
   binding_.OnClick(ui_->btnRefreshStylesheets, [this] { btnRefreshStylesheets_Click(); });
@@ -83,12 +86,22 @@ void SqlPage::Choose(const OptionRow& option) {
   option.button->setChecked(true);
   tags_.ToggleControls(ControlTags::TagOf(*option.button));
   binding_.Persist(option.key, option.value);
+  ShowNotice();
 }
 
 // An empty text, or one that is not in the list, clears the selection.
 void SqlPage::ChooseItem(const ListRow& row, const std::string& text) {
-  SelectListItem(*row.list, text);
+  ForgetLost(row);
+  if (!SelectListItem(*row.list, text) && !text.empty()) NoteLost(row, text);
   binding_.Persist(row.key, row.list->currentText().toStdString());
+}
+
+const OptionRow& SqlPage::RowOf(const QRadioButton* button) const {
+  return *std::ranges::find(options_, button, &OptionRow::button);
+}
+
+const SqlPage::ListRow& SqlPage::RowOf(const QComboBox* list) const {
+  return *std::ranges::find(lists_, list, &ListRow::list);
 }
 
 bool SqlPage::ValidateSql() {
@@ -99,7 +112,8 @@ void SqlPage::btnRefreshStylesheets_Click() {
   const std::string chosen = ui_->cmbStylesheet->currentText().toStdString();
   FillStylesheets();
   if (ui_->cmbStylesheet->count() == 0) return;
-  ChooseItem(lists_[0], chosen.empty() ? ui_->cmbStylesheet->itemText(0).toStdString() : chosen);
+  ChooseItem(RowOf(ui_->cmbStylesheet),
+             chosen.empty() ? ui_->cmbStylesheet->itemText(0).toStdString() : chosen);
 }
 
 void SqlPage::btnAddNewSqlServer_Click() {
@@ -122,17 +136,18 @@ void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
   tags_.ToggleSection("Main", true);
   ShowFirst();
   const bool isTrusted = dialog.AuthenticationType() == "Trusted";
-  Choose(options_[isTrusted ? 0 : 1]);
+  Choose(RowOf(isTrusted ? ui_->optTrusted : ui_->optSqlNative));
   if (!isTrusted) {
     ui_->txtSqlUsername->setText(QString::fromStdString(dialog.Username()));
     ui_->txtSqlPassword->setText(QString::fromStdString(dialog.Password()));
   }
   PersistInstallation(dialog);
-  Choose(options_[3]);
+  Choose(RowOf(ui_->optText));
   ui_->txtTimeout->setText(QStringLiteral("300"));
   ui_->txtLineWidth->setText(QStringLiteral("0"));
   constexpr const char* kDefaultStylesheet = "default.css";
-  if (SelectListItem(*ui_->cmbStylesheet, kDefaultStylesheet)) ChooseItem(lists_[0], kDefaultStylesheet);
+  if (SelectListItem(*ui_->cmbStylesheet, kDefaultStylesheet))
+    ChooseItem(RowOf(ui_->cmbStylesheet), kDefaultStylesheet);
   emit session_.sqlServersChanged();
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,6 +34,9 @@ class SqlPage : public SectionPage {
   void LoadLists();                      // of style sheets and mail servers; stores nothing
   bool ShowsConfiguredDatabase() const;  // whether the shown instance's procedure is installed anywhere
 
+ signals:
+  void noticed(bool hasNotice);  // whether the page names something that was lost
+
  protected:
   void ShowCurrent() override;
   bool ValidateShown() override { return ValidateSql(); }
@@ -56,9 +60,13 @@ class SqlPage : public SectionPage {
   void Fill();  // the controls from the settings; stores nothing
   void FillOptions(const Section& instance);
   void StoreShown();
-  void ShowLost(const std::vector<std::string>& values);
+  void NoteLost(const ListRow& row, const std::string& value);
+  void ForgetLost(const ListRow& row);
+  void ShowNotice();
   void ShowDatabase();
 
+  const OptionRow& RowOf(const QRadioButton* button) const;
+  const ListRow& RowOf(const QComboBox* list) const;
   void FillMailServers(QComboBox& list);
   void FillStylesheets();
   void RefreshMailServers();
@@ -81,6 +89,8 @@ class SqlPage : public SectionPage {
   std::vector<TextRow> texts_;
   std::vector<NumberRow> numbers_;
   std::vector<ListRow> lists_;
+  std::map<std::string, std::map<std::string, std::string>>
+      lost_;  // sentences by section and key, until loading
 };
 
 }  // namespace pellorin

@@ -2,6 +2,7 @@
 #include <QSignalBlocker>
 
 #include "config/ValueOrDefault.h"
+#include "platform/Utf16.h"
 #include "ui/FailureMessage.h"
 #include "ui/ListItems.h"
 #include "ui/SqlPage.h"
@@ -48,7 +49,6 @@ void SqlPage::FillOptions(const Section& instance) {
 
 void SqlPage::StoreShown() {
   const Section& instance = *session_.CurrentSql();
-  std::vector<std::string> lost;
   Steps steps;
   steps.Run(
       [&] { session_.PersistSqlSetting("DefaultFormat", ui_->optHTML->isChecked() ? "HTML" : "Text"); });
@@ -58,20 +58,40 @@ void SqlPage::StoreShown() {
     if (stored.empty()) continue;  // then nothing is selected: no empty text comes under an absent key
     steps.Run([&] {
       session_.PersistSqlSetting(row.key, shown);
-      if (shown.empty()) lost.push_back(std::string(row.content) + " \"" + stored + "\"");
+      if (shown.empty()) NoteLost(row, stored);
     });
   }
-  ShowLost(lost);
+  ShowNotice();
   steps.RaiseFailures();
 }
 
-void SqlPage::ShowLost(const std::vector<std::string>& values) {
+void SqlPage::NoteLost(const ListRow& row, const std::string& value) {
+  constexpr std::size_t kLongest = 60;  // in the sentence; no line of the page may push the window wider
+  const std::u16string units = ToUtf16(value);
+  const std::string shown = units.size() > kLongest ? ToUtf8(units.substr(0, kLongest)) + "..." : value;
+  lost_[session_.CurrentSql()->Key][row.key] =
+      std::string("The ") + row.content + " \"" + shown + "\" is not in its list, and is not set any more.";
+  ShowNotice();
+}
+
+void SqlPage::ForgetLost(const ListRow& row) {
+  lost_[session_.CurrentSql()->Key].erase(row.key);
+  ShowNotice();
+}
+
+void SqlPage::ShowNotice() {
+  const Section* instance = session_.CurrentSql();
   std::string text;
-  for (const std::string& value : values)
-    text += (text.empty() ? "" : "\r\n") + std::string("The ") + value +
-            " of this instance is not to be found, and is not set any more.";
+  const auto add = [&text](const std::string& sentence) { text += (text.empty() ? "" : "\r\n") + sentence; };
+  if (instance != nullptr) {
+    const std::string connection = instance->GetValue("ConnectionType");
+    if (!connection.empty() && connection != "Trusted" && connection != "Sql")
+      add("The stored connection type is neither Trusted nor Sql. Please choose one.");
+    for (const auto& [key, sentence] : lost_[instance->Key]) add(sentence);
+  }
   ui_->lblSqlNotice->setText(QString::fromStdString(text));
   ui_->lblSqlNotice->setVisible(!text.empty());
+  emit noticed(!text.empty());
 }
 
 void SqlPage::ShowDatabase() {
@@ -91,7 +111,7 @@ bool SqlPage::ShowsConfiguredDatabase() const {
 void SqlPage::StartBrandNew() {
   SectionPage::StartBrandNew();
   ShowDatabase();
-  ShowLost({});
+  ShowNotice();
 }
 
 void SqlPage::LoadLists() {

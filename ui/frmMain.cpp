@@ -1,6 +1,7 @@
 #include "ui/frmMain.h"
 
 #include <QShortcut>
+#include <QStyle>
 #include <QTabBar>
 
 #include "ui/FailureMessage.h"
@@ -56,6 +57,11 @@ void frmMain::AddPages() {
   addTab(mailPage_, kMailTab, "Mail", "Configure Mail Servers");
   addTab(sqlPage_, kSqlTab, "Sql", "Configure Sql Servers");
   addTab(queuesPage_, kQueuesTab, "Queue", "Configure Queues");
+  // What is named on a page that nobody looks at must not be missed.
+  connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) {
+    ui_->tabMain->setTabIcon(ui_->tabMain->indexOf(sqlPage_),
+                             hasNotice ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
+  });
   // The pages joined the window last, but Tab leads through them before the common area below them.
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();

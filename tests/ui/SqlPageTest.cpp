@@ -107,6 +107,11 @@ TEST_F(SqlPageTest, EachControlStoresItsKeyAtOnce) {
   Click("optText");
   SaveSuccessfully();
   EXPECT_EQ(Keys("SQL:B", "Stylesheet SecondaryMailServer ConnectionType DefaultFormat"), "||Trusted|Text");
+  Click("btnClearprimaryServer");
+  messages.WillShow(Warning("Validation Errors",
+                            "Please correct the following errors: \r\n\r\nSQL:B\r\n- Primary "
+                            "mail server must be provided\r\n\r\n"));
+  Click("btnSave");
   EXPECT_EQ(IniBytes().substr(IniBytes().find("[SQL:A]"), kInstance.size()), kInstance);
 }
 
@@ -129,13 +134,25 @@ TEST_F(SqlPageTest, ChecksNumbersAsTheyAreTyped) {
 TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
   Open(Replaced(Replaced(kInstance, "blue.css", "gone.css"), "Server=two", "Server=old") +
        Replaced(kBare, "Trusted", "sql"));
-  EXPECT_EQ(Text("lblSqlNotice"),
-            "The style sheet \"gone.css\" of this instance is not to be found, and is not set any more.\r\n"
-            "The backup mail server \"old\" of this instance is not to be found, and is not set any more.");
-  EXPECT_TRUE(IsModified());
+  const std::string sheet = "The style sheet \"gone.css\" is not in its list, and is not set any more.";
+  const std::string backup = "The backup mail server \"old\" is not in its list, and is not set any more.";
+  const auto hasTabIcon = [this] { return !Find<QTabWidget>("tabMain").tabIcon(1).isNull(); };
+  EXPECT_EQ(Text("lblSqlNotice"), backup + "\r\n" + sheet);
+  EXPECT_TRUE(IsModified() && hasTabIcon());
   Choose("cmbSQLServer", 1);
-  EXPECT_FALSE(Find("lblSqlNotice").isVisible());
-  EXPECT_EQ(Checked("optTrusted optSqlNative"), "optSqlNative");  // "sql" is neither: they stay as they were
+  EXPECT_EQ(Text("lblSqlNotice"),
+            "The stored connection type is neither Trusted nor Sql. Please choose one.");
+  EXPECT_EQ(Checked("optTrusted optSqlNative"), "optSqlNative");  // they stay as they were
+  Choose("cmbSQLServer", 0);
+  Choose("cmbSQLServer", 0);
+  EXPECT_EQ(Text("lblSqlNotice"), backup + "\r\n" + sheet);
+  Click("btnClearSecondaryServer");
+  Choose("cmbStylesheet", 1);
+  EXPECT_FALSE(Find("lblSqlNotice").isVisible() || hasTabIcon());
+  ::unlink((folder / ("Service/HTMLStylesheets/" + Text("cmbStylesheet"))).c_str());
+  const std::string gone = Text("cmbStylesheet");
+  Click("btnRefreshStylesheets");
+  EXPECT_EQ(Text("lblSqlNotice"), Replaced(sheet, "gone.css", gone));
   SaveSuccessfully();
   EXPECT_EQ(Keys("SQL:A", "Stylesheet SecondaryMailServer PrimaryMailServer"), "||one");
   EXPECT_EQ(Keys("SQL:B", "ConnectionType"), "sql");
@@ -200,6 +217,21 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   WillInstall("HOST8");
   Click("btnAddNewSqlServer");
   EXPECT_EQ(Entries("cmbSQLServer"), Names{"A"});
+  setup.succeeds = true;
+  ::unlink((folder / "Service/HTMLStylesheets/Default.CSS").c_str());
+  Click("btnRefreshStylesheets");
+  WillInstall("HOST7");
+  Click("btnAddNewSqlServer");
+  Choose("cmbPrimaryMailServer", 0);
+  ClickTab(2);
+  Click("optQueueNone");
+  window->activateWindow();  // which the windowing system does by itself
+  Replace("txtSchedulerUsername", "u");
+  Replace("txtSchedulerPassword", "p");
+  SaveSuccessfully();
+  EXPECT_EQ(Keys("SQL:HOST7", "ConnectionType SqlUsername Stylesheet ConfiguredDB AllowTempTables"),
+            "Trusted|||sales|0");
+  EXPECT_EQ(IniBytes().find("Stylesheet=\r\n"), std::string::npos);
 }
 
 TEST_F(SqlPageTest, InstallsAgainWithTheLockedInstance) {

@@ -42,6 +42,7 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
       binding_(services.messages),
       review_(*this, services.messages, services.programFolder) {
   ui_->setupUi(this);
+  setPalette(ControlTags::WithReadableDisabledText(palette()));
   for (QComboBox* list : {ui_->ddcSqlServers, ui_->cmbDatabase})
     list->setCompleter(nullptr);  // names are taken as typed, not completed
   IgnoreWheelWithoutFocus(*this);
@@ -146,7 +147,9 @@ void frmNewSqlServer::SetAllowTempTables(int allow) {
 
 void frmNewSqlServer::SetIsServerReadOnly(bool isReadOnly) {
   ControlTags::Switch(*ui_->ddcSqlServers, !isReadOnly);
-  ui_->lblLoginNotice->setVisible(!isReadOnly);
+  if (isReadOnly)
+    ui_->lblLoginNotice->setText(QStringLiteral(
+        "These credentials are for this installation only: the service's own stay as they are."));
 }
 
 void frmNewSqlServer::UseTrusted() {
@@ -176,10 +179,12 @@ bool frmNewSqlServer::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
+// A database that was typed stays; one of the other instance's list goes.
 void frmNewSqlServer::ClearDatabases() {
   const QString text = ui_->cmbDatabase->currentText();
+  const bool isListed = ui_->cmbDatabase->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
   ui_->cmbDatabase->clear();
-  ui_->cmbDatabase->setEditText(text);
+  ui_->cmbDatabase->setEditText(isListed ? QString() : text);
   hasLoadFailed_ = false;
 }
 
@@ -237,6 +242,10 @@ void frmNewSqlServer::btnSetup_Click() {
     return;
   }
   if (!HasValidName()) return;
+  if (const std::string problem = ValueProblem(Database()); !problem.empty()) {
+    Warn("Invalid Name", problem);
+    return;
+  }
   {
     const BusyWindow busy(*this);
     configured_ = services_.setup.Install(Login(), {.database = Database(),
