@@ -21,6 +21,8 @@ ProgramFolder::ProgramFolder(const std::string& iniText, int queues,
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make a folder");
   path_ = pattern;
   std::filesystem::create_directory(path_ + "/QUEUEDefinitions");
+  std::filesystem::create_directory(path_ + "/HTMLStylesheets");
+  std::ofstream(path_ + "/HTMLStylesheets/default.css");  // which the instances use
   Write(IniPath(), iniText);
   for (int number = 1; number <= queues; ++number) {
     queuePaths_.push_back(path_ + "/QUEUEDefinitions/Queue" + std::to_string(number) + ".xml");
