@@ -49,6 +49,15 @@ class Surroundings : public UserMessages,
     return {};
   }
   std::string InstallFolder() override { return folder_; }
+  std::string Version() override { return {}; }
+  void SetWatch(Watch /*watch*/) override {}
+  bool Send(const MailArguments& arguments) override {
+    box_ += arguments.recipients;
+    return false;
+  }
+  int LastErrorNumber() override { return 0; }
+  std::string LastErrorSource() override { return {}; }
+  std::string LastErrorDescription() override { return {}; }
   void RegisterSource(const std::string& /*messageFile*/, const std::string& /*reserved*/,
                       const std::string& /*folder*/, const std::string& /*source*/,
                       const std::string& /*logName*/) override {}
@@ -122,6 +131,7 @@ class Site {
                  surroundings_,
                  surroundings_,
                  surroundings_,
+                 [] { return std::unique_ptr<SqlConnection>(); },
                  [] { return std::vector<std::string>(); },
                  folder_.Path(),
                  {}}) {

@@ -113,6 +113,20 @@ void WriteFileAtomically(FileOperations& files, const std::string& path, std::st
   }
 }
 
+void WriteNewFileAtomically(FileOperations& files, const std::string& temporary, const std::string& target,
+                            std::string_view bytes, NewFileAccess access) {
+  {
+    TemporaryFile file(files, temporary, access);
+    file.Write(bytes);
+    file.Replace(target);
+  }
+  try {
+    SynchronizeFolder(files, FolderOf(target));
+  } catch (const FileError&) {
+    // It is on its way: neither to be undone nor to be done again.
+  }
+}
+
 void RemoveFileDurably(FileOperations& files, const std::string& path) {
   try {
     files.Remove(path);

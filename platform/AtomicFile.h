@@ -15,6 +15,12 @@ namespace pellorin {
 void WriteFileAtomically(FileOperations& files, const std::string& path, std::string_view bytes,
                          NewFileAccess access);
 
+// The same for a file that others wait for, under a name that is new: written to `temporary`, a path in the
+// same folder, which nobody takes for the file itself. Once the file stands under its name it counts as
+// written: a reader may have taken it, so that a folder that cannot be synchronised is no failure any more.
+void WriteNewFileAtomically(FileOperations& files, const std::string& temporary, const std::string& target,
+                            std::string_view bytes, NewFileAccess access);
+
 // Removes the file, read-only or not, and synchronises its folder. A missing file is no failure.
 void RemoveFileDurably(FileOperations& files, const std::string& path);
 

@@ -1,14 +1,51 @@
-// The service's own mail component, as far as this program asks it anything.
+// The service's own mail component, as far as this program asks it anything. Send never throws for a mail
+// that cannot be sent: it returns false, and the three texts of the last error say why.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace pellorin {
 
+// What Send is given, in the component's order. The roles of the numbered ones are the service's own; this
+// program passes them as they stand here. The sixteenth argument, the success flag, is Send's result.
+struct MailArguments {
+  std::string recipients;
+  std::string subject;
+  std::string message;
+  std::string text4{};
+  std::string text5{};
+  std::string text6{};
+  std::string text7{};
+  std::string mailServer{};  // the section's name without "MAIL:"
+  std::string format = "text";
+  std::vector<std::string> collection10{};
+  int number11 = 0;
+  int number12 = 1;
+  std::string text13{};
+  std::string exceptionMode = "STOP";  // or "CONTINUE"
+  std::vector<std::string> texts15{};
+};
+
 class MailComponent {
  public:
+  // Whether a running send shall go on. Called several times a second, on the thread that called Send.
+  using Watch = std::function<bool()>;
+
   virtual ~MailComponent() = default;
   virtual std::string InstallFolder() = 0;  // full path of the folder that holds Pellorin.DLL
+  virtual std::string Version() = 0;        // the service's
+  // For the sends from now on; an empty one watches nothing. A send that its watch ends fails with the
+  // description kCancelled, unless the mail had been accepted already.
+  virtual void SetWatch(Watch watch) = 0;
+  virtual bool Send(const MailArguments& arguments) = 0;
+  // About the last failed send.
+  virtual int LastErrorNumber() = 0;
+  virtual std::string LastErrorSource() = 0;
+  virtual std::string LastErrorDescription() = 0;
+
+  static constexpr const char* kCancelled = "The test was cancelled.";
 };
 
 }  // namespace pellorin

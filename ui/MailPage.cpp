@@ -50,7 +50,7 @@ void MailPage::BindControls() {
   binding_.OnChoice(ui_->cmbMailServer, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
   binding_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });
-  binding_.OnClick(ui_->btnTestMailServer, [this] { ReportNoTestMail(); });
+  binding_.OnClick(ui_->btnTestMailServer, [this] { emit testRequested(); });
 }
 
 void MailPage::Fill() {

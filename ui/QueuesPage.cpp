@@ -72,7 +72,7 @@ void QueuesPage::BindControls() {
   binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
   binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
-  binding_.OnClick(ui_->btnTestQueue, [this] { ReportNoTestMail(); });
+  binding_.OnClick(ui_->btnTestQueue, [this] { emit testRequested(); });
   connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
   connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {
     const Section* queue = session_.CurrentQueue();

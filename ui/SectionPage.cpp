@@ -78,10 +78,6 @@ bool SectionPage::ConfirmDeletionOfServer() {
                          .buttons = MessageButtons::YesNo}) == Answer::Yes;
 }
 
-void SectionPage::ReportNoTestMail() {
-  messages_.Show({.text = "This version cannot send test e-mails.", .icon = MessageIcon::Information});
-}
-
 void SectionPage::Enable() {
   tags_.ToggleSection(Kind(), true);
 }

@@ -29,6 +29,9 @@ class SectionPage : public QFrame {
   void Enable();
   virtual void StartBrandNew();
 
+ signals:
+  void testRequested();  // the button Test
+
  protected:
   void UseSelector(QComboBox& list) { selector_.emplace(list); }
   virtual void ShowCurrent() = 0;  // fills the controls from the section that has become current
@@ -39,7 +42,6 @@ class SectionPage : public QFrame {
   // Asks whether the settings of the shown server shall go; says why they cannot. True when the user wants
   // it.
   bool ConfirmDeletionOfServer();
-  void ReportNoTestMail();        // the Test buttons, in this version
   std::string_view Kind() const;  // as the tags spell it
   // The section of the selected entry; none while nothing is loaded or selected.
   Section* Selected() const;

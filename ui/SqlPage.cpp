@@ -63,7 +63,7 @@ void SqlPage::BindControls() {
   binding_.OnClick(ui_->btnAddNewSqlServer, [this] { btnAddNewSqlServer_Click(); });
   binding_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
   binding_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
-  binding_.OnClick(ui_->btnTestSqlServer, [this] { ReportNoTestMail(); });
+  binding_.OnClick(ui_->btnTestSqlServer, [this] { emit testRequested(); });
   connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { lost_.clear(); });
   connect(&session_, &ConfigurationSession::mailServersChanged, this, [this] { RefreshMailServers(); });
 }
@@ -102,6 +102,10 @@ const OptionRow& SqlPage::RowOf(const QRadioButton* button) const {
 
 const SqlPage::ListRow& SqlPage::RowOf(const QComboBox* list) const {
   return *std::ranges::find(lists_, list, &ListRow::list);
+}
+
+ShownLogin SqlPage::Login() const {
+  return {ui_->optTrusted->isChecked(), TextOf(*ui_->txtSqlUsername), TextOf(*ui_->txtSqlPassword)};
 }
 
 bool SqlPage::ValidateSql() {

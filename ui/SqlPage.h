@@ -13,6 +13,7 @@
 
 #include "ui/ControlBinding.h"
 #include "ui/SectionPage.h"
+#include "ui/TestMail.h"
 #include "ui/dialogs/frmNewSqlServer.h"
 
 namespace Ui {
@@ -30,8 +31,9 @@ class SqlPage : public SectionPage {
   ~SqlPage() override;
 
   void StartBrandNew() override;
-  bool ValidateSql();                    // reports what is invalid; true when no instance is shown
-  void LoadLists();                      // of style sheets and mail servers; stores nothing
+  bool ValidateSql();  // reports what is invalid; true when no instance is shown
+  void LoadLists();    // of style sheets and mail servers; stores nothing
+  ShownLogin Login() const;
   bool ShowsConfiguredDatabase() const;  // whether the shown instance's procedure is installed anywhere
 
  signals:

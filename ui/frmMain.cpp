@@ -6,9 +6,13 @@
 
 #include "ui/FailureMessage.h"
 #include "ui/MailPage.h"
+#include "ui/MailServerTest.h"
+#include "ui/QueueTest.h"
 #include "ui/QueuesPage.h"
 #include "ui/SaveConfiguration.h"
 #include "ui/SqlPage.h"
+#include "ui/SqlServerTest.h"
+#include "ui/WatchedWork.h"
 #include "ui_frmMain.h"
 
 // The pictures lie in this library: without this call the linker leaves them out.
@@ -20,6 +24,8 @@ namespace pellorin {
 
 frmMain::frmMain(const Components& components)
     : components_(components),
+      tests_{session_, components_.messages, components_.mail, components_.connect,
+             [this] { return std::make_unique<WatchedWork>(*this, components_.mail); }},
       ui_(std::make_unique<Ui::frmMain>()),
       tags_(*this),
       binding_(components_.messages,
@@ -33,6 +39,7 @@ frmMain::frmMain(const Components& components)
   setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
   AddPages();
   BindControls();
+  BindTests();
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
   LeadTabToChosenOptions(*this);
@@ -95,6 +102,16 @@ void frmMain::BindControls() {
     for (SectionPage* page : pages_)
       if (page->Type() == type) ui_->tabMain->setCurrentWidget(page);
   });
+}
+
+void frmMain::BindTests() {
+  const auto onTest = [this](SectionPage* page, auto test) {
+    connect(page, &SectionPage::testRequested, this,
+            [this, test] { RunGuarded(components_.messages, test); });
+  };
+  onTest(mailPage_, [this] { MailServerTest(tests_).Run(); });
+  onTest(sqlPage_, [this] { SqlServerTest(tests_, sqlPage_->Login()).Run(); });
+  onTest(queuesPage_, [this] { QueueTest(tests_, sqlPage_->Login()).Run(); });
 }
 
 void frmMain::StartBrandNew(std::string_view sectionKind) {

@@ -18,6 +18,7 @@
 #include "ui/ControlBinding.h"
 #include "ui/ControlTags.h"
 #include "ui/HelpViewer.h"
+#include "ui/TestMail.h"
 
 namespace Ui {
 class frmMain;
@@ -42,6 +43,7 @@ struct Components {
   EventLogRegistration& eventLog;
   HelpViewer& help;
   ProcedureSetup& setup;
+  SqlConnectionFactory connect;
   std::function<std::vector<std::string>()> localInstances;  // of SQL Server, on this machine
   std::string programFolder;                                 // full path
   LocaleConventions locale;
@@ -71,6 +73,7 @@ class frmMain : public QWidget {
  private:
   void AddPages();
   void BindControls();
+  void BindTests();
   bool IsInServiceFolder();
   void ReadCommandLine(const std::string& commandLine);
   void RegisterEventSources();
@@ -89,6 +92,7 @@ class frmMain : public QWidget {
   void btnHelp_Click();
 
   Components components_;
+  TestServices tests_;
   std::unique_ptr<Ui::frmMain> ui_;
   ConfigurationSession session_;
   ControlTags tags_;

@@ -62,13 +62,13 @@ int main(int argumentCount, char** arguments) {
   const std::string commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
   pellorin::FileOperations& files = pellorin::SystemFiles();
   pellorin::QtUserMessages messages;
-  pellorin::LocalMailComponent mail(files, programFolder);
+  pellorin::LocalMailComponent mail(files, programFolder, pellorin::SystemLocaleConventions());
   pellorin::RegistryEventLog eventLog(pellorin::Registry(files, pellorin::DefaultRegistryRoot()));
   pellorin::HelpFileBox help(files, messages);
-  pellorin::ProcedureInstaller setup([] { return std::make_unique<pellorin::OdbcConnection>(); }, files,
-                                     programFolder, messages);
-  pellorin::frmMain window({files, messages, mail, eventLog, help, setup, LocalInstances, programFolder,
-                            pellorin::SystemLocaleConventions()});
+  const auto connect = [] { return std::make_unique<pellorin::OdbcConnection>(); };
+  pellorin::ProcedureInstaller setup(connect, files, programFolder, messages);
+  pellorin::frmMain window({files, messages, mail, eventLog, help, setup, connect, LocalInstances,
+                            programFolder, pellorin::SystemLocaleConventions()});
   messages.SetOwner(&window);
   return window.Form_Load(commandLine) ? QApplication::exec() : EXIT_FAILURE;
 }

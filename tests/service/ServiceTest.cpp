@@ -16,7 +16,7 @@ using test::TemporaryFolder;
 TEST(MailComponent, TellsTheInstallFolderByEnvironmentThenFileThenProgram) {
   const TemporaryFolder folder;
   const std::string file = folder / "service-folder";
-  LocalMailComponent component(SystemFiles(), "/program", file);
+  LocalMailComponent component(SystemFiles(), "/program", LocaleConventions(), file);
   ::unsetenv("PELLORIN_SERVICE_FOLDER");
   EXPECT_EQ(component.InstallFolder(), "/program");
   const std::pair<const char*, const char*> contents[] = {

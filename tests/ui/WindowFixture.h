@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "sql/OdbcConnection.h"
 #include "tests/support/RecordingMessages.h"
 #include "tests/support/TemporaryFolder.h"
 #include "ui/frmMain.h"
@@ -86,6 +87,7 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
   bool Start(const std::string& ini, const std::string& commandLine = {}) {
     if (!ini.empty()) WriteIni(ini);
     window = std::make_unique<frmMain>(Components{SystemFiles(), messages, *this, *this, *this, setup,
+                                                  [] { return std::make_unique<OdbcConnection>(); },
                                                   [this] { return localInstances; }, program,
                                                   LocaleConventions()});
     if (!window->Form_Load(commandLine)) return false;
@@ -236,6 +238,10 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
   RecordingMessages messages;
   std::string installFolder = program;
   FakeSetup setup;
+  std::vector<MailArguments> sent;
+  bool accepts = true;  // the mail component does
+  std::string mailError;
+  std::function<void(const Watch& watch)> onSend;
   Names localInstances = {"HOST1", "HOST1\\SALES", ""};
   Names log;  // what the event log and the help viewer were asked
   std::function<void()> onRegister, onHelp;
@@ -243,6 +249,16 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
 
  private:
   std::string InstallFolder() override { return installFolder; }
+  std::string Version() override { return "7.8.9"; }
+  void SetWatch(Watch watch) override { watch_ = std::move(watch); }
+  bool Send(const MailArguments& arguments) override {
+    sent.push_back(arguments);
+    if (onSend) onSend(watch_);
+    return accepts;
+  }
+  int LastErrorNumber() override { return 535; }
+  std::string LastErrorSource() override { return "source"; }
+  std::string LastErrorDescription() override { return mailError; }
   void RegisterSource(const std::string& messageFile, const std::string& reserved, const std::string& path,
                       const std::string& source, const std::string& logName) override {
     log.push_back(messageFile + "|" + reserved + "|" + path + "|" + source + "|" + logName);
@@ -253,6 +269,8 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
     log.push_back(file + "|" + topic);
     if (onHelp) onHelp();
   }
+
+  Watch watch_;
 };
 
 }  // namespace pellorin::test

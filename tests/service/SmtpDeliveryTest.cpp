@@ -1,0 +1,266 @@
+// Delivery to real servers on the loopback address.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <regex>
+
+#include "service/MailFailure.h"
+#include "service/SmtpDelivery.h"
+#include "tests/service/MailFixture.h"
+#include "tests/service/MailServerProcess.h"
+
+namespace pellorin {
+namespace {
+
+using test::Login;
+using test::MailFixture;
+using test::MailServerProcess;
+using test::Remote;
+using Options = std::vector<std::string>;
+
+constexpr const char* kCannotConnect = "The transport failed to connect";
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+double SecondsOf(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(SmtpDelivery, ArrivesAsItWasSent) {
+  const MailServerProcess server("server");
+  ::setenv("all_proxy", "http://127.0.0.1:1", 1);  // diverts no mail
+  std::string port = std::to_string(server.Port());
+  port.insert(port.size() - 3, ",");
+  MailFixture mail(
+      "SendMethod=2\r\nRemoteServerName= 127.0.0.1 \r\nRemoteServerPort=+" + port +
+      "\r\nConnectionTimeout=.5e1\r\nDefaultDomain=example.net\r\nSenderEmail=Dienst f\xFCr Post <post>\r\n");
+  mail.subject = "Grüße an alle, die diese lange Betreffzeile bis zu ihrem Ende lesen: ΑΒΓ 邮件";
+  mail.body = "Zeile 1\r\n.\r\n..\r\n\r\nüöä " + std::string(100, 'x') + " 邮件\r\nblank \r\nFrom me";
+  ASSERT_EQ(mail.Failure("\"Doe, Joe\" <joe@example.org>; Zoë <zoe>"), "sent");
+  ::unsetenv("all_proxy");
+  const std::string received = server.Received("mail.txt");
+  for (const std::string& line :
+       {std::string("sender: post@example.net"), std::string("recipients: joe@example.org zoe@example.net"),
+        std::string("encrypted: False"), std::string("from: Dienst für Post <post@example.net>"),
+        std::string("to: \"Doe, Joe\" <joe@example.org>, Zoë <zoe@example.net>"), "subject: " + mail.subject,
+        std::string("date: True"), std::string("type: text/plain; charset=\"utf-8\""),
+        std::string("defects: 0"), std::string("bare: False"),
+        "body: 'Zeile 1\\r\\n.\\r\\n..\\r\\n\\r\\nüöä " + std::string(100, 'x') +
+            " 邮件\\r\\nblank \\r\\nFrom me\\r\\n'"})
+    EXPECT_TRUE(Contains(received, line + "\n")) << line << "\n" << received;
+  EXPECT_TRUE(std::regex_search(received, std::regex("id: <[0-9A-F]{32}@example.net>\n"))) << received;
+  EXPECT_TRUE(
+      std::regex_search(received, std::regex("hello: (\\[[0-9.]+\\]|[a-zA-Z0-9-]+\\.[a-zA-Z0-9.-]+)\n")))
+      << received;
+  EXPECT_TRUE(std::regex_search(received, std::regex("longest: ([0-6]?[0-9]|7[0-6])\n"))) << received;
+}
+
+TEST(SmtpDelivery, LogsIn) {
+  const Options words = {"user=d\xC3\xBC\\j o", "password=p\xC3\xA4ss \xE2\x82\xAC:w"};
+  for (const std::string kind : {"PLAIN", "LOGIN"}) {
+    const MailServerProcess server("server", {"login=" + kind, words[0], words[1]});
+    EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "d\xFC\\j o", "päss €:w"))).Failure(), "sent");
+    EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True")) << kind;
+    EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "d\xFC\\j o", "wrong"))).Failure(),
+              "535 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+                  " refused the login:\r\n535-5.7.8 Not you\r\n535 5.7.8 Go away");
+  }
+}
+
+TEST(SmtpDelivery, ProvesAnNtlmLogin) {
+  const MailServerProcess server("server",
+                                 {"login=NTLM PLAIN", "domain=OFFICE", "user=Jürgen", "password=päss:w/ord"});
+  const auto login = [](const std::string& user, const std::string& password) {
+    return Login("2", user, password);
+  };
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("OFFICE\\J\xFCrgen", "päss:w/ord"))).Failure(), "sent");
+  EXPECT_EQ(server.Received("login.txt"), "proved");
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True"));
+  const std::string refused = "535 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+                              " refused the login:\r\n535 5.7.8 ";
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("OFFICE\\J\xFCrgen", "guess"))).Failure(),
+            refused + "wrong password");
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("HOME\\joe", "päss:w/ord"))).Failure(),
+            refused + "another user: HOME joe");
+}
+
+TEST(SmtpDelivery, EncryptsWhereTheServerOffersItAndNeverFallsBack) {
+  const MailServerProcess server("server", {"tls=starttls", "login=PLAIN", "user=joe", "password=secret"});
+  EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "joe", "secret"))).Failure(), "sent");
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "encrypted: True"));
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True"));
+
+  const MailServerProcess implicit("server", {"tls=implicit"});
+  const MailMessage message{{"", "a@b"}, {{"", "c@d"}}, "s", "b"};
+  DeliverBySmtp({.host = "127.0.0.1", .port = implicit.Port(), .isEncryptedFromStart = true, .timeout = 5},
+                message, BuildMessage(message, 0, "id"), {});
+  EXPECT_TRUE(Contains(implicit.Received("mail.txt"), "encrypted: True"));
+
+  const std::pair<const char*, const char*> cases[] = {
+      {"STARTTLS=454-Not|454 now", "454 The mail server 127.0.0.1, port "},
+      {"STARTTLS=220 Go", "35 The encrypted connection (TLS) to the mail server 127.0.0.1, port "},
+      {"STARTTLS=220 Go|220 text that is not encrypted",
+       "8 The connection to the mail server 127.0.0.1, port "},
+      {"STARTTLS=close", "56 The connection to the mail server 127.0.0.1, port "},
+  };
+  for (const auto& [reply, expected] : cases) {
+    const MailServerProcess liar("script", {"EHLO=250-STARTTLS|250 AUTH PLAIN LOGIN", reply});
+    const std::string failure = MailFixture(Remote(liar.Port(), Login("1", "joe", "secret"))).Failure();
+    EXPECT_TRUE(failure.starts_with(expected)) << failure;
+    EXPECT_FALSE(Contains(failure, kCannotConnect)) << failure;
+    const std::string commands = liar.Received("commands.txt");
+    EXPECT_TRUE(Contains(commands, "STARTTLS"));
+    EXPECT_FALSE(Contains(commands, "AUTH") || Contains(commands, "MAIL")) << commands;
+  }
+}
+
+TEST(SmtpDelivery, SaysWhatTheServerRefuses) {
+  struct Case {
+    Options script;
+    std::string settings;
+    std::string failure;  // P stands for the server and its port
+    std::string notSent;  // a command
+  };
+  const std::string login = Login("1", "joe", "secret");
+  const Case cases[] = {
+      {{"GREET=554-Go|554 away"}, "", "554 P refused the connection:\r\n554-Go\r\n554 away", "EHLO"},
+      {{"EHLO=500 What", "HELO=502-No|502 no"},
+       "",
+       "502 P refused this machine's introduction (EHLO):\r\n502-No\r\n502 no",
+       "MAIL"},
+      {{"MAIL=530-Log|530 in first"},
+       "",
+       "530 P refused the sender service@example.com:\r\n530-Log\r\n530 in first",
+       "RCPT"},
+      {{"RCPT=451 Later"}, "", "451 P refused the recipient joe@example.org:\r\n451 Later", "DATA"},
+      {{"DATA=451 No"}, "", "451 P refused to take the message (DATA):\r\n451 No", "Subject"},
+      {{"DOT=554-No|554 spam \xFC"}, "", "554 P refused the message:\r\n554-No\r\n554 spam ü", ""},
+      {{"EHLO=250 AUTH PLAIN", "AUTH=334 ", "LOGIN=535 secret c2VjcmV0 AGpvZQBzZWNyZXQ="},
+       login,
+       "535 P refused the login:\r\n535 *** *** ***",
+       "MAIL"},
+      {{"EHLO=250 test.invalid"},
+       login,
+       "67 Login failed: the mail server P does not offer the basic login that is configured (it offers no "
+       "login). Nothing was sent.",
+       "MAIL"},
+      {{"EHLO=250-AUTH PLAIN|250 AUTH XYZ"},
+       Login("2", "D\\joe", "secret"),
+       "67 Login failed: the mail server P does not offer the NTLM login that is configured (it offers PLAIN "
+       "XYZ). Nothing was sent.",
+       "AUTH"},
+  };
+  for (const Case& one : cases) {
+    const MailServerProcess server("script", one.script);
+    const std::string name = "127.0.0.1, port " + std::to_string(server.Port());
+    std::string expected = one.failure;
+    const std::string full = Contains(expected, "the mail server P") ? name : "The mail server " + name;
+    expected.replace(expected.find("P "), 1, full);
+    EXPECT_EQ(MailFixture(Remote(server.Port(), one.settings)).Failure(), expected);
+    if (!one.notSent.empty()) {
+      EXPECT_FALSE(Contains(server.Received("commands.txt"), one.notSent)) << one.failure;
+    }
+  }
+  const MailServerProcess server("server", {"refuse=b@example.org"});
+  EXPECT_EQ(
+      MailFixture(Remote(server.Port())).Failure("a@example.org, b@example.org"),
+      "550 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+          " refused the recipient b@example.org:\r\n550-5.1.1 No such user\r\n550-5.1.1 b@example.org\r\n"
+          "550 5.1.1 Sorry");
+  EXPECT_EQ(server.Received("mail.txt"), "");
+}
+
+TEST(SmtpDelivery, SaysThatItCannotConnect) {
+  int free = 0;
+  { free = MailServerProcess("script").Port(); }
+  const std::string port = std::to_string(free);
+  EXPECT_EQ(MailFixture(Remote(free)).Failure(),
+            "7 The transport failed to connect to the mail server 127.0.0.1, port " + port +
+                ".\r\nConnection refused");
+  EXPECT_EQ(MailFixture(Remote(free, "", "no-such-host.invalid")).Failure(),
+            "6 The transport failed to connect to the mail server no-such-host.invalid, port " + port +
+                ".\r\nCould not resolve host: no-such-host.invalid");
+  EXPECT_TRUE(MailFixture(Remote(free, "", "::1"))
+                  .Failure()
+                  .starts_with("7 The transport failed to connect to the mail server ::1, port " + port));
+  // A refused connection is told at once without a time-out too.
+  std::string unlimited = Remote(free);
+  unlimited.replace(unlimited.find("Timeout=5"), 9, "Timeout=0");
+  EXPECT_LT(SecondsOf([&] { EXPECT_TRUE(Contains(MailFixture(unlimited).Failure(), kCannotConnect)); }), 1);
+}
+
+TEST(SmtpDelivery, KeepsTheTimeoutInEveryPhase) {
+  struct Case {
+    std::string mode;
+    Options script;
+    bool couldNotConnect;
+    std::string failure;
+    int timeout = 1;
+  };
+  const Case cases[] = {
+      {"deaf", {}, true, "No greeting within 1 second."},
+      {"script", {"GREET=silent"}, true, "No greeting within 1 second."},
+      {"script", {"GREET=220-but"}, true, "No greeting within 1 second."},
+      {"script", {"GREET=close"}, true, "The server closed the connection instead of the greeting."},
+      {"script", {"EHLO=silent"}, false, "No answer to this machine's introduction (EHLO) within 1 second."},
+      {"script", {"MAIL=silent"}, false, "No answer to the sender's address (MAIL) within 1 second."},
+      {"script",
+       {"DOT=silent"},
+       false,
+       "No answer to the message within 2 seconds.\r\nIt is not known whether the message was delivered.",
+       2},
+      {"script",
+       {"DOT=close"},
+       false,
+       "The server closed the connection instead of the answer to the message.\r\nIt is not known whether "
+       "the "
+       "message was delivered."},
+      // Taking leave never takes more than two seconds.
+      {"script", {"QUIT=silent"}, false, "sent", 9},
+      {"script", {"MAIL=550 no", "QUIT=silent"}, false, "refused the sender", 9},
+  };
+  std::vector<std::future<void>> running;
+  for (const Case& one : cases)
+    running.push_back(std::async(std::launch::async, [&one] {
+      const MailServerProcess server(one.mode, one.script);
+      std::string settings = Remote(server.Port());
+      settings.replace(settings.find("Timeout=5"), 9, "Timeout=" + std::to_string(one.timeout));
+      MailFixture mail(settings);
+      EXPECT_LT(SecondsOf([&] {
+                  const std::string failure = mail.Failure();
+                  EXPECT_TRUE(Contains(failure, one.failure)) << failure;
+                  EXPECT_EQ(Contains(failure, kCannotConnect), one.couldNotConnect) << failure;
+                  EXPECT_EQ(Contains(failure, "127.0.0.1, port"), failure != "sent") << failure;
+                }),
+                std::min(one.timeout, 2) + 1.5)
+          << one.failure;
+    }));
+}
+
+TEST(SmtpDelivery, AsksItsWatchAndEndsWhenItSaysSo) {
+  for (const std::string silent : {"GREET=silent", "DOT=silent"}) {
+    const MailServerProcess server("script", {silent});
+    std::string settings = Remote(server.Port());
+    settings.replace(settings.find("Timeout=5"), 9, "Timeout=0");
+    MailFixture mail(settings);
+    int asked = 0;
+    mail.component.SetWatch([&asked] { return ++asked < 12; });
+    EXPECT_LT(SecondsOf([&] { EXPECT_EQ(mail.Failure(), "42 The test was cancelled."); }), 2) << silent;
+    EXPECT_EQ(asked, 12);
+  }
+  // Once the mail is accepted it is sent, whatever the watch says.
+  const MailServerProcess server("script", {"QUIT=silent"});
+  MailFixture mail(Remote(server.Port()));
+  mail.component.SetWatch([&] { return !Contains(server.Received("commands.txt"), "QUIT"); });
+  EXPECT_EQ(mail.Failure(), "sent");
+  mail.component.SetWatch([]() -> bool { throw std::runtime_error("watch"); });
+  EXPECT_THROW(mail.Send(), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace pellorin

@@ -1,0 +1,25 @@
+// Has sp_sendPLN of the shown instance send one mail that describes the configuration.
+#pragma once
+
+#include <optional>
+
+#include "ui/TestMail.h"
+
+namespace pellorin {
+
+class SqlServerTest {
+ public:
+  SqlServerTest(const TestServices& services, ShownLogin login)
+      : services_(services), login_(std::move(login)) {}
+  void Run();
+
+ private:
+  // Why the call failed; "" when it did not; nothing when no connection could be opened.
+  std::optional<std::string> Send(const std::string& address, const Section& instance);
+  std::string Body(const Section& instance) const;
+
+  const TestServices& services_;
+  ShownLogin login_;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,48 @@
+#include "ui/TestMail.h"
+
+#include <QDateTime>
+
+#include "config/DateTimeText.h"
+#include "sql/OpenConnection.h"
+#include "ui/QtDates.h"
+#include "ui/SaveConfiguration.h"
+
+namespace pellorin {
+
+bool SaveBeforeTest(const TestServices& services) {
+  if (!services.session.Document()->HasChanges()) return true;
+  const Answer answer = services.messages.Show(
+      {.text = "Before testing, it's necessary to Save settings. Would you like to save settings now?",
+       .icon = MessageIcon::Information,
+       .buttons = MessageButtons::YesNo,
+       .defaultButton = Answer::No});
+  return answer == Answer::Yes &&
+         SaveConfiguration(services.session, services.messages) == SaveOutcome::Saved;
+}
+
+std::string NameOf(const Section* section) {
+  return section == nullptr ? std::string() : section->DisplayName();
+}
+
+std::string SendOnLine(const LocaleConventions& locale) {
+  const QDateTime now = QDateTime::currentDateTime();
+  const std::chrono::seconds time{now.time().hour() * 3600 + now.time().minute() * 60 + now.time().second()};
+  return "Send On: " + WriteDateTime({DayOf(now.date()), time}, locale);
+}
+
+bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
+                 UserMessages& messages) {
+  const std::string server = instance.DisplayName();
+  return login.isTrusted ? OpenTrustedConnection(connection, server, messages)
+                         : OpenSqlConnection(connection, server, login.user, login.password, messages);
+}
+
+void ShowTestSucceeded(UserMessages& messages, const std::string& text) {
+  messages.Show({.text = text, .title = "Test Succeeded", .icon = MessageIcon::Information});
+}
+
+void ShowTestFailed(UserMessages& messages, const std::string& text) {
+  messages.Show({.text = text, .title = "Test Failed", .icon = MessageIcon::Exclamation});
+}
+
+}  // namespace pellorin
