@@ -113,6 +113,34 @@ TEST_F(TestButtons, ATestUsesWhatIsSaved) {
   EXPECT_EQ(sent.size(), 1u);
 }
 
+TEST_F(TestButtons, EachAsksBeforeItSends) {
+  folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");  // showing it is a change to be saved
+  ASSERT_TRUE(Start(kUsual));
+  for (const auto& [tab, button] :
+       {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}, {2, "btnTestQueue"}}) {
+    ClickTab(tab);
+    messages.WillShow(kSaveFirst, Answer::No);
+    Click(button);
+    messages.WillShow(kSaveFirst, Answer::Yes);
+    messages.WillShow(Warning("Validation Errors",
+                              "Please correct the following errors: \r\n\r\nADMIN:Pellorin\r\n- "
+                              "Scheduler Password must be provided\r\n\r\n"));
+    Click(button);
+  }
+  Replace("txtSchedulerPassword", "p");
+  SaveSuccessfully();
+  for (const auto& [tab, button] : {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}}) {
+    ClickTab(tab);
+    WillAskAddress("");
+    Click(button);
+  }
+  ClickTab(2);
+  WillAskAddress("", "Please enter the email address for an email to be queued.");
+  Click("btnTestQueue");
+  EXPECT_TRUE(sent.empty());
+  EXPECT_EQ(server.Steps(), 0);
+}
+
 TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   server.AddLogin("sales", "p w");
   folder.Write("Service/QUEUEDefinitions/Q1.xml",
