@@ -138,7 +138,15 @@ std::string MissingLogin(const SmtpDialogue& dialogue, const SmtpServer& server)
 MailFailure FailureOf(const SmtpTransfer& transfer, const SmtpServer& server, const MailMessage& message) {
   const SmtpDialogue& dialogue = transfer.Dialogue();
   const CURLcode code = transfer.Result();
-  if (transfer.IsCancelled()) return {kMailCancelled, MailComponent::kCancelled};
+  const bool isOpen = dialogue.Step() == SmtpStep::Message;
+  const std::string doubt = isOpen ? "\r\nIt is not known whether the message was delivered." : "";
+  if (transfer.IsCancelled() && !dialogue.IsRefused())
+    return {kMailCancelled, MailComponent::kCancelled + doubt};
+  if (dialogue.IsEncryptionUnusable())
+    return {CURLE_USE_SSL_FAILED,
+            "The encryption that " + ServerName(server) +
+                " offers cannot be used: it does not spell STARTTLS in capital letters. "
+                "Nothing was sent."};
   if (dialogue.IsLoginMissing()) return {CURLE_LOGIN_DENIED, MissingLogin(dialogue, server)};
   if (dialogue.IsRefused()) {
     std::string name = ServerName(server);
@@ -153,9 +161,7 @@ MailFailure FailureOf(const SmtpTransfer& transfer, const SmtpServer& server, co
   if (code == CURLE_SSL_CONNECT_ERROR)
     return {code, "The encrypted connection (TLS) to " + ServerName(server) +
                       " could not be set up. Nothing was sent." + reason};
-  const bool isOpen = dialogue.Step() == SmtpStep::Message;
-  return {code, "The connection to " + ServerName(server) + " failed." + reason +
-                    (isOpen ? "\r\nIt is not known whether the message was delivered." : "")};
+  return {code, "The connection to " + ServerName(server) + " failed." + reason + doubt};
 }
 
 // Until the transfer has ended: asks the watch, and lets no server draw out the closing.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/TextCase.h"
 #include "platform/TextSplit.h"
 
 namespace pellorin {
@@ -104,6 +105,7 @@ bool SmtpDialogue::TakeHello(int code) {
   offersEncryption_ = false;
   offeredLogins_.clear();
   if (!std::exchange(isSimpleHello_, false)) ReadCapabilities();
+  if (isEncryptionUnusable_) return false;  // libcurl would go on in clear text
   if (offersEncryption_ && !isEncrypted_) {
     step_ = SmtpStep::StartTls;
     return true;
@@ -117,7 +119,10 @@ bool SmtpDialogue::TakeHello(int code) {
 void SmtpDialogue::ReadCapabilities() {
   for (const std::string& line : lines_) {
     const std::string_view capability = std::string_view(line).substr(std::min<std::size_t>(line.size(), 4));
-    if (capability.starts_with("STARTTLS")) offersEncryption_ = true;
+    if (capability.starts_with("STARTTLS"))
+      offersEncryption_ = true;
+    else if (EqualIgnoringCase(capability.substr(0, 8), "STARTTLS"))
+      isEncryptionUnusable_ = !isEncrypted_;
     if (capability.starts_with("AUTH ")) {
       if (!offeredLogins_.empty()) offeredLogins_ += ' ';
       offeredLogins_ += capability.substr(5);

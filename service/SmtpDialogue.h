@@ -30,6 +30,8 @@ class SmtpDialogue {
   std::size_t RecipientsTaken() const { return recipientsTaken_; }
   // The login methods that the server offers, when none of them is the configured kind.
   bool IsLoginMissing() const { return isLoginMissing_; }
+  // The server offers encryption, but in another spelling than libcurl takes.
+  bool IsEncryptionUnusable() const { return isEncryptionUnusable_; }
   const std::string& OfferedLogins() const { return offeredLogins_; }
 
  private:
@@ -53,6 +55,7 @@ class SmtpDialogue {
   bool offersEncryption_ = false;
   std::string offeredLogins_;
   bool isLoginMissing_ = false;
+  bool isEncryptionUnusable_ = false;
   std::size_t recipientsTaken_ = 0;
   int refusalCode_ = 0;
   std::vector<std::string> refusal_;

@@ -22,8 +22,9 @@ SqlError ErrorOf(SQLSMALLINT kind, SQLHANDLE handle, const char* operation) {
                                           static_cast<SQLSMALLINT>(text.size()), &length);
   const bool hasText = SQL_SUCCEEDED(result) && length > 0;
   const auto count = std::min(static_cast<std::size_t>(hasText ? length : 0), text.size() - 1);
+  const std::string sentence = hasText ? WithoutOrigin(Narrow(text.data(), count)) : "";
   return SqlError(number, std::string("PellorinConfig.exe, OdbcConnection, ") + operation,
-                  hasText ? WithoutOrigin(Narrow(text.data(), count)) : kNoReason);
+                  sentence.empty() ? kNoReason : sentence);
 }
 
 }  // namespace

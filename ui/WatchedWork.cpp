@@ -18,7 +18,9 @@ WatchedWork::~WatchedWork() {
 }
 
 bool WatchedWork::eventFilter(QObject* /*watched*/, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+  // A box that is shown meanwhile has an Escape of its own.
+  if (QApplication::activeModalWidget() != nullptr || event->type() != QEvent::KeyPress ||
+      static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
     return false;
   isCancelled_ = true;
   return true;
