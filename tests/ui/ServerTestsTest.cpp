@@ -78,6 +78,39 @@ class ServerTests : public SqlServerTest, private MailComponent {
   std::string LastErrorDescription() override { return {}; }
 };
 
+// Notes how it should have been opened, and opens with the test's login.
+class RedirectedConnection : public OdbcConnection {
+ public:
+  RedirectedConnection(std::string& asked, std::string instead)
+      : asked_(asked), instead_(std::move(instead)) {}
+  void Open() override {
+    asked_ = std::exchange(ConnectionString, instead_);
+    OdbcConnection::Open();
+  }
+
+ private:
+  std::string& asked_;
+  std::string instead_;
+};
+
+TEST_F(ServerTests, ATrustedConnectionIsAskedForAndNamed) {
+  Do(database, ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript));
+  std::string asked;
+  services.connect = [&] {
+    return std::make_unique<RedirectedConnection>(asked, SqlLoginConnectionString(server, user, password));
+  };
+  messages.WillAsk("Email Address", "Please enter an email address to send the test email to", "a");
+  messages.WillShow(Success("Email Sent"));
+  pellorin::SqlServerTest(services, {true, "unused", ""}).Run();
+  EXPECT_EQ(asked, TrustedConnectionString(server));
+  messages.WillAsk("Email Address", "Please enter the email address for an email to be queued.", "b");
+  messages.WillShowSome();
+  QueueTest(services, {true, "unused", ""}).Run();
+  EXPECT_EQ(asked, TrustedConnectionString(server));
+  for (const std::string& message : Ask("select message from PellorinStandInMail order by id"))
+    EXPECT_NE(message.find("\r\nSQL Connection: Trusted\r\n"), std::string::npos) << message;
+}
+
 TEST_F(ServerTests, MailArrivesAsItIsDescribed) {
   const auto column = [&](const std::string& name) {
     return Ask("select " + name + " from PellorinStandInMail order by id");

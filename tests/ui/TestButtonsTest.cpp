@@ -6,6 +6,7 @@
 #include "sql/ConnectionString.h"
 #include "tests/sql/TdsServer.h"
 #include "tests/ui/WindowFixture.h"
+#include "ui/QtUserMessages.h"
 
 namespace pellorin::test {
 namespace {
@@ -111,6 +112,26 @@ TEST_F(TestButtons, ATestUsesWhatIsSaved) {
                             "email must be provided\r\n\r\n"));
   Click("btnTestMailServer");
   EXPECT_EQ(sent.size(), 1u);
+}
+
+TEST_F(TestButtons, EnterAnswersNoToSaving) {
+  QtUserMessages real;
+  boxes = &real;
+  ASSERT_TRUE(Start(kUsual));
+  Replace("txtSenderEmail", "new@one");
+  for (const auto& [tab, button] : {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}}) {
+    ClickTab(tab);
+    bool wasAsked = false;
+    InDialog([&](QDialog& box) {
+      wasAsked = true;
+      QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    });
+    Click(button);
+    EXPECT_TRUE(wasAsked && sent.empty() && IsModified()) << button;
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    window->activateWindow();
+  }
+  EXPECT_EQ(Stored("MAIL:one", "SenderEmail"), "a@one");
 }
 
 TEST_F(TestButtons, EachAsksBeforeItSends) {

@@ -86,10 +86,9 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
   // Lays out Pellorin.ini, unless it is empty, makes the window and starts it.
   bool Start(const std::string& ini, const std::string& commandLine = {}) {
     if (!ini.empty()) WriteIni(ini);
-    window = std::make_unique<frmMain>(Components{SystemFiles(), messages, *this, *this, *this, setup,
-                                                  [] { return std::make_unique<OdbcConnection>(); },
-                                                  [this] { return localInstances; }, program,
-                                                  LocaleConventions()});
+    window = std::make_unique<frmMain>(Components{
+        SystemFiles(), *boxes, *this, *this, *this, setup, [] { return std::make_unique<OdbcConnection>(); },
+        [this] { return localInstances; }, program, LocaleConventions()});
     if (!window->Form_Load(commandLine)) return false;
     window->activateWindow();
     return QTest::qWaitForWindowActive(window.get());
@@ -236,6 +235,7 @@ class WindowFixture : public ::testing::Test, private MailComponent, EventLogReg
   TemporaryFolder folder;
   std::string program = folder / "Service";
   RecordingMessages messages;
+  UserMessages* boxes = &messages;  // whom the window talks to
   std::string installFolder = program;
   FakeSetup setup;
   std::vector<MailArguments> sent;
