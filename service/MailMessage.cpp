@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/Utf8.h"
+#include "service/Base64.h"
 
 namespace pellorin {
 namespace {
@@ -138,20 +139,6 @@ std::string QuotedPrintable(const std::string& line) {
 }
 
 }  // namespace
-
-std::string Base64(std::string_view bytes) {
-  constexpr const char* kCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string text;
-  for (std::size_t index = 0; index < bytes.size(); index += 3) {
-    const std::string_view group = bytes.substr(index, 3);
-    unsigned bits = 0;
-    for (std::size_t place = 0; place < 3; ++place)
-      bits = bits << 8 | (place < group.size() ? static_cast<unsigned char>(group[place]) : 0u);
-    for (unsigned place = 0; place < 4; ++place)
-      text += place <= group.size() ? kCharacters[bits >> (18 - 6 * place) & 0x3F] : '=';
-  }
-  return text;
-}
 
 std::string MailDate(std::time_t time) {
   constexpr std::array<const char*, 7> kDays{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};

@@ -5,7 +5,6 @@
 
 #include <ctime>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "service/MailAddress.h"
@@ -25,7 +24,5 @@ std::string BuildMessage(const MailMessage& message, std::time_t sentAt, const s
 
 // "Sun, 22 Nov 2026 23:05:00 +0100", whatever the locale: the local time and its distance from UTC.
 std::string MailDate(std::time_t time);
-
-std::string Base64(std::string_view bytes);
 
 }  // namespace pellorin

@@ -5,6 +5,7 @@
 
 #include "platform/TextCase.h"
 #include "platform/TextSplit.h"
+#include "service/Base64.h"
 
 namespace pellorin {
 namespace {
@@ -23,6 +24,11 @@ int CodeOf(std::string_view line) {
   return (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
 }
 
+// Of a reply, behind its code.
+std::string_view TextOf(std::string_view line) {
+  return line.substr(std::min<std::size_t>(line.size(), 4));
+}
+
 bool IsPositive(int code) {
   return code / 100 == 2;
 }
@@ -30,6 +36,30 @@ bool IsPositive(int code) {
 // As libcurl sees it: a code and a blank, or a code alone.
 bool EndsReply(std::string_view line) {
   return HasCode(line) && (line.size() == 3 || line[3] == ' ');
+}
+
+bool IsWanted(const std::string& offered, SmtpLogin login) {
+  if (login == SmtpLogin::Ntlm) return EqualIgnoringCase(offered, "NTLM");
+  return EqualIgnoringCase(offered, "PLAIN") || EqualIgnoringCase(offered, "LOGIN");
+}
+
+bool IsCapital(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char letter) { return letter >= 'a' && letter <= 'z'; });
+}
+
+// The server's message of an NTLM login (MS-NLMP 2.2.1.2). libcurl answers one without target information
+// in NTLM's first version.
+bool IsNtlmChallenge(const std::string& message) {
+  return message.starts_with(std::string_view("NTLMSSP\0\2", 9));
+}
+bool HasTargetInformation(const std::string& challenge) {
+  constexpr std::size_t kFlagByte = 22;
+  constexpr unsigned char kTargetInformation = 0x80;
+  constexpr std::size_t kLength = 40;  // 16 bits
+  constexpr std::size_t kHeader = 48;
+  return challenge.size() >= kHeader &&
+         (static_cast<unsigned char>(challenge[kFlagByte]) & kTargetInformation) != 0 &&
+         (challenge[kLength] != 0 || challenge[kLength + 1] != 0);
 }
 
 }  // namespace
@@ -51,7 +81,7 @@ bool SmtpDialogue::TakeLine(std::string_view line) {
   lines_.emplace_back(line);
   if (!EndsReply(line)) return true;
   isGreeted_ = true;
-  const bool goesOn = IsRefused() || isLoginMissing_ || TakeReply(CodeOf(line));
+  const bool goesOn = isRefused_ || TakeReply(CodeOf(line));
   lines_.clear();
   replySize_ = 0;
   return goesOn;
@@ -69,7 +99,7 @@ bool SmtpDialogue::TakeReply(int code) {
       // A refusal ends it here: libcurl would go on in clear text.
       return Advance(isEncrypted_, code, SmtpStep::Hello) && isEncrypted_;
     case SmtpStep::Login:
-      return code == 334 || Advance(code == 235, code, SmtpStep::Sender);
+      return code == 334 ? TakeChallenge() : Advance(code == 235, code, SmtpStep::Sender);
     case SmtpStep::Sender:
       return Advance(IsPositive(code), code, SmtpStep::Recipient);
     case SmtpStep::Recipient:
@@ -95,47 +125,72 @@ bool SmtpDialogue::Advance(bool isExpected, int code, SmtpStep next) {
 // libcurl takes leave of a server that refuses something. What is neither expected nor a refusal may mean
 // that it is ahead of what is known here.
 bool SmtpDialogue::Refuse(int code) {
-  refusalCode_ = code;
-  refusal_ = lines_;
+  isRefused_ = true;
+  KeepRefusal(code);
   return code >= 400;
 }
 
+void SmtpDialogue::KeepRefusal(int code) {
+  refusalCode_ = code;
+  refusal_ = lines_;
+}
+
+bool SmtpDialogue::Stop(SmtpObstacle obstacle) {
+  obstacle_ = obstacle;
+  return false;
+}
+
 bool SmtpDialogue::TakeHello(int code) {
-  if (!IsPositive(code)) return std::exchange(isSimpleHello_, true) ? Refuse(code) : true;
-  offersEncryption_ = false;
+  const bool wasSimple = std::exchange(isSimpleHello_, false);
+  if (!IsPositive(code)) {
+    if (wasSimple) return Refuse(code);
+    isSimpleHello_ = true;
+    KeepRefusal(code);  // in case that HELO gets no answer
+    return true;
+  }
+  offersEncryption_ = isEncryptionMisspelt_ = false;
   offeredLogins_.clear();
-  if (!std::exchange(isSimpleHello_, false)) ReadCapabilities();
-  if (isEncryptionUnusable_) return false;  // libcurl would go on in clear text
+  loginOffer_ = SmtpObstacle::LoginMissing;
+  if (!wasSimple) ReadCapabilities();
   if (offersEncryption_ && !isEncrypted_) {
     step_ = SmtpStep::StartTls;
     return true;
   }
+  // libcurl would go on in clear text.
+  if (isEncryptionMisspelt_ && !isEncrypted_) return Stop(SmtpObstacle::EncryptionMisspelt);
   step_ = login_ == SmtpLogin::Anonymous ? SmtpStep::Sender : SmtpStep::Login;
-  isLoginMissing_ = login_ != SmtpLogin::Anonymous && !OffersLogin();
-  return !isLoginMissing_;
+  const bool goesOn = login_ == SmtpLogin::Anonymous || loginOffer_ == SmtpObstacle::None;
+  return goesOn || Stop(loginOffer_);
 }
 
-// Spelled as libcurl requires it: what libcurl does not see it does not use.
+bool SmtpDialogue::TakeChallenge() {
+  if (login_ != SmtpLogin::Ntlm || isEncrypted_) return true;
+  const std::string challenge = FromBase64(TextOf(lines_.back()));
+  return !IsNtlmChallenge(challenge) || HasTargetInformation(challenge) || Stop(SmtpObstacle::LoginOutdated);
+}
+
 void SmtpDialogue::ReadCapabilities() {
   for (const std::string& line : lines_) {
-    const std::string_view capability = std::string_view(line).substr(std::min<std::size_t>(line.size(), 4));
+    const std::string_view capability = TextOf(line);
     if (capability.starts_with("STARTTLS"))
       offersEncryption_ = true;
     else if (EqualIgnoringCase(capability.substr(0, 8), "STARTTLS"))
-      isEncryptionUnusable_ = !isEncrypted_;
-    if (capability.starts_with("AUTH ")) {
-      if (!offeredLogins_.empty()) offeredLogins_ += ' ';
-      offeredLogins_ += capability.substr(5);
-    }
+      isEncryptionMisspelt_ = true;
+    else if (EqualIgnoringCase(capability.substr(0, 5), "AUTH "))
+      ReadLogins(capability);
   }
 }
 
-bool SmtpDialogue::OffersLogin() const {
-  const std::vector<std::string> offered = SplitAt(" ", offeredLogins_);
-  const auto isOffered = [&offered](const char* name) {
-    return std::find(offered.begin(), offered.end(), name) != offered.end();
-  };
-  return login_ == SmtpLogin::Ntlm ? isOffered("NTLM") : isOffered("PLAIN") || isOffered("LOGIN");
+void SmtpDialogue::ReadLogins(std::string_view capability) {
+  std::string words(capability.substr(5));
+  std::replace(words.begin(), words.end(), '\t', ' ');
+  for (const std::string& word : SplitAt(" ", words)) {
+    if (word.empty()) continue;
+    offeredLogins_ += (offeredLogins_.empty() ? "" : " ") + word;
+    if (!IsWanted(word, login_) || loginOffer_ == SmtpObstacle::None) continue;
+    const bool isUsable = capability.starts_with("AUTH") && IsCapital(word);
+    loginOffer_ = isUsable ? SmtpObstacle::None : SmtpObstacle::LoginMisspelt;
+  }
 }
 
 }  // namespace pellorin

@@ -142,12 +142,24 @@ void SmtpTransfer::Run() {
   sigaddset(&brokenPipe, SIGPIPE);
   pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
 
-  result_ = curl_easy_perform(handle_.get());
-  curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError_);
+  KeepResult(curl_easy_perform(handle_.get()));
   // The end of the handle takes leave of the server and waits for its answer, as long as for any other: of no
   // use when the server is silent already.
   if (!isSettled_) ShutDownConnection();
   handle_.reset();
+}
+
+// Before the handle ends, whose taking leave may leave another text.
+void SmtpTransfer::KeepResult(CURLcode result) {
+  result_ = result;
+  resultText_ = errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result);
+  long systemError = 0;
+  curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
+  if (result == CURLE_COULDNT_CONNECT && systemError != 0)
+    resultText_ = std::generic_category().message(static_cast<int>(systemError));
+  curl_off_t encryptedAfter = 0;  // microseconds; 0: not yet
+  curl_easy_getinfo(handle_.get(), CURLINFO_APPCONNECT_TIME_T, &encryptedAfter);
+  isHandshaking_ = dialogue_.IsEncrypted() && encryptedAfter == 0;
 }
 
 void SmtpTransfer::Cancel() {
@@ -158,12 +170,6 @@ void SmtpTransfer::Cancel() {
 void SmtpTransfer::ShutDownConnection() {
   const std::lock_guard lock(socketsGuard_);
   for (const curl_socket_t socket : sockets_) ::shutdown(socket, SHUT_RDWR);
-}
-
-std::string SmtpTransfer::ResultText() const {
-  if (result_ == CURLE_COULDNT_CONNECT && systemError_ != 0)
-    return std::generic_category().message(static_cast<int>(systemError_));
-  return errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result_);
 }
 
 std::size_t SmtpTransfer::OnReply(char* bytes, std::size_t size, std::size_t count, void* self) {

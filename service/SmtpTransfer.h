@@ -36,7 +36,8 @@ class SmtpTransfer {
 
   // When it has run:
   CURLcode Result() const { return result_; }
-  std::string ResultText() const;  // libcurl's, or the system's where that says more
+  const std::string& ResultText() const { return resultText_; }  // libcurl's, or the system's if it says more
+  bool IsHandshaking() const { return isHandshaking_; }          // encryption had not come about yet
   const SmtpDialogue& Dialogue() const { return dialogue_; }
   bool IsCancelled() const { return isCancelled_; }
 
@@ -55,6 +56,8 @@ class SmtpTransfer {
   void SetMessage(const MailMessage& message);
   void SetCallbacks();
 
+  void KeepResult(CURLcode result);
+
   static std::size_t OnReply(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t OnRead(char* buffer, std::size_t size, std::size_t count, void* self);
   static int OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
@@ -70,7 +73,8 @@ class SmtpTransfer {
   std::mutex socketsGuard_;
   std::set<curl_socket_t> sockets_;  // open ones
   CURLcode result_ = CURLE_OK;
-  long systemError_ = 0;
+  std::string resultText_;
+  bool isHandshaking_ = false;
   std::array<char, CURL_ERROR_SIZE> errorText_{};
   std::unique_ptr<CURLU, HandleEnd> url_;
   std::unique_ptr<curl_slist, HandleEnd> recipients_;

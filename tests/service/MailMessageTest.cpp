@@ -2,10 +2,10 @@
 #include <stdlib.h>
 #include <time.h>
 
+#include "service/Base64.h"
 #include "service/MailAddress.h"
 #include "service/MailFailure.h"
 #include "service/MailMessage.h"
-#include "service/SmtpDialogue.h"
 
 namespace pellorin {
 namespace {
@@ -129,40 +129,6 @@ TEST(MailMessage, WritesNamesSoThatTheyAddNoAddress) {
   EXPECT_THROW(Built("a\r\nBcc: x@y", ""), MailFailure);
   EXPECT_THROW(Built("a\x01", ""), MailFailure);
   EXPECT_THROW(Built("s", "", {{"J\r\nBcc: x@y", "joe@example.org"}}), MailFailure);
-}
-
-TEST(SmtpDialogue, StopsBeforeAnythingGoesOutAgainstTheSettings) {
-  struct Case {
-    SmtpLogin login;
-    const char* replies;
-    bool goesOn;
-    SmtpStep step;
-  };
-  const Case cases[] = {
-      {SmtpLogin::Anonymous, "220 x\r\n250-x\r\n250 AUTH NTLM\r\n", true, SmtpStep::Sender},
-      {SmtpLogin::Basic, "220 x\r\n250-x\r\n250 AUTH NTLM PLAIN\r\n", true, SmtpStep::Login},
-      {SmtpLogin::Basic, "220 x\r\n250-x\r\n250 AUTH NTLM PLAINER\r\n", false, SmtpStep::Login},
-      {SmtpLogin::Ntlm, "220 x\r\n250-AUTH=NTLM\r\n250 AUTH PLAIN\r\n", false, SmtpStep::Login},
-      {SmtpLogin::Basic, "220 x\r\n500 what\r\n250 AUTH PLAIN\r\n", false, SmtpStep::Login},
-      // Encryption that is offered must begin, and what was offered before it counts no more.
-      {SmtpLogin::Basic, "220 x\r\n250-STARTTLS\r\n250 AUTH PLAIN\r\n454 no\r\n", false, SmtpStep::StartTls},
-      {SmtpLogin::Anonymous, "220 x\r\n250 STARTTLS\r\n250 OK\r\n", false, SmtpStep::StartTls},
-      {SmtpLogin::Basic, "220 x\r\n250-STARTTLS\r\n250 AUTH PLAIN\r\n220 go\r\n250 x\r\n", false,
-       SmtpStep::Login},
-      {SmtpLogin::Basic, "220 x\r\n250 AUTH PLAIN\r\n250 OK\r\n", false, SmtpStep::Login},
-      {SmtpLogin::Basic, "220 x\r\n250 AUTH PLAIN\r\n334 x\r\n334 y\r\n235 in\r\n", true, SmtpStep::Sender},
-      {SmtpLogin::Anonymous, "220 x\r\n250 x\r\n250 1\r\n250 2\r\n250 3\r\n354 go\r\n250 ok\r\n500 x\r\n",
-       true, SmtpStep::Accepted},
-      {SmtpLogin::Anonymous, "220 x\r\n250 x\r\n250 1\r\n250 2\r\n550 no\r\n250 x\r\n354 x\r\n250 x\r\n",
-       true, SmtpStep::Recipient},
-  };
-  for (const Case& one : cases) {
-    SmtpDialogue dialogue(one.login, false, 2);
-    bool goesOn = true;
-    for (const char* byte = one.replies; *byte != '\0'; ++byte) goesOn = goesOn && dialogue.Take({byte, 1});
-    EXPECT_EQ(goesOn, one.goesOn) << one.replies;
-    EXPECT_EQ(dialogue.Step(), one.step) << one.replies;
-  }
 }
 
 }  // namespace

@@ -5,14 +5,16 @@ it received: commands.txt (every line of every client) and mail.txt (the last ma
 
 MODE server:  a whole server. login=PLAIN|LOGIN|NTLM offers that login for user= and password= (and
               domain=), tls=starttls|implicit encrypts with a certificate of its own, refuse=ADDRESS refuses
-              that recipient.
+              that recipient, silent=encrypted answers no EHLO behind STARTTLS. A refused NTLM login is
+              told with what the client had sent.
 MODE script:  answers each command with the text given as VERB=REPLY ("|" separates lines), else with 250.
-              REPLY silent: says nothing more; close: closes the connection. GREET, DOT (the end of a mail),
-              LOGIN (each line of a login dialogue) and QUIT are verbs too. Behind 220 to STARTTLS comes no
-              TLS.
+              REPLY silent: says nothing more; late: 250 after 1.8 seconds; close: closes the connection.
+              GREET, DOT (the end of a mail), LOGIN (each line of a login dialogue) and QUIT are verbs too.
+              Behind 220 to STARTTLS comes no TLS; with TLS=silent nothing at all.
 MODE deaf:    its queue of connections is full: the system never answers.
 """
 import asyncio
+import base64
 import email
 import email.policy
 import hmac
@@ -120,8 +122,15 @@ class Handler:
         answer = await server.challenge_auth(ntlm_challenge_message())
         problem = "no answer" if answer is MISSING else ntlm_problem(answer)
         note("login.txt", problem or "proved", "w")
+        told = "" if answer is MISSING else base64.b64encode(answer).decode()
         return AuthResult(success=problem is None, handled=False, auth_data="user",
-                          message=problem and "535 5.7.8 " + problem)
+                          message=problem and f"535-5.7.8 {told}\r\n535 5.7.8 {problem}")
+
+    async def handle_EHLO(self, server, session, envelope, name, replies):
+        if OPTIONS.get("silent") == "encrypted" and server.transport.get_extra_info("ssl_object"):
+            await asyncio.sleep(600)
+        session.host_name = name
+        return replies
 
     async def handle_RCPT(self, server, session, envelope, address, options):
         if address == OPTIONS.get("refuse"):
@@ -180,6 +189,9 @@ async def scripted_client(reader, writer):
             writer.close()
         elif reply == "silent":
             await asyncio.sleep(600)
+        elif reply == "late":
+            await asyncio.sleep(1.8)
+            writer.write(b"250 OK\r\n")
         else:
             writer.write(reply.replace("|", "\r\n").encode("utf-8", "surrogateescape") + b"\r\n")
 
@@ -204,6 +216,7 @@ async def scripted_client(reader, writer):
             if verb == "STARTTLS" and OPTIONS.get(verb, "").startswith("220"):
                 await answer(verb)
                 await reader.read(1)
+                await answer("TLS", "")
                 writer.write(b"this is no TLS\r\n")
                 break
             await answer(verb, {"DATA": "354 Go on", "QUIT": "221 Bye"}.get(verb, "250 OK"))

@@ -1,6 +1,8 @@
 // The three buttons Test, pressed as a user does: the questions, what is sent, and the boxes at the end.
 #include <unistd.h>
 
+#include <array>
+
 #include "config/DateTimeText.h"
 #include "platform/MachineName.h"
 #include "sql/ConnectionString.h"
@@ -11,16 +13,38 @@
 namespace pellorin::test {
 namespace {
 
+constexpr std::array<std::pair<int, const char*>, 3> kTestButtons{
+    {{0, "btnTestMailServer"}, {1, "btnTestSqlServer"}, {2, "btnTestQueue"}}};  // each on its tab
+
+// Complete, so that showing it changes nothing.
+constexpr const char* kWholeQueue =
+    "<queue title=\"t\" frequency=\"daily\" every=\"1\" occurstype=\"once\" occursonce=\"23:05\" "
+    "occursevery=\"1\" span=\"Hour(s)\" starttime=\"12:00 AM\" startdate=\"11/22/2026\" "
+    "endtime=\"11:59:59 PM\" enddate=\"11/22/2026\" hasenddate=\"0\" queuebydefault=\"none\" "
+    "queuebydefaultservers=\"\"/>";
+
 const Message kSaveFirst = {
     .text = "Before testing, it's necessary to Save settings. Would you like to save settings now?",
     .icon = MessageIcon::Information,
     .buttons = MessageButtons::YesNo,
     .defaultButton = Answer::No};
 
+constexpr const char* kPrompt = "Please enter an email address to send the test email to";
+constexpr const char* kQueuePrompt = "Please enter the email address for an email to be queued.";
+
+class PaintCount : public QObject {
+ public:
+  explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+  int count = 0;
+};
+
 class TestButtons : public WindowFixture {
  protected:
-  void WillAskAddress(const std::string& answer,
-                      const std::string& prompt = "Please enter an email address to send the test email to") {
+  void WillAskAddress(const std::string& answer, const std::string& prompt = kPrompt) {
     messages.WillAsk("Email Address", prompt, answer);
   }
   void WillFail(const std::string& text) { messages.WillShow(Warning("Test Failed", text)); }
@@ -74,15 +98,31 @@ TEST_F(TestButtons, MailIsSentByTheServicesComponent) {
   EXPECT_FALSE(IsModified());
 }
 
-TEST_F(TestButtons, TheWindowIsPaintedAndEscapeEndsTheMail) {
+TEST_F(TestButtons, TheWindowIsPaintedTakesNoInputAndEscapeEndsTheMail) {
   ASSERT_TRUE(Start(kUsual));
+  Click("txtSenderEmail");
+  const std::size_t logged = log.size();
+  PaintCount paints(Find("frmMail"));
   bool goesOn = true;
   onSend = [&](const std::function<bool()>& watch) {
-    EXPECT_FALSE(window->isEnabled());
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    for (const char* button :
+         {"btnTestMailServer", "btnAddNewMailServer", "btnDeleteMailSettings", "btnExit"}) {
+      Click(button);
+      EXPECT_TRUE(watch());
+    }
+    Click("txtSenderEmail");
+    Type("z");
+    Press(Qt::Key_Space);
+    Press(Qt::Key_F1);
+    Press(Qt::Key_S, Qt::ControlModifier);
+    ClickTab(1);
+    window->close();
+    const int before = paints.count;
+    Find("frmMail").update();  // as when another window has covered it
     EXPECT_TRUE(watch());
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(100, 100));
-    EXPECT_TRUE(watch());
+    EXPECT_GT(paints.count, before);
     Press(Qt::Key_Escape);
     goesOn = watch();
   };
@@ -90,7 +130,10 @@ TEST_F(TestButtons, TheWindowIsPaintedAndEscapeEndsTheMail) {
   WillSucceed("Mail Sent");
   Click("btnTestMailServer");
   EXPECT_FALSE(goesOn);
-  EXPECT_TRUE(window->isEnabled());
+  EXPECT_EQ(sent.size(), 1u);
+  EXPECT_TRUE(window->isVisible() && window->isEnabled() && !IsModified());
+  EXPECT_EQ(Text("txtSenderEmail") + " " + Page(), "a@one Mail Servers");
+  EXPECT_EQ(log.size(), logged);  // no help
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
@@ -115,11 +158,12 @@ TEST_F(TestButtons, ATestUsesWhatIsSaved) {
 }
 
 TEST_F(TestButtons, EnterAnswersNoToSaving) {
+  folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");
   QtUserMessages real;
   boxes = &real;
   ASSERT_TRUE(Start(kUsual));
   Replace("txtSenderEmail", "new@one");
-  for (const auto& [tab, button] : {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}}) {
+  for (const auto& [tab, button] : kTestButtons) {
     ClickTab(tab);
     bool wasAsked = false;
     InDialog([&](QDialog& box) {
@@ -134,11 +178,34 @@ TEST_F(TestButtons, EnterAnswersNoToSaving) {
   EXPECT_EQ(Stored("MAIL:one", "SenderEmail"), "a@one");
 }
 
+TEST_F(TestButtons, EscapeClosesABoxThatAppearsMeanwhile) {
+  folder.Write("Service/QUEUEDefinitions/Q1.xml", kWholeQueue);
+  QtUserMessages real;
+  boxes = &real;
+  ASSERT_TRUE(Start(kMailOne + "[SQL:127.0.0.1,1]\r\nConnectionType=Trusted\r\nDefaultFormat=Text\r\n"
+                               "PrimaryMailServer=one\r\nConfiguredDB=master\r\n"));
+  for (const auto& [tab, button] : {kTestButtons[1], kTestButtons[2]}) {
+    ClickTab(tab);
+    std::string title;
+    InDialog([&](QDialog& prompt) {
+      QTest::keyClick(prompt.windowHandle(), Qt::Key_X);
+      InDialog([&](QDialog& box) {
+        title = box.windowTitle().toStdString();
+        QTest::keyClick(box.windowHandle(), Qt::Key_Escape);
+      });
+      QTest::keyClick(prompt.windowHandle(), Qt::Key_Return);
+    });
+    Click(button);
+    EXPECT_EQ(title, "Connection Error") << button;
+    EXPECT_TRUE(window->isEnabled());
+    window->activateWindow();
+  }
+}
+
 TEST_F(TestButtons, EachAsksBeforeItSends) {
   folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");  // showing it is a change to be saved
   ASSERT_TRUE(Start(kUsual));
-  for (const auto& [tab, button] :
-       {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}, {2, "btnTestQueue"}}) {
+  for (const auto& [tab, button] : kTestButtons) {
     ClickTab(tab);
     messages.WillShow(kSaveFirst, Answer::No);
     Click(button);
@@ -150,25 +217,18 @@ TEST_F(TestButtons, EachAsksBeforeItSends) {
   }
   Replace("txtSchedulerPassword", "p");
   SaveSuccessfully();
-  for (const auto& [tab, button] : {std::pair(0, "btnTestMailServer"), {1, "btnTestSqlServer"}}) {
+  for (const auto& [tab, button] : kTestButtons) {
     ClickTab(tab);
-    WillAskAddress("");
+    WillAskAddress("", tab == 2 ? kQueuePrompt : kPrompt);
     Click(button);
   }
-  ClickTab(2);
-  WillAskAddress("", "Please enter the email address for an email to be queued.");
-  Click("btnTestQueue");
   EXPECT_TRUE(sent.empty());
   EXPECT_EQ(server.Steps(), 0);
 }
 
 TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   server.AddLogin("sales", "p w");
-  folder.Write("Service/QUEUEDefinitions/Q1.xml",
-               "<queue title=\"t\" frequency=\"daily\" every=\"1\" occurstype=\"once\" occursonce=\"23:05\" "
-               "occursevery=\"1\" span=\"Hour(s)\" starttime=\"12:00 AM\" startdate=\"11/22/2026\" "
-               "endtime=\"11:59:59 PM\" enddate=\"11/22/2026\" hasenddate=\"0\" queuebydefault=\"none\" "
-               "queuebydefaultservers=\"\"/>");
+  folder.Write("Service/QUEUEDefinitions/Q1.xml", kWholeQueue);
   ASSERT_TRUE(
       Start(kMailOne + "[SQL:" + instance +
             "]\r\nConnectionType=Sql\r\nSqlUsername=sales\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\n"
@@ -203,8 +263,7 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   EXPECT_EQ(Undated(*call.values[1].value), "This is a test email generated by Pellorin:\r\n\r\n" + about);
 
   ClickTab(2);
-  const std::string prompt = "Please enter the email address for an email to be queued.";
-  WillAskAddress("c@d", prompt);
+  WillAskAddress("c@d", kQueuePrompt);
   WillSucceed(
       "Email has been queued successfully. \r\n\r\nYou can verify that the queue is present by going to the "
       "Control "
@@ -219,7 +278,7 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   ASSERT_TRUE(batch.starts_with(head) && batch.ends_with(tail)) << batch;
   EXPECT_EQ(Undated(batch.substr(head.size(), batch.size() - head.size() - tail.size())),
             "This is a queued test email generated by Pellorin:\r\n\r\nQueue Name: Q1\r\n" + about);
-  WillAskAddress("o'c", prompt);
+  WillAskAddress("o'c", kQueuePrompt);
   messages.WillShowSome();
   Click("btnTestQueue");
   EXPECT_TRUE(messages.Last().text.starts_with("Test Failed: ") && messages.Last().title == "Test Failed");
