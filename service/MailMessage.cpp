@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 
 #include "platform/Utf8.h"
 #include "service/Base64.h"
@@ -144,14 +143,14 @@ std::string MailDate(std::time_t time) {
   constexpr std::array<const char*, 7> kDays{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
   constexpr std::array<const char*, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  std::tm local{};
-  ::localtime_r(&time, &local);
-  const long minutes = std::labs(local.tm_gmtoff) / 60;
+  const std::tm local = *std::localtime(&time);
+  std::array<char, 8> zone{};
+  std::strftime(zone.data(), zone.size(), "%z", &local);
   std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%s, %02d %s %04d %02d:%02d:%02d %c%02ld%02ld",
-                kDays[static_cast<std::size_t>(local.tm_wday)], local.tm_mday,
-                kMonths[static_cast<std::size_t>(local.tm_mon)], local.tm_year + 1900, local.tm_hour,
-                local.tm_min, local.tm_sec, local.tm_gmtoff < 0 ? '-' : '+', minutes / 60, minutes % 60);
+  std::snprintf(text.data(), text.size(), "%s, %02d %s %04d %02d:%02d:%02d %s",
+                kDays.at(static_cast<std::size_t>(local.tm_wday)), local.tm_mday,
+                kMonths.at(static_cast<std::size_t>(local.tm_mon)), local.tm_year + 1900, local.tm_hour,
+                local.tm_min, local.tm_sec, zone.data());
   return text.data();
 }
 

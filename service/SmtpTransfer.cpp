@@ -1,9 +1,5 @@
 #include "service/SmtpTransfer.h"
 
-#include <signal.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <system_error>
 
@@ -136,12 +132,7 @@ void SmtpTransfer::SetCallbacks() {
 }
 
 void SmtpTransfer::Run() {
-  // Writing to a connection that was shut down is a failure like any other, not the program's end.
-  sigset_t brokenPipe;
-  sigemptyset(&brokenPipe);
-  sigaddset(&brokenPipe, SIGPIPE);
-  pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
-
+  LetBrokenConnectionsFail();
   KeepResult(curl_easy_perform(handle_.get()));
   // The end of the handle takes leave of the server and waits for its answer, as long as for any other: of no
   // use when the server is silent already.
@@ -169,7 +160,7 @@ void SmtpTransfer::Cancel() {
 
 void SmtpTransfer::ShutDownConnection() {
   const std::lock_guard lock(socketsGuard_);
-  for (const curl_socket_t socket : sockets_) ::shutdown(socket, SHUT_RDWR);
+  for (const SocketHandle socket : sockets_) ShutDownSocket(socket);
 }
 
 std::size_t SmtpTransfer::OnReply(char* bytes, std::size_t size, std::size_t count, void* self) {
@@ -196,17 +187,17 @@ curl_socket_t SmtpTransfer::OnOpen(void* self, curlsocktype, curl_sockaddr* addr
   auto& transfer = *static_cast<SmtpTransfer*>(self);
   const std::lock_guard lock(transfer.socketsGuard_);
   if (transfer.isCancelled_) return CURL_SOCKET_BAD;
-  const int socket = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-  if (socket == -1) return CURL_SOCKET_BAD;
+  const SocketHandle socket = OpenSocket(address->family, address->socktype, address->protocol);
+  if (socket == kNoSocket) return CURL_SOCKET_BAD;
   transfer.sockets_.insert(socket);
-  return socket;
+  return static_cast<curl_socket_t>(socket);
 }
 
 int SmtpTransfer::OnClose(void* self, curl_socket_t socket) {
   auto& transfer = *static_cast<SmtpTransfer*>(self);
   const std::lock_guard lock(transfer.socketsGuard_);
   transfer.sockets_.erase(socket);
-  return ::close(socket);
+  return CloseSocket(static_cast<SocketHandle>(socket)) ? 0 : 1;
 }
 
 }  // namespace pellorin

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Sockets.h"
 #include "service/SmtpDelivery.h"
 #include "service/SmtpDialogue.h"
 
@@ -71,7 +72,7 @@ class SmtpTransfer {
   std::atomic<bool> isCancelled_ = false;
   std::atomic<bool> isSettled_ = false;
   std::mutex socketsGuard_;
-  std::set<curl_socket_t> sockets_;  // open ones
+  std::set<SocketHandle> sockets_;  // open ones
   CURLcode result_ = CURLE_OK;
   std::string resultText_;
   bool isHandshaking_ = false;
