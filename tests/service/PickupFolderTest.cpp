@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <regex>
 
+#include "service/MailServerSettings.h"
 #include "tests/service/MailFixture.h"
 #include "tests/support/FailingFiles.h"
 
@@ -107,6 +108,11 @@ TEST(MailServerSettings, ThatNoMailCanBeSentWithAreNamed) {
     MailFixture mail(settings);
     const std::string failure = mail.Failure();
     EXPECT_NE(failure.find(expected), std::string::npos) << failure;
+  }
+  for (const auto& [port, isEncrypted] : {std::pair(465, true), {587, false}, {25, false}}) {
+    const MailFixture mail(test::Remote(port));
+    EXPECT_EQ(LoadMailServer(SystemFiles(), mail.folder.Path(), {}, "Main").server.isEncryptedFromStart,
+              isEncrypted);
   }
   MailFixture mail("");
   EXPECT_FALSE(

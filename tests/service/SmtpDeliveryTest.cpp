@@ -296,18 +296,33 @@ TEST(SmtpDelivery, KeepsTheTimeoutInEveryPhase) {
 }
 
 TEST(SmtpDelivery, AsksItsWatchAndEndsWhenItSaysSo) {
-  for (const std::string silent : {"GREET=silent", "DOT=silent"}) {
-    const MailServerProcess server("script", {silent});
+  struct Case {
+    Options script;
+    const char* lastCommand;
+    const char* doubt = "";
+  };
+  const Case cases[] = {
+      {{"GREET=silent"}, ""},
+      {{"EHLO=250 STARTTLS", "STARTTLS=220 Go", "TLS=silent"}, "STARTTLS\r\n"},
+      {{"DOT=silent"}, "\n.\r\n", "\r\nIt is not known whether the message was delivered."},
+  };
+  for (const Case& one : cases) {
+    const MailServerProcess server("script", one.script);
     std::string settings = Remote(server.Port());
     settings.replace(settings.find("Timeout=5"), 9, "Timeout=0");
     MailFixture mail(settings);
     int asked = 0;
-    mail.component.SetWatch([&asked] { return ++asked < 12; });
-    const std::string doubt =
-        silent.starts_with("DOT") ? "\r\nIt is not known whether the message was delivered." : "";
-    EXPECT_LT(SecondsOf([&] { EXPECT_EQ(mail.Failure(), "42 The test was cancelled." + doubt); }), 2)
-        << silent;
-    EXPECT_EQ(asked, 12);
+    int refused = 0;
+    std::chrono::steady_clock::time_point refusedAt;
+    mail.component.SetWatch([&] {
+      if (++asked < 12 || !Contains(server.Received("commands.txt"), one.lastCommand)) return true;
+      refusedAt = std::chrono::steady_clock::now();
+      ++refused;
+      return false;
+    });
+    EXPECT_EQ(mail.Failure(), "42 The test was cancelled." + std::string(one.doubt));
+    EXPECT_LT(std::chrono::steady_clock::now() - refusedAt, std::chrono::seconds(1)) << one.script.back();
+    EXPECT_EQ(refused, 1);
   }
   // Once the mail is accepted it is sent, whatever the watch says.
   const MailServerProcess server("script", {"QUIT=silent"});
