@@ -1,6 +1,7 @@
 #include "service/PickupDelivery.h"
 
 #include <cerrno>
+#include <filesystem>
 
 #include "platform/AtomicFile.h"
 #include "service/MailFailure.h"
@@ -19,6 +20,8 @@ void RequireUsableFolder(FileOperations& files, const std::string& folder) {
     throw MailFailure(number, "The pickup folder " + folder + " " + reason);
   };
   if (folder.empty()) throw MailFailure(kBadMailArgument, "The pickup folder is not set.");
+  // The service and this program start in different folders.
+  if (!std::filesystem::path(folder).is_absolute()) refuse(kBadMailArgument, "is no full path.");
   const FileKind kind = files.Status(folder).kind;
   if (kind == FileKind::Missing) refuse(ENOENT, "does not exist.");
   if (kind != FileKind::Folder) refuse(ENOTDIR, "is not a folder.");

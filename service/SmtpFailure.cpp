@@ -43,10 +43,19 @@ std::string RefusedThing(const SmtpDialogue& dialogue, const MailMessage& messag
 
 // What was still to come.
 std::string AwaitedThing(const SmtpTransfer& transfer) {
+  switch (transfer.Phase()) {
+    case SmtpPhase::LookUp:
+      return "answer of a name server about its address";
+    case SmtpPhase::Connecting:
+      return "answer";
+    case SmtpPhase::Handshake:
+      return "answer to the beginning of the encryption (TLS)";
+    case SmtpPhase::Conversation:
+      break;
+  }
   const SmtpDialogue& dialogue = transfer.Dialogue();
-  if (transfer.IsHandshaking()) return "answer to the beginning of the encryption (TLS)";
-  if (dialogue.IsHelloRefused()) return "answer to this machine's simple introduction (HELO)";
-  return WordsOf(dialogue.Step()).awaited;
+  return dialogue.IsHelloRefused() ? "answer to this machine's simple introduction (HELO)"
+                                   : WordsOf(dialogue.Step()).awaited;
 }
 
 std::string Reason(const SmtpTransfer& transfer, const SmtpServer& server) {
@@ -103,15 +112,17 @@ MailFailure ObstacleOf(const SmtpDialogue& dialogue, const SmtpServer& server) {
                                   (offered.empty() ? "no login" : offered) + "). Nothing was sent."};
 }
 
-MailFailure RefusalOf(const SmtpTransfer& transfer, const SmtpServer& server, const MailMessage& message) {
+MailFailure RefusalOf(const SmtpTransfer& transfer, const SmtpServer& server, const MailMessage& message,
+                      const std::string& doubt) {
   const SmtpDialogue& dialogue = transfer.Dialogue();
   const int code = dialogue.RefusalCode();
-  std::string name = ServerName(server);
-  name.front() = 'T';
-  return {code >= 400 ? code : transfer.Result(),
-          name + " refused " + RefusedThing(dialogue, message) + ":" +
-              ShownReply(dialogue.RefusalLines(), server.user, server.password) +
-              (dialogue.IsRefused() ? "" : "\r\n" + Reason(transfer, server))};
+  std::string text = ServerName(server);
+  text.front() = 'T';
+  text += code >= 400 ? " refused " + RefusedThing(dialogue, message)
+                      : " gave an unexpected " + AwaitedThing(transfer);
+  text += ":" + ShownReply(dialogue.RefusalLines(), server.user, server.password);
+  if (!dialogue.IsRefused()) text += "\r\n" + Reason(transfer, server);
+  return {code >= 400 ? code : CURLE_WEIRD_SERVER_REPLY, text + (code >= 400 ? "" : doubt)};
 }
 
 }  // namespace
@@ -124,7 +135,10 @@ MailFailure FailureOf(const SmtpTransfer& transfer, const SmtpServer& server, co
   if (transfer.IsCancelled() && !dialogue.IsRefused())
     return {kMailCancelled, MailComponent::kCancelled + doubt};
   if (dialogue.Obstacle() != SmtpObstacle::None) return ObstacleOf(dialogue, server);
-  if (dialogue.IsRefused() || dialogue.IsHelloRefused()) return RefusalOf(transfer, server, message);
+  if (dialogue.IsRefused() || dialogue.IsHelloRefused()) return RefusalOf(transfer, server, message, doubt);
+  if (code == CURLE_LOGIN_DENIED)
+    return {code, "Login failed: the dialogue with " + ServerName(server) +
+                      " was not what its kind of login prescribes. Nothing was sent."};
   const std::string reason = "\r\n" + Reason(transfer, server);
   if (CouldNotConnect(code, dialogue.IsGreeted()))
     return {code, "The transport failed to connect to " + ServerName(server) + "." + reason};

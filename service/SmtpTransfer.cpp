@@ -148,9 +148,19 @@ void SmtpTransfer::KeepResult(CURLcode result) {
   curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
   if (result == CURLE_COULDNT_CONNECT && systemError != 0)
     resultText_ = std::generic_category().message(static_cast<int>(systemError));
-  curl_off_t encryptedAfter = 0;  // microseconds; 0: not yet
+  phase_ = ReachedPhase();
+}
+
+SmtpPhase SmtpTransfer::ReachedPhase() const {
+  curl_off_t foundAfter = 0;  // microseconds; 0: not yet
+  curl_off_t encryptedAfter = 0;
+  const char* address = nullptr;  // of the connection; empty before there is one
+  curl_easy_getinfo(handle_.get(), CURLINFO_NAMELOOKUP_TIME_T, &foundAfter);
   curl_easy_getinfo(handle_.get(), CURLINFO_APPCONNECT_TIME_T, &encryptedAfter);
-  isHandshaking_ = dialogue_.IsEncrypted() && encryptedAfter == 0;
+  curl_easy_getinfo(handle_.get(), CURLINFO_PRIMARY_IP, &address);
+  if (foundAfter == 0) return SmtpPhase::LookUp;
+  if (address == nullptr || *address == '\0') return SmtpPhase::Connecting;
+  return dialogue_.IsEncrypted() && encryptedAfter == 0 ? SmtpPhase::Handshake : SmtpPhase::Conversation;
 }
 
 void SmtpTransfer::Cancel() {

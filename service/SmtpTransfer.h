@@ -20,6 +20,8 @@
 
 namespace pellorin {
 
+enum class SmtpPhase { LookUp, Connecting, Handshake, Conversation };
+
 class SmtpTransfer {
  public:
   // Prepares everything, sends nothing. MailFailure for what libcurl cannot work with. The three must
@@ -38,7 +40,7 @@ class SmtpTransfer {
   // When it has run:
   CURLcode Result() const { return result_; }
   const std::string& ResultText() const { return resultText_; }  // libcurl's, or the system's if it says more
-  bool IsHandshaking() const { return isHandshaking_; }          // encryption had not come about yet
+  SmtpPhase Phase() const { return phase_; }                     // that it came to
   const SmtpDialogue& Dialogue() const { return dialogue_; }
   bool IsCancelled() const { return isCancelled_; }
 
@@ -58,6 +60,7 @@ class SmtpTransfer {
   void SetCallbacks();
 
   void KeepResult(CURLcode result);
+  SmtpPhase ReachedPhase() const;
 
   static std::size_t OnReply(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t OnRead(char* buffer, std::size_t size, std::size_t count, void* self);
@@ -75,7 +78,7 @@ class SmtpTransfer {
   std::set<SocketHandle> sockets_;  // open ones
   CURLcode result_ = CURLE_OK;
   std::string resultText_;
-  bool isHandshaking_ = false;
+  SmtpPhase phase_ = SmtpPhase::LookUp;
   std::array<char, CURL_ERROR_SIZE> errorText_{};
   std::unique_ptr<CURLU, HandleEnd> url_;
   std::unique_ptr<curl_slist, HandleEnd> recipients_;

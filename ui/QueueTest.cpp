@@ -18,31 +18,25 @@ void QueueTest::Run() {
   const std::string address = services_.messages.AskForText(
       "Email Address", "Please enter the email address for an email to be queued.");
   if (address.empty()) return;
-  const auto failure = Send(address, *instance, *queue);
-  if (!failure) return;
-  if (failure->empty())
-    ShowTestSucceeded(
-        services_.messages,
-        "Email has been queued successfully. \r\n\r\nYou can verify that the queue is present by "
-        "going to the Control Panel and checking for a job that has a name that starts with "
-        "Pellorin. You may choose to run the job manually in order to send out a test email. If "
-        "you prefer not to run the job, you can safely remove it for the scheduler.");
-  else
-    ShowTestFailed(services_.messages, "Test Failed: " + *failure);
+  ShowOutcome(
+      services_.messages, [&] { return Send(address, *instance, *queue); },
+      "Email has been queued successfully. \r\n\r\nYou can verify that the queue is present by "
+      "going to the Control Panel and checking for a job that has a name that starts with "
+      "Pellorin. You may choose to run the job manually in order to send out a test email. If "
+      "you prefer not to run the job, you can safely remove it for the scheduler.");
 }
 
-std::optional<std::string> QueueTest::Send(const std::string& address, const Section& instance,
-                                           const Section& queue) {
+bool QueueTest::Send(const std::string& address, const Section& instance, const Section& queue) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForTest(*connection, instance, login_, services_.messages)) return std::nullopt;
+  if (!OpenForTest(*connection, instance, login_, services_.messages)) return false;
   connection->SetDefaultDatabase(instance.GetValue("ConfiguredDB"));
   const std::string body = Body(instance, queue, connection->DefaultDatabase());
   try {
     SendToQueue(*connection, {address, body, "Pellorin: Queued Email Test"}, queue.Name);
-    return "";
+    return true;
   } catch (const SqlError& error) {
-    return error.Description();
+    throw CallFailed(error.Description());
   }
 }
 

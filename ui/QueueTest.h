@@ -1,8 +1,6 @@
 // Puts one mail into the shown queue, through the instance that the SQL page shows.
 #pragma once
 
-#include <optional>
-
 #include "ui/TestMail.h"
 
 namespace pellorin {
@@ -15,7 +13,7 @@ class QueueTest {
 
  private:
   // As SqlServerTest's.
-  std::optional<std::string> Send(const std::string& address, const Section& instance, const Section& queue);
+  bool Send(const std::string& address, const Section& instance, const Section& queue);
   std::string Body(const Section& instance, const Section& queue, const std::string& database) const;
 
   const TestServices& services_;

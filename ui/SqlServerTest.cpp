@@ -11,24 +11,20 @@ void SqlServerTest::Run() {
   const std::string address = services_.messages.AskForText(
       "Email Address", "Please enter an email address to send the test email to");
   if (address.empty()) return;
-  const auto failure = Send(address, *instance);
-  if (!failure) return;
-  if (failure->empty())
-    ShowTestSucceeded(services_.messages, "Email Sent");
-  else
-    ShowTestFailed(services_.messages, "Test Failed: " + *failure);
+  ShowOutcome(
+      services_.messages, [&] { return Send(address, *instance); }, "Email Sent");
 }
 
-std::optional<std::string> SqlServerTest::Send(const std::string& address, const Section& instance) {
+bool SqlServerTest::Send(const std::string& address, const Section& instance) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForTest(*connection, instance, login_, services_.messages)) return std::nullopt;
+  if (!OpenForTest(*connection, instance, login_, services_.messages)) return false;
   try {
     connection->SetDefaultDatabase(instance.GetValue("ConfiguredDB"));
     SendByParameters(*connection, {address, Body(instance), "Pellorin: Test Email from SQL Server"});
-    return "";
+    return true;
   } catch (const SqlError& error) {
-    return error.Description();
+    throw CallFailed(error.Description());
   }
 }
 

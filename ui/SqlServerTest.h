@@ -1,8 +1,6 @@
 // Has sp_sendPLN of the shown instance send one mail that describes the configuration.
 #pragma once
 
-#include <optional>
-
 #include "ui/TestMail.h"
 
 namespace pellorin {
@@ -14,8 +12,8 @@ class SqlServerTest {
   void Run();
 
  private:
-  // Why the call failed; "" when it did not; nothing when no connection could be opened.
-  std::optional<std::string> Send(const std::string& address, const Section& instance);
+  // False when no connection could be opened, which a box has told; CallFailed.
+  bool Send(const std::string& address, const Section& instance);
   std::string Body(const Section& instance) const;
 
   const TestServices& services_;

@@ -37,6 +37,14 @@ bool OpenForTest(SqlConnection& connection, const Section& instance, const Shown
                          : OpenSqlConnection(connection, server, login.user, login.password, messages);
 }
 
+void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success) {
+  try {
+    if (send()) ShowTestSucceeded(messages, success);
+  } catch (const CallFailed& failure) {
+    ShowTestFailed(messages, std::string("Test Failed: ") + failure.what());
+  }
+}
+
 void ShowTestSucceeded(UserMessages& messages, const std::string& text) {
   messages.Show({.text = text, .title = "Test Succeeded", .icon = MessageIcon::Information});
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "platform/UserMessages.h"
@@ -36,6 +37,11 @@ struct ShownLogin {
   std::string Description() const { return isTrusted ? "Trusted" : user; }
 };
 
+// The server's own sentence about a call of the procedure that failed.
+class CallFailed : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
 // A test uses what is saved: asks for that when there are changes. False when the test must not go on.
 bool SaveBeforeTest(const TestServices& services);
 
@@ -48,6 +54,9 @@ std::string SendOnLine(const LocaleConventions& locale);
 bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
                  UserMessages& messages);
 
+// Shows the end of `send`: the text of its success, its failed call as "Test Failed", or nothing when it
+// returns false because no connection could be opened, which a box has told already. Other exceptions pass.
+void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success);
 void ShowTestSucceeded(UserMessages& messages, const std::string& text);
 void ShowTestFailed(UserMessages& messages, const std::string& text);
 

@@ -12,9 +12,13 @@
 
 namespace pellorin::test {
 
-inline std::string Remote(int port, const std::string& more = {}, const std::string& host = "127.0.0.1") {
+inline std::string Remote(int port, const std::string& more = {}, const std::string& host = "127.0.0.1",
+                          const std::string& timeout = "5") {
   return "SendMethod=2\r\nRemoteServerName=" + host + "\r\nRemoteServerPort=" + std::to_string(port) +
-         "\r\nConnectionTimeout=5\r\n" + more;
+         "\r\nConnectionTimeout=" + timeout + "\r\n" + more;
+}
+inline std::string RemoteWithin(const std::string& timeout, int port) {
+  return Remote(port, "", "127.0.0.1", timeout);
 }
 
 // "1": basic, "2": NTLM.

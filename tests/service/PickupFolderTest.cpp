@@ -60,6 +60,7 @@ TEST(PickupFolder, ThatCannotBeUsedIsNamed) {
   EXPECT_EQ(failure(folder / "file"), named(ENOTDIR, "file", "is not a folder."));
   EXPECT_EQ(failure(folder / "locked"), named(EACCES, "locked", "is read-only."));
   EXPECT_EQ(failure(""), "43 The pickup folder is not set.");
+  EXPECT_EQ(failure("tests"), "43 The pickup folder tests is no full path.");
   EXPECT_TRUE(fs::is_empty(folder / "locked"));
 }
 
@@ -110,9 +111,10 @@ TEST(MailServerSettings, ThatNoMailCanBeSentWithAreNamed) {
     EXPECT_NE(failure.find(expected), std::string::npos) << failure;
   }
   for (const auto& [port, isEncrypted] : {std::pair(465, true), {587, false}, {25, false}}) {
-    const MailFixture mail(test::Remote(port));
-    EXPECT_EQ(LoadMailServer(SystemFiles(), mail.folder.Path(), {}, "Main").server.isEncryptedFromStart,
-              isEncrypted);
+    const MailFixture mail(test::RemoteWithin(".2", port));
+    const SmtpServer server = LoadMailServer(SystemFiles(), mail.folder.Path(), {}, "Main").server;
+    EXPECT_EQ(server.isEncryptedFromStart, isEncrypted);
+    EXPECT_EQ(server.timeout, 1);  // not 0, which has no limit
   }
   MailFixture mail("");
   EXPECT_FALSE(
