@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "tests/ui/WindowFixture.h"
+#include "ui/BusyWindow.h"
 #include "ui/QtUserMessages.h"
 
 namespace pellorin::test {
@@ -35,14 +36,18 @@ TEST(QtUserMessages, ShowsABoxToTheLetterAndAnswersIt) {
     Answer byReturn, byEscape;
   } cases[] = {
       {None, QMessageBox::NoIcon, MessageButtons::Ok, {}, "OK", "OK", Ok, Ok},
-      {Information, QMessageBox::Information, MessageButtons::YesNo, {}, "Yes No", "Yes", Yes, No},
-      {Exclamation, QMessageBox::Warning, MessageButtons::YesNo, No, "Yes No", "No", No, No},
-      {Critical, QMessageBox::Critical, MessageButtons::YesNoCancel, {}, "Yes No Cancel", "Yes", Yes, Cancel},
+      {Information, QMessageBox::Information, MessageButtons::YesNo, {}, "&Yes &No", "&Yes", Yes, No},
+      {Exclamation, QMessageBox::Warning, MessageButtons::YesNo, No, "&Yes &No", "&No", No, No},
+      {Critical,
+       QMessageBox::Critical,
+       MessageButtons::YesNoCancel,
+       {},
+       "&Yes &No Cancel",
+       "&Yes",
+       Yes,
+       Cancel},
   };
   const std::string text = "Server <b>x</b> & &amp; &y\r\n\r\n- line";
-  const auto caption = [](const QAbstractButton& button) {
-    return button.text().remove(QLatin1Char('&')).toStdString();
-  };
   for (const auto& row : cases)
     for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
       QWidget owner;
@@ -57,18 +62,14 @@ TEST(QtUserMessages, ShowsABoxToTheLetterAndAnswersIt) {
         EXPECT_TRUE(box.isModal());
         Names captions;
         for (const auto button : {QMessageBox::Ok, QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel})
-          if (const QAbstractButton* shown = box.button(button)) captions.push_back(caption(*shown));
+          if (const auto* shown = box.button(button)) captions.push_back(shown->text().toStdString());
         EXPECT_EQ(captions, Words(row.captions));
         EXPECT_EQ(box.buttons().size(), static_cast<int>(captions.size()));
         ASSERT_NE(box.defaultButton(), nullptr);
-        EXPECT_EQ(caption(*box.defaultButton()), row.defaultCaption);
+        EXPECT_EQ(box.defaultButton()->text().toStdString(), row.defaultCaption);
         QTest::keyClick(&box, key);
       });
-      const Message message{.text = text,
-                            .title = "A title",
-                            .icon = row.icon,
-                            .buttons = row.buttons,
-                            .defaultButton = row.defaultButton};
+      const Message message{text, "A title", row.icon, row.buttons, row.defaultButton};
       EXPECT_EQ(messages.Show(message), key == Qt::Key_Return ? row.byReturn : row.byEscape);
     }
 }
@@ -89,6 +90,28 @@ TEST(QtUserMessages, AsksForAText) {
   }
 }
 
+TEST(QtUserMessages, LieOverTheBusyDialogWithTheNormalPointer) {
+  QWidget owner;
+  QtUserMessages messages;
+  messages.SetOwner(&owner);
+  QDialog dialog;
+  dialog.open();
+  {
+    const BusyWindow busy(dialog);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    EXPECT_FALSE(dialog.isEnabled());
+    WithBox<QMessageBox>(owner, [&](QMessageBox& box) {
+      EXPECT_EQ(box.parentWidget(), &dialog);
+      EXPECT_TRUE(box.isEnabled());
+      EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(messages.Show(Plain("text")), Answer::Ok);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  }
+  EXPECT_TRUE(dialog.isEnabled() && QApplication::overrideCursor() == nullptr);
+}
+
 class Keyboard : public WindowFixture {};
 
 TEST_F(Keyboard, TabReachesEveryFieldInReadingOrder) {
@@ -99,39 +122,31 @@ TEST_F(Keyboard, TabReachesEveryFieldInReadingOrder) {
   const std::string local = "optLocalMailServer txtLocalPickupFolder ";
   const std::string remote = "optRemoteMailServer txtRemoteServerName txtRemoteServerPort ";
   // Of options that exclude each other Tab reaches the chosen one; the arrow keys lead to the others.
-  const struct {
-    int tab;
-    const char *send, *login;
-    std::string fields;
-  } cases[] = {
-      {0, "optRemoteMailServer", "optAnonymous", head + remote + "optAnonymous"},
-      {0, "optLocalMailServer", "optBasic", head + local + "optBasic txtMailUsername txtMailPassword"},
-      {0, "optRemoteMailServer", "optNTLM",
+  const std::tuple<int, const char*, std::string> cases[] = {
+      {0, "", head + remote + "optAnonymous"},
+      {0, "optLocalMailServer optBasic", head + local + "optBasic txtMailUsername txtMailPassword"},
+      {0, "optRemoteMailServer optNTLM",
        head + remote + "optNTLM txtMailUsername txtMailDomain txtMailPassword"},
-      {1, "optRemoteMailServer", "optAnonymous",
+      {1, "optTrusted",
        "cmbSQLServer btnAddNewSqlServer btnDeleteSqlSettings btnTestSqlServer optTrusted txtTimeout "
-       "btnConfigure "
-       "cmbPrimaryMailServer btnClearprimaryServer btnRefreshPrimaryServer cmbSecondaryMailServer "
-       "btnClearSecondaryServer btnRefreshSecondaryServer optText chkEncodeHTML txtLineWidth cmbStylesheet "
-       "btnClearStylesheet btnRefreshStylesheets chkEmailWhenEmpty chkForceSetUser chkAnsiAttachment "
-       "txtProhibitedTokens txtRedirectAllEmailTo cmbExceptionMode"},
-      {2, "optRemoteMailServer", "optAnonymous",
+       "btnConfigure cmbPrimaryMailServer btnClearprimaryServer btnRefreshPrimaryServer "
+       "cmbSecondaryMailServer btnClearSecondaryServer btnRefreshSecondaryServer optText chkEncodeHTML "
+       "txtLineWidth cmbStylesheet btnClearStylesheet btnRefreshStylesheets chkEmailWhenEmpty "
+       "chkForceSetUser chkAnsiAttachment txtProhibitedTokens txtRedirectAllEmailTo cmbExceptionMode"},
+      {2, "",
        "cmbQueues btnAddQueue btnDeleteQueue btnTestQueue txtQueueTitle optDaily txtEvery optOccursOnce "
-       "txtOccursOnce txtStartDate optNoEndDate optQueueNone"},
-  };
-  folder.Write("Service/QUEUEDefinitions/Night.xml", kQueueXml);
-  for (const auto& row : cases) {
-    ASSERT_TRUE(Start(Replaced(kUsual, "[SQL:DB1]\r\n", "[SQL:DB1]\r\nConnectionType=Trusted\r\n")));
-    Click(row.send);
-    Click(row.login);
-    ClickTab(row.tab);
+       "txtOccursOnce txtStartDate optNoEndDate optQueueNone"}};
+  WriteQueue("Night", kQueueXml);
+  ASSERT_TRUE(Start(kUsual));
+  for (const auto& [tab, options, fields] : cases) {
+    ClickTab(tab);
+    Click(options);
     QWidget* strip = Find<QTabWidget>("tabMain").tabBar();  // where the walk starts and ends
     strip->setFocus();
-    Names reached;
-    for (Press(Qt::Key_Tab); QApplication::focusWidget() != strip && reached.size() < 60; Press(Qt::Key_Tab))
-      if (reached.empty() || FocusName() != reached.back())
-        reached.push_back(FocusName());  // parts of a date
-    EXPECT_EQ(reached, Words(row.fields + common));
+    Names reached{""};
+    for (Press("Tab"); QApplication::focusWidget() != strip && reached.size() < 60; Press("Tab"))
+      if (FocusName() != reached.back()) reached.push_back(FocusName());  // a date has several stops
+    EXPECT_EQ(Joined(reached, " "), " " + fields + common);
   }
 }
 
