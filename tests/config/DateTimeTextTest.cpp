@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <iomanip>
-#include <sstream>
+#include <array>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -14,48 +14,45 @@ namespace {
 const LocaleConventions kAmerican;
 
 LocaleConventions Local(DateOrder order, const std::string& dateSeparator, const std::string& am = "",
-                        const std::string& pm = "") {
+                        const std::string& pm = "", bool twelveHourClock = false) {
   LocaleConventions locale;
   locale.dateOrder = order;
   locale.dateSeparator = dateSeparator;
-  locale.twelveHourClock = false;
+  locale.twelveHourClock = twelveHourClock;
   locale.am = am;
   locale.pm = pm;
   return locale;
 }
 
-LocaleConventions German() {
+LocaleConventions Dotted(const std::string& timeSeparator, bool leadingZeros = false) {
   auto locale = Local(DateOrder::DayMonthYear, ".");
+  locale.timeSeparator = timeSeparator;
+  locale.leadingZeros = leadingZeros;
   locale.shortMonthNames[2] = "Mär";
   locale.longMonthNames[2] = "März";
   return locale;
 }
 
-LocaleConventions Finnish() {
-  auto locale = Local(DateOrder::DayMonthYear, ".");
-  locale.timeSeparator = ".";
-  return locale;
-}
-
+const LocaleConventions kGerman = Dotted(":");
+const LocaleConventions kFinnish = Dotted(".");
 const LocaleConventions kSwedish = Local(DateOrder::YearMonthDay, "-");
+const LocaleConventions kGreek = Local(DateOrder::DayMonthYear, "/", "πμ", "μμ", true);
 
 // "2026-11-22", "15:04:05", both with a blank between, or "none".
 std::string Reading(const std::string& text, const LocaleConventions& locale) {
   const auto value = ReadDateTime(text, locale);
   EXPECT_EQ(IsDate(text, locale), value.has_value());
   if (!value) return "none";
-  std::ostringstream reading;
-  reading << std::setfill('0');
-  if (value->date) {
-    reading << std::setw(4) << int(value->date->year()) << '-' << std::setw(2)
-            << unsigned(value->date->month()) << '-' << std::setw(2) << unsigned(value->date->day());
-  }
-  if (value->timeOfDay) {
-    const std::chrono::hh_mm_ss time(*value->timeOfDay);
-    reading << (value->date ? " " : "") << std::setw(2) << time.hours().count() << ':' << std::setw(2)
-            << time.minutes().count() << ':' << std::setw(2) << time.seconds().count();
-  }
-  return reading.str();
+  std::array<char, 32> reading{};
+  if (const auto& date = value->date)
+    std::snprintf(reading.data(), reading.size(), "%04d-%02u-%02u", int(date->year()),
+                  unsigned(date->month()), unsigned(date->day()));
+  std::string shown = reading.data();
+  if (!value->timeOfDay) return shown;
+  const std::chrono::hh_mm_ss time(*value->timeOfDay);
+  std::snprintf(reading.data(), reading.size(), "%02d:%02d:%02d", int(time.hours().count()),
+                int(time.minutes().count()), int(time.seconds().count()));
+  return shown + (value->date ? " " : "") + reading.data();
 }
 
 using Rows = std::vector<std::pair<const char*, const char*>>;
@@ -80,7 +77,7 @@ TEST(DateTimeTextTest, ReadsAmericanForms) {
 }
 
 TEST(DateTimeTextTest, ReadsIsoAndMonthNamesEverywhere) {
-  for (const auto& locale : {kAmerican, German(), kSwedish, Finnish()}) {
+  for (const auto& locale : {kAmerican, kGerman, kSwedish, kFinnish}) {
     Check(locale, {{"2026-11-22 3:04 PM", "2026-11-22 15:04:00"},
                    {"2026-11-22T05:04:03", "2026-11-22 05:04:03"},
                    {"0100-01-01", "0100-01-01"},
@@ -92,22 +89,21 @@ TEST(DateTimeTextTest, ReadsIsoAndMonthNamesEverywhere) {
 }
 
 TEST(DateTimeTextTest, ReadsTheLocalesOwnForms) {
-  Check(German(), {{"22.11.2026", "2026-11-22"},
-                   {"5.3.2026 07:08:09", "2026-03-05 07:08:09"},
-                   {"5 MÄRZ 2026", "2026-03-05"},
-                   {"mär 5, 2026", "2026-03-05"},
-                   {"11.22.2026", "none"},
-                   {"11/22/2026", "none"}});
+  Check(kGerman, {{"22.11.2026", "2026-11-22"},
+                  {"5.3.2026 07:08:09", "2026-03-05 07:08:09"},
+                  {"5 MÄRZ 2026", "2026-03-05"},
+                  {"mär 5, 2026", "2026-03-05"},
+                  {"11.22.2026", "none"},
+                  {"11/22/2026", "none"}});
   Check(kSwedish, {{"2026-3-5", "2026-03-05"}, {"22-11-2026", "none"}, {"2026-3-5T10:00", "none"}});
-  Check(Finnish(), {{"22.11.2026 15.04.05", "2026-11-22 15:04:05"},
-                    {"7.30", "07:30:00"},
-                    {"15:04", "15:04:00"},
-                    {"15.04:05", "none"}});
-  const auto greek = Local(DateOrder::DayMonthYear, "/", "πμ", "μμ");
-  Check(greek, {{"22/11/2026 3:04 ΜΜ", "2026-11-22 15:04:00"},
-                {"12:30πμ", "00:30:00"},
-                {"3:04 PM", "15:04:00"},
-                {"11/22/2026", "none"}});
+  Check(kFinnish, {{"22.11.2026 15.04.05", "2026-11-22 15:04:05"},
+                   {"7.30", "07:30:00"},
+                   {"15:04", "15:04:00"},
+                   {"15.04:05", "none"}});
+  Check(Local(DateOrder::DayMonthYear, "/", "πμ", "μμ"), {{"22/11/2026 3:04 ΜΜ", "2026-11-22 15:04:00"},
+                                                          {"12:30πμ", "00:30:00"},
+                                                          {"3:04 PM", "15:04:00"},
+                                                          {"11/22/2026", "none"}});
 }
 
 TEST(DateTimeTextTest, ReadsNothingIntoOtherTexts) {
@@ -130,8 +126,7 @@ TEST(DateTimeTextTest, ReadsNothingIntoOtherTexts) {
 }
 
 TEST(DateTimeTextTest, WritesAsTheLocaleDoes) {
-  auto padded = German();
-  padded.leadingZeros = true;
+  const LocaleConventions padded = Dotted(":", true);
   const struct {
     const LocaleConventions& locale;
     const char *given, *written;
@@ -140,23 +135,20 @@ TEST(DateTimeTextTest, WritesAsTheLocaleDoes) {
               {kAmerican, "23:05", "11:05 PM"},
               {kAmerican, "12:00:07", "12:00:07 PM"},
               {kAmerican, "2026-11-22T23:05:07", "11/22/2026 11:05:07 PM"},
-              {German(), "2026-03-05 7:08", "5.3.2026 07:08"},
+              {kGerman, "2026-03-05 7:08", "5.3.2026 07:08"},
               {padded, "2026-03-05", "05.03.2026"},
               {padded, "0:00:01", "00:00:01"},
               {kSwedish, "2026-03-05 3:04 PM", "2026-3-5 15:04"},
-              {Finnish(), "2026-11-22 15:04:05", "22.11.2026 15.04.05"}};
+              {kFinnish, "2026-11-22 15:04:05", "22.11.2026 15.04.05"}};
   for (const auto& [locale, given, written] : rows)
     EXPECT_EQ(WriteDateTime(*ReadDateTime(given, locale), locale), written) << given;
 }
 
 TEST(DateTimeTextTest, ReadsWhatItWrote) {
-  auto greek = Local(DateOrder::DayMonthYear, "/", "πμ", "μμ");
-  greek.twelveHourClock = true;
-  auto ambiguous = Local(DateOrder::YearMonthDay, "", "PM", "AM");
-  ambiguous.twelveHourClock = true;
+  const auto ambiguous = Local(DateOrder::YearMonthDay, "", "PM", "AM", true);
   auto mute = kAmerican;  // a twelve-hour clock without marks
   mute.am = mute.pm = "";
-  for (const auto& locale : {kAmerican, German(), Finnish(), kSwedish, greek, ambiguous, mute}) {
+  for (const auto& locale : {kAmerican, kGerman, kFinnish, kSwedish, kGreek, ambiguous, mute}) {
     for (const char* text : {"0100-01-01", "2028-02-29", "2026-03-05 0:00", "9999-12-31T23:59:59", "12:00",
                              "0:30", "11:59:59", "13:00:01"}) {
       const auto value = ReadDateTime(text, locale);
@@ -167,13 +159,12 @@ TEST(DateTimeTextTest, ReadsWhatItWrote) {
 }
 
 TEST(DateTimeTextTest, OrdersMoments) {
-  const char* const ascending[] = {"0100-01-01",      "0:00",      "11:59:59 PM", "12/31/1899", "11/22/2026",
-                                   "11/22/2026 0:01", "2026-11-23"};
-  for (std::size_t i = 1; i < std::size(ascending); ++i) {
-    const auto earlier = ReadDateTime(ascending[i - 1], kAmerican);
-    const auto later = ReadDateTime(ascending[i], kAmerican);
-    ASSERT_TRUE(earlier && later);
-    EXPECT_LT(MomentOf(*earlier), MomentOf(*later)) << ascending[i];
+  const char* earlier = "0100-01-01";
+  for (const char* later :
+       {"0:00", "11:59:59 PM", "12/31/1899", "11/22/2026", "11/22/2026 0:01", "2026-11-23"}) {
+    EXPECT_LT(MomentOf(*ReadDateTime(earlier, kAmerican)), MomentOf(*ReadDateTime(later, kAmerican)))
+        << later;
+    earlier = later;
   }
   EXPECT_EQ(MomentOf(*ReadDateTime("0:00", kAmerican)), MomentOf(*ReadDateTime("12/30/1899", kAmerican)));
 }

@@ -6,37 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "config/RandomGenerator.h"
 #include "platform/AnsiText.h"
 #include "tests/config/ServiceFolder.h"
 #include "tests/support/TestData.h"
 
 using namespace pellorin;
-
-TEST(RandomGeneratorTest, GivesTheValuesOfTheRuntime) {
-  RandomGenerator fresh;
-  for (const float expected : {0.7055475F, 0.533424F, 0.5795186F, 0.2895625F, 0.301948F, 0.7747401F})
-    EXPECT_NEAR(fresh.Next(), expected, 5e-8F);
-
-  RandomGenerator reseeded;
-  EXPECT_NEAR(reseeded.NextFrom(-1.0F), 0.224007F, 5e-7F);
-  const auto state = reseeded.State();
-  for (const float zero : {0.0F, -0.0F}) EXPECT_NEAR(reseeded.NextFrom(zero), 0.224007F, 5e-7F);
-  EXPECT_EQ(reseeded.State(), state) << "zero asks for the last value again";
-}
-
-TEST(RandomGeneratorTest, ReachesTheStateOfThePasswordKeyFromAnyHistory) {
-  for (const int stepsBefore : {0, 1, 1000}) {
-    RandomGenerator generator;
-    for (int i = 0; i < stepsBefore; ++i) generator.NextByte();
-    generator.Randomize(static_cast<double>(generator.NextFrom(-1.0F)));
-    for (const char character : kPasswordKey) {
-      const float product = generator.Next() * static_cast<float>(character);
-      generator.Randomize(static_cast<double>(generator.NextFrom(-product)));
-    }
-    EXPECT_EQ(generator.State(), 0x4138BDU) << stepsBefore;
-  }
-}
 
 TEST(PasswordScramblingTest, AgreesWithTheServiceOnEveryVector) {
   const auto rows = test::ReadTable(TEST_DATA "/scramble_vectors.tsv", 5);

@@ -6,28 +6,21 @@
 #include "platform/TextSplit.h"
 #include "tests/config/ServiceFolder.h"
 
-namespace pellorin {
+namespace pellorin::test {
 namespace {
 
-using Values = std::vector<std::pair<std::string, std::string>>;
 using Names = std::vector<std::string>;
 
-const Values kRepeated = {{"frequency", "weekly"},   {"every", "2"},         {"days", "monday,wednesday"},
-                          {"occurstype", "every"},   {"occursevery", "15"},  {"span", "Minute(s)"},
-                          {"starttime", "8:00 AM"},  {"endtime", "6:00 PM"}, {"startdate", "11/22/2026"},
-                          {"enddate", "12/31/2026"}, {"hasenddate", "1"}};
-const Values kOnce = {
-    {"frequency", "daily"}, {"every", "1"}, {"occurstype", "once"}, {"occursonce", "11:05 PM"}};
+const std::string kRepeated =
+    "frequency=weekly;every=2;days=monday,wednesday;occurstype=every;occursevery=15;span=Minute(s);"
+    "starttime=8:00 AM;endtime=6:00 PM;startdate=11/22/2026;enddate=12/31/2026;hasenddate=1";
+const std::string kOnce = "frequency=daily;every=1;occurstype=once;occursonce=11:05 PM";
 
-void Set(Section& queue, const Values& values) {
-  for (const auto& [name, value] : values) queue.SetValue(name, value);
-}
-
-void CheckSummaries(const Values& base, const std::vector<std::pair<Values, std::string>>& rows) {
+void CheckSummaries(const std::string& base, const std::vector<std::pair<std::string, std::string>>& rows) {
   for (const auto& [changed, summary] : rows) {
     Section queue;
-    Set(queue, base);
-    Set(queue, changed);
+    SetValues(queue, base);
+    SetValues(queue, changed);
     EXPECT_EQ(ScheduleSummary(queue, LocaleConventions()), summary);
   }
 }
@@ -37,70 +30,59 @@ TEST(ScheduleSummaryTest, SaysWhatTheSettingsMean) {
   const std::string minutes = ", every 15 minutes";
   const std::string times = " from 8:00 AM to 6:00 PM";
   const std::string dates = ", from 11/22/2026 until 12/31/2026";
-  CheckSummaries(
-      kRepeated,
-      {{{}, days + minutes + times + dates},
-       {{{"hasenddate", "0"}, {"enddate", "x"}}, days + minutes + times + ", from 11/22/2026"},
-       {{{"hasenddate", "true"}, {"startdate", ""}}, days + minutes + times},
-       {{{"starttime", ""}}, days + minutes + " until 6:00 PM" + dates},
-       {{{"endtime", ""}}, days + minutes + " from 8:00 AM" + dates},
-       {{{"starttime", ""}, {"endtime", ""}}, days + minutes + dates},
-       {{{"occursevery", " 1 "}, {"span", "Hour(s)"}}, days + ", every hour" + times + dates},
-       {{{"every", "1"}, {"days", "SUNDAY;Friday"}}, "Every week on Fri, Sun" + minutes + times + dates},
-       {{{"frequency", "daily"}, {"every", " 3 "}, {"days", ""}}, "Every 3 days" + minutes + times + dates},
-       {{{"enddate", " 2026-11-22\t"}}, days + minutes + times + ", from 11/22/2026 until 11/22/2026"},
-       {{{"enddate", "11/21/2026 23:59"}}, "The end date lies before the start date."}});
-  CheckSummaries(kOnce, {{{}, "Every day at 11:05 PM"},
-                         {{{"startdate", "11/22/2026"}}, "Every day at 11:05 PM, from 11/22/2026"},
-                         {{{"starttime", "8:00"}, {"endtime", "9:00"}}, "Every day at 11:05 PM"},
-                         {{{"frequency", "weekly"}, {"days", "friday"}}, "Every week on Fri at 11:05 PM"}});
+  CheckSummaries(kRepeated,
+                 {{"", days + minutes + times + dates},
+                  {"hasenddate=0;enddate=x", days + minutes + times + ", from 11/22/2026"},
+                  {"hasenddate=true;startdate=", days + minutes + times},
+                  {"starttime=", days + minutes + " until 6:00 PM" + dates},
+                  {"endtime=", days + minutes + " from 8:00 AM" + dates},
+                  {"starttime=;endtime=", days + minutes + dates},
+                  {"occursevery= 1 ;span=Hour(s)", days + ", every hour" + times + dates},
+                  {"every=1;days=SUNDAY/Friday", "Every week on Fri, Sun" + minutes + times + dates},
+                  {"frequency=daily;every= 3 ;days=", "Every 3 days" + minutes + times + dates},
+                  {"enddate= 2026-11-22\t", days + minutes + times + ", from 11/22/2026 until 11/22/2026"},
+                  {"enddate=11/21/2026 23:59", "The end date lies before the start date."}});
+  CheckSummaries(kOnce, {{"", "Every day at 11:05 PM"},
+                         {"startdate=11/22/2026", "Every day at 11:05 PM, from 11/22/2026"},
+                         {"starttime=8:00;endtime=9:00", "Every day at 11:05 PM"},
+                         {"frequency=weekly;days=friday", "Every week on Fri at 11:05 PM"}});
 }
 
 TEST(ScheduleSummaryTest, ListsAllThatIsMissing) {
-  CheckSummaries({}, {{{},
+  CheckSummaries("", {{"",
                        "Missing: a frequency (Daily or Weekly), a number of days or weeks, a number of hours "
                        "or minutes, the unit (hours or minutes)"}});
-  CheckSummaries(
-      kRepeated,
-      {{{{"every", "x"},
-         {"days", "mon"},
-         {"occursevery", ""},
-         {"span", "hours"},
-         {"starttime", "x"},
-         {"endtime", " "},
-         {"startdate", "x"},
-         {"enddate", ""}},
-        "Missing: a number of weeks, the days of the week, a number of hours or minutes, the unit "
-        "(hours or minutes), the start time, the end time, the start date, the end date"},
-       {{{"startdate", ""}}, "Missing: the start date"},
-       {{{"starttime", "11/22/2026"}, {"enddate", "8:00"}}, "Missing: the start time, the end date"}});
-  CheckSummaries(
-      kOnce, {{{{"frequency", "Daily"}}, "Missing: a frequency (Daily or Weekly)"},
-              {{{"every", ""}, {"occursonce", "11/22/2026"}}, "Missing: a number of days, the time of day"},
-              {{{"endtime", "x"}}, "Missing: the end time"}});
+  CheckSummaries(kRepeated,
+                 {{"every=x;days=mon;occursevery=;span=hours;starttime=x;endtime= ;startdate=x;enddate=",
+                   "Missing: a number of weeks, the days of the week, a number of hours or minutes, the unit "
+                   "(hours or minutes), the start time, the end time, the start date, the end date"},
+                  {"startdate=", "Missing: the start date"},
+                  {"starttime=11/22/2026;enddate=8:00", "Missing: the start time, the end date"}});
+  CheckSummaries(kOnce, {{"frequency=Daily", "Missing: a frequency (Daily or Weekly)"},
+                         {"every=;occursonce=11/22/2026", "Missing: a number of days, the time of day"},
+                         {"endtime=x", "Missing: the end time"}});
 }
 
 TEST(ScheduleSummaryTest, NamesAProblemWheneverValidationDoes) {
-  const test::ServiceFolder folder;
+  const ServiceFolder folder;
   const auto document = folder.New();
   Section& queue = document->Add("Night", SectionType::Queue);
-  Values changes;
-  for (const char* name : {"frequency", "every", "days", "occurstype", "occursonce", "occursevery", "span",
-                           "starttime", "endtime", "startdate", "enddate", "hasenddate"})
+  std::vector<std::string> changes;
+  for (const std::string name : {"frequency", "every", "days", "occurstype", "occursonce", "occursevery",
+                                 "span", "starttime", "endtime", "startdate", "enddate", "hasenddate"})
     for (const char* value : {"", " ", "x", "1", "weekly", "once", "8:00", "1/1/2027", "1/1/2026 7:00"})
-      changes.emplace_back(name, value);
+      changes.push_back(name + "=" + value);
   int refused = 0;
-  for (const Values& base : {kRepeated, kOnce})
-    for (const auto& first : changes)
-      for (const auto& second : changes) {
+  for (const std::string& base : {kRepeated, kOnce})
+    for (const std::string& first : changes)
+      for (const std::string& second : changes) {
         for (const auto& setting : queue.Settings()) setting->Value.clear();
-        Set(queue, base);
-        Set(queue, {first, second});
+        for (const std::string& values : {base, first, second}) SetValues(queue, values);
         if (queue.ValidateQueueSettings()) continue;
         ++refused;
         const std::string summary = ScheduleSummary(queue, document->Locale());
         EXPECT_TRUE(summary.starts_with("Missing: ") || summary.starts_with("The end date lies"))
-            << test::Shown(queue) << "\n"
+            << Shown(queue) << "\n"
             << queue.ValidationError() << summary;
       }
   EXPECT_GT(refused, 1000);
@@ -149,4 +131,4 @@ TEST(NameListsTest, GainAndLoseNames) {
 }
 
 }  // namespace
-}  // namespace pellorin
+}  // namespace pellorin::test

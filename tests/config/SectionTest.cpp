@@ -8,12 +8,9 @@
 #include "config/SectionNames.h"
 #include "tests/config/ServiceFolder.h"
 
-namespace pellorin {
+namespace pellorin::test {
 namespace {
 
-using test::FailureOf;
-using test::ServiceFolder;
-using test::Shown;
 using std::string_literals::operator""s;
 
 template <typename Action>
@@ -26,8 +23,8 @@ TEST(KeyedCollection, KeepsOrderAndRefusesWithoutChangingAnything) {
   for (const char* key : {"one", "Two", "\u00C4rger"}) numbers.Add(key, std::make_unique<int>(1));
   EXPECT_EQ(ErrorNumber([&] { numbers.Add("\u00E4RGER", std::make_unique<int>(2)); }), 457);
   for (const std::size_t position : {0, 4}) {
-    EXPECT_EQ(ErrorNumber([&] { numbers.Item(position); }), 9) << position;
-    EXPECT_EQ(ErrorNumber([&] { numbers.Remove(position); }), 9) << position;
+    EXPECT_EQ(ErrorNumber([&] { numbers.Item(position); }), 9);
+    EXPECT_EQ(ErrorNumber([&] { numbers.Remove(position); }), 9);
   }
   EXPECT_EQ(ErrorNumber([&] { numbers.Item("three"); }), 5);
   EXPECT_EQ(ErrorNumber([&] { numbers.Remove("three"); }), 5);
@@ -54,9 +51,8 @@ TEST(Section, LooksUpExactlyByNameAndIgnoringCaseByKey) {
 }
 
 TEST(Section, TracksChangesAgainstWhatWasLoaded) {
-  const ServiceFolder folder("[MAIL:a]\r\nTimeout=30\r\nServer=s\r\n");
-  const auto document = folder.Loaded();
-  Section& section = *document->GetSection("MAIL:a");
+  const Store store("[MAIL:a]\r\nTimeout=30\r\nServer=s\r\n");
+  Section& section = store["MAIL:a"];
   EXPECT_TRUE(section.IsOriginal());
   const std::vector<std::tuple<const char*, const char*, bool>> steps = {
       {"Timeout", "30", false}, {"Timeout", "3", true},  {"Timeout", "30", false}, {"Server", "S", true},
@@ -66,7 +62,7 @@ TEST(Section, TracksChangesAgainstWhatWasLoaded) {
   for (const auto& [name, value, changed] : steps) {
     section.SetValue(name, value);
     EXPECT_EQ(section.HasChanges(), changed) << name << "=" << value;
-    EXPECT_EQ(document->HasChanges(), changed);
+    EXPECT_EQ(store->HasChanges(), changed);
   }
   section.RollBack();
   EXPECT_EQ(Shown(section), "0MAIL:a{Timeout=30;Server=s;Added=;}");
@@ -115,4 +111,4 @@ TEST(SectionNames, RefusedNamesAreThoseThatWouldNotComeBack) {
 }
 
 }  // namespace
-}  // namespace pellorin
+}  // namespace pellorin::test

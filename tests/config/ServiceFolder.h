@@ -5,6 +5,7 @@
 #include <string>
 
 #include "config/Ini.h"
+#include "platform/TextSplit.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace pellorin::test {
@@ -42,6 +43,19 @@ class ServiceFolder : public TemporaryFolder {
   }
 };
 
+// A service folder with its document, loaded.
+class Store : public ServiceFolder {
+ public:
+  explicit Store(const std::string& iniBytes = "[ADMIN:Pellorin]\r\n")
+      : ServiceFolder(iniBytes), document_(Loaded()) {}
+  Ini& operator*() const { return *document_; }
+  Ini* operator->() const { return document_.get(); }
+  Section& operator[](const std::string& section) const { return *document_->GetSection(section); }
+
+ private:
+  std::unique_ptr<Ini> document_;
+};
+
 // A failure as one text, so that a test shows all of it: number, source, description and path.
 inline std::string Failure(int number, const std::string& source, const std::string& description,
                            const std::string& path) {
@@ -58,10 +72,23 @@ std::string FailureOf(Action action) {
   return "no failure";
 }
 
-inline std::string CannotSave(const std::string& section, const std::string& reason,
-                              const std::string& path) {
-  return Failure(50111, "PellorinConfig.exe, Section, Save",
-                 "Could not save section " + section + "\r\n" + reason, path);
+inline std::string FailureOfSaving(Ini& document) {
+  return FailureOf([&document] { document.Save(); });
+}
+
+inline void ExpectCannotSave(Ini& document, const std::string& section, const std::string& reason,
+                             const std::string& path) {
+  EXPECT_EQ(FailureOfSaving(document), Failure(50111, "PellorinConfig.exe, Section, Save",
+                                               "Could not save section " + section + "\r\n" + reason, path));
+}
+
+// `values`: "name=value;name=value".
+inline void SetValues(Section& section, const std::string& values) {
+  if (values.empty()) return;
+  for (const std::string& each : SplitAt(";", values)) {
+    const std::size_t end = each.find('=');
+    section.SetValue(each.substr(0, end), each.substr(end + 1));
+  }
 }
 
 // "name{setting=value;...}" of every section, with its type's number in front and marks behind: "!" changed,

@@ -2,46 +2,35 @@
 
 #include "tests/config/ServiceFolder.h"
 
-namespace pellorin {
+namespace pellorin::test {
 namespace {
 
-using test::ServiceFolder;
-using Values = std::vector<std::pair<std::string, std::string>>;
-
 struct Row {
-  Values changed;                     // over values that are valid
+  std::string changed;                // over values that are valid
   std::vector<std::string> messages;  // in the order of the report; none: valid
 };
-
-std::string Report(const std::vector<std::string>& messages) {
-  std::string report;
-  for (const std::string& message : messages) report += message + "\r\n";
-  return report;
-}
 
 class Validation : public testing::Test {
  protected:
   Validation() : document(SystemFiles(), folder.Path(), LocaleConventions()) {}
 
-  Section& Add(const std::string& name, SectionType type, const Values& values) {
+  Section& Add(const std::string& name, SectionType type, const std::string& values) {
     Section& section = document.Add(name, type);
-    for (const auto& [key, value] : values) section.SetValue(key, value);
+    SetValues(section, values);
     return section;
   }
 
-  void Check(SectionType type, const Values& valid, const std::vector<Row>& rows) {
+  void Check(SectionType type, const std::string& valid, const std::vector<Row>& rows) {
     for (const Row& row : rows) {
       Section& section = Add("section", type, valid);
-      std::string what;
-      for (const auto& [key, value] : row.changed) {
-        section.SetValue(key, value);
-        what += key + "=" + value + " ";
+      SetValues(section, row.changed);
+      SCOPED_TRACE(row.changed);
+      std::string report;
+      for (const std::string& message : row.messages) report += message + "\r\n";
+      for (int round = 0; round < 2; ++round) {  // starts anew each time
+        EXPECT_EQ(section.Validate(), row.messages.empty());
+        EXPECT_EQ(section.ValidationError(), report);
       }
-      SCOPED_TRACE(what);
-      EXPECT_EQ(section.Validate(), row.messages.empty());
-      EXPECT_EQ(section.ValidationError(), Report(row.messages));
-      EXPECT_EQ(section.Validate(), row.messages.empty());  // starts anew each time
-      EXPECT_EQ(section.ValidationError(), Report(row.messages));
       section.SetIsDeleted(true);
       EXPECT_TRUE(section.Validate());
       EXPECT_EQ(section.ValidationError(), "");
@@ -52,11 +41,8 @@ class Validation : public testing::Test {
   Ini document;
 };
 
-const Values kValidMail = {{"SendMethod", "2"},
-                           {"RemoteServerName", "host"},
-                           {"RemoteServerPort", "25"},
-                           {"SenderEmail", "a@b"},
-                           {"ConnectionTimeout", "30"}};
+constexpr const char* kValidMail =
+    "SendMethod=2;RemoteServerName=host;RemoteServerPort=25;SenderEmail=a@b;ConnectionTimeout=30";
 
 TEST_F(Validation, OfMailServers) {
   const std::string name = "- Remote Server Name must be provided";
@@ -68,65 +54,57 @@ TEST_F(Validation, OfMailServers) {
   const std::string domain = "- When using NTLM authentication, domain must be provided";
   const std::string sender = "- Sender's email must be provided";
   const std::string timeout = "- Timeout must be a number";
-  const auto ntlm = [](const char* username) {
-    return Values{{"AuthenticationMethod", "2"}, {"Username", username}};
-  };
-  Check(SectionType::Mail, kValidMail,
-        {
-            {{}, {}},
-            {{{"RemoteServerName", ""}, {"RemoteServerPort", "abc"}}, {port, name}},
-            {{{"RemoteServerPort", " +1,000.5e3 "}, {"ConnectionTimeout", "-1"}}, {}},
-            {{{"SendMethod", "1"}, {"RemoteServerName", ""}}, {pickup}},
-            {{{"SendMethod", "1"}, {"LocalMailPickupFolder", folder / "absent"}}, {noFolder}},
-            {{{"SendMethod", "1"}, {"LocalMailPickupFolder", folder.IniPath()}}, {noFolder}},  // a file
-            {{{"SendMethod", "1"}, {"LocalMailPickupFolder", folder.Path()}}, {}},
-            {{{"SendMethod", "3"}, {"RemoteServerName", ""}, {"RemoteServerPort", ""}}, {}},
-            {{{"AuthenticationMethod", "1"}}, {user}},
-            {{{"AuthenticationMethod", "1"}, {"Username", "bob"}}, {}},
-            {ntlm(""), {both}},
-            {ntlm("a\\b\\c"), {both}},
-            {ntlm("\\bob"), {domain}},
-            {ntlm("CORP\\"), {user}},
-            {ntlm("\\"), {user, domain}},
-            {ntlm("CORP\\bob"), {}},
-            {{{"SenderEmail", ""}, {"ConnectionTimeout", ""}}, {timeout, sender}},
-            {{{"RemoteServerName", ""},
-              {"RemoteServerPort", "1 2"},
-              {"AuthenticationMethod", "2"},
-              {"SenderEmail", ""},
-              {"ConnectionTimeout", "0x1F"}},
-             {timeout, sender, both, port, name}},
-        });
+  const std::string ntlm = "AuthenticationMethod=2;Username=";
+  Check(
+      SectionType::Mail, kValidMail,
+      {
+          {"", {}},
+          {"RemoteServerPort= +1,000.5e3 ;ConnectionTimeout=-1", {}},
+          {"SendMethod=1;RemoteServerName=", {pickup}},
+          {"SendMethod=1;LocalMailPickupFolder=" + folder / "absent", {noFolder}},
+          {"SendMethod=1;LocalMailPickupFolder=" + folder.IniPath(), {noFolder}},  // a file
+          {"SendMethod=1;LocalMailPickupFolder=" + folder.Path(), {}},
+          {"SendMethod=3;RemoteServerName=;RemoteServerPort=", {}},
+          {"AuthenticationMethod=1", {user}},
+          {"AuthenticationMethod=1;Username=bob", {}},
+          {ntlm, {both}},
+          {ntlm + "a\\b\\c", {both}},
+          {ntlm + "\\bob", {domain}},
+          {ntlm + "CORP\\", {user}},
+          {ntlm + "\\", {user, domain}},
+          {ntlm + "CORP\\bob", {}},
+          {"RemoteServerName=;RemoteServerPort=x;AuthenticationMethod=2;SenderEmail=;ConnectionTimeout=0x1F",
+           {timeout, sender, both, port, name}},
+      });
 }
 
 TEST_F(Validation, OfTheAdministrationOnlyWithQueues) {
   const std::string user = "- Scheduler Username must be provided";
   const std::string password = "- Scheduler Password must be provided";
-  Check(SectionType::Admin, {}, {{{}, {}}});
-  Section& queue = Add("Night", SectionType::Queue, {});
-  Check(SectionType::Admin, {},
-        {{{}, {password, user}},
-         {{{"SchedulerUsername", "me"}}, {password}},
-         {{{"SchedulerPassword", "x"}}, {user}},
-         {{{"SchedulerUsername", "me"}, {"SchedulerPassword", "x"}}, {}}});
+  Check(SectionType::Admin, "", {{"", {}}});
+  Section& queue = Add("Night", SectionType::Queue, "");
+  Check(SectionType::Admin, "",
+        {{"", {password, user}},
+         {"SchedulerUsername=me", {password}},
+         {"SchedulerPassword=x", {user}},
+         {"SchedulerUsername=me;SchedulerPassword=x", {}}});
   queue.SetIsDeleted(true);
-  Check(SectionType::Admin, {}, {{{}, {}}});
+  Check(SectionType::Admin, "", {{"", {}}});
 }
 
 TEST_F(Validation, OfInstances) {
   const std::string user = "- Username must be provided";
   const std::string primary = "- Primary mail server must be provided";
-  Check(SectionType::Sql, {{"PrimaryMailServer", "m"}},
-        {{{}, {}},
-         {{{"ConnectionType", "Sql"}}, {user}},
-         {{{"ConnectionType", "sql"}}, {}},
-         {{{"ConnectionType", "Sql"}, {"SqlUsername", "sa"}}, {}},
-         {{{"PrimaryMailServer", ""}}, {primary}},
-         {{{"ConnectionType", "Sql"}, {"PrimaryMailServer", ""}}, {primary, user}}});
+  Check(SectionType::Sql, "PrimaryMailServer=m",
+        {{"", {}},
+         {"ConnectionType=Sql", {user}},
+         {"ConnectionType=sql", {}},
+         {"ConnectionType=Sql;SqlUsername=sa", {}},
+         {"PrimaryMailServer=", {primary}},
+         {"ConnectionType=Sql;PrimaryMailServer=", {primary, user}}});
 }
 
-const Values kValidQueue = {
-    {"every", "1"}, {"occurstype", "every"}, {"occursevery", "2"}, {"span", "Hour(s)"}};
+constexpr const char* kValidQueue = "every=1;occurstype=every;occursevery=2;span=Hour(s)";
 
 TEST_F(Validation, OfQueues) {
   const std::string every = "- The field Every must be a number";
@@ -142,27 +120,25 @@ TEST_F(Validation, OfQueues) {
   const std::string start = "- The Start Date field has an invalid value";
   const std::string end = "- The End Date field has an invalid value";
   const std::string before = "- The End Date occurs before the Start Date";
-  const auto dates = [](const char* startDate, const char* endDate) {
-    return Values{{"hasenddate", "1"}, {"startdate", startDate}, {"enddate", endDate}};
+  const auto dates = [](const std::string& startDate, const std::string& endDate) {
+    return "hasenddate=1;startdate=" + startDate + ";enddate=" + endDate;
   };
   Check(SectionType::Queue, kValidQueue,
         {
-            {{}, {}},
-            {{{"every", ""}}, {every}},
-            {{{"frequency", "weekly"}}, {days}},
-            {{{"frequency", "weekly"}, {"days", "monday"}}, {}},
-            {{{"queuebydefault", "filter"}, {"queuebydefaultservers", "A"}}, {filter}},
-            {{{"queuebydefault", "filter"}}, {servers, filter}},
-            {{{"queuebydefault", "all"}}, {servers}},
-            {{{"queuebydefault", "  "}}, {}},
-            {{{"queuebydefault", "None"}}, {servers}},
-            {{{"occursevery", "x"}, {"span", ""}}, {span, hours}},
-            {{{"occurstype", ""}, {"span", ""}}, {span}},
-            {{{"occurstype", "once"}, {"occursevery", ""}, {"span", ""}}, {once}},
-            {{{"occurstype", "once"}, {"occursonce", "11:05 PM"}}, {}},
-            {{{"starttime", "x"}, {"endtime", "24:00"}}, {ending, starting}},
-            {{{"starttime", "1:00"}, {"endtime", "11:59:59 PM"}}, {}},
-            {{{"enddate", "x"}}, {}},  // without hasenddate
+            {"", {}},
+            {"frequency=weekly;days=monday", {}},
+            {"queuebydefault=filter;queuebydefaultservers=A", {filter}},
+            {"queuebydefault=filter", {servers, filter}},
+            {"queuebydefault=all", {servers}},
+            {"queuebydefault=  ", {}},
+            {"queuebydefault=None", {servers}},
+            {"occursevery=x;span=", {span, hours}},
+            {"occurstype=;span=", {span}},
+            {"occurstype=once;occursevery=;span=", {once}},
+            {"occurstype=once;occursonce=11:05 PM", {}},
+            {"starttime=x;endtime=24:00", {ending, starting}},
+            {"starttime=1:00;endtime=11:59:59 PM", {}},
+            {"enddate=x", {}},  // without hasenddate
             {dates("11/22/2026", "11/22/2026"), {}},
             {dates("11/22/2026 10:00", "11/22/2026 09:59"), {before}},
             {dates("12/1/2026", "1/12/2027"), {}},
@@ -171,15 +147,8 @@ TEST_F(Validation, OfQueues) {
             {dates("", "11/22/2026"), {start}},
             {dates("x", "11/22/2026"), {start, start}},  // told by two rules
             {dates("x", "y"), {end, start}},
-            {{{"every", ""},
-              {"frequency", "weekly"},
-              {"queuebydefault", "filter"},
-              {"occursevery", ""},
-              {"span", ""},
-              {"starttime", "x"},
-              {"endtime", "x"},
-              {"startdate", "x"},
-              {"hasenddate", "1"}},
+            {"every=;frequency=weekly;queuebydefault=filter;occursevery=;span=;starttime=x;endtime=x;"
+             "startdate=x;hasenddate=1",
              {end, start, ending, starting, span, hours, servers, filter, days, every}},
         });
 }
@@ -187,9 +156,9 @@ TEST_F(Validation, OfQueues) {
 TEST_F(Validation, OfTheDocumentListsTheLastSectionFirst) {
   Add("MAIL:good", SectionType::Mail, kValidMail);
   EXPECT_TRUE(document.Validate());
-  Add("SQL:A", SectionType::Sql, {});
-  Add("deleted", SectionType::Sql, {}).SetIsDeleted(true);
-  Section& queue = Add("Night", SectionType::Queue, {{"every", "x"}, {"occurstype", "once"}});
+  Add("SQL:A", SectionType::Sql, "");
+  Add("deleted", SectionType::Sql, "").SetIsDeleted(true);
+  Section& queue = Add("Night", SectionType::Queue, "every=x;occurstype=once");
   EXPECT_FALSE(document.Validate());
   EXPECT_EQ(
       document.ValidationError(),
@@ -202,4 +171,4 @@ TEST_F(Validation, OfTheDocumentListsTheLastSectionFirst) {
 }
 
 }  // namespace
-}  // namespace pellorin
+}  // namespace pellorin::test

@@ -4,7 +4,7 @@
 
 #include <set>
 
-namespace pellorin {
+namespace pellorin::test {
 namespace {
 
 TEST(AnsiText, EveryCodeComesBackAndHasACharacterOfItsOwn) {
@@ -28,4 +28,4 @@ TEST(AnsiText, RefusesWhatTheCodePageCannotHold) {
 }
 
 }  // namespace
-}  // namespace pellorin
+}  // namespace pellorin::test

@@ -7,17 +7,16 @@
 #include <cerrno>
 #include <filesystem>
 #include <functional>
+#include <tuple>
 
 #include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace pellorin {
+namespace pellorin::test {
 namespace {
 
 namespace fs = std::filesystem;
 using Access = NewFileAccess;
-using test::FailingFiles;
-using test::TemporaryFolder;
 
 const std::string kOld = "old content";
 const std::string kNew = "the new content, which is longer";
@@ -51,10 +50,6 @@ int ErrorOf(const std::function<void()>& action, const std::string& path) {
 
 int WriteError(const std::string& path, Access access = Access::OwnerAndFolderGroup) {
   return ErrorOf([&] { WriteFileAtomically(SystemFiles(), path, kNew, access); }, path);
-}
-
-int ReadError(const std::string& path) {
-  return ErrorOf([&] { ReadFile(SystemFiles(), path); }, path);
 }
 
 // Makes the first, second, ... operation of the action fail until it runs through. Returns how many it has.
@@ -106,16 +101,17 @@ TEST(AtomicFile, WhateverFailsTheFileHoldsOldOrNewContentAndNothingElseIsLeft) {
   }
 }
 
-TEST(AtomicFile, RemovingReportsEveryFailure) {
+TEST(AtomicFile, RemovingAndReadingReportEveryFailure) {
   const TemporaryFolder folder;
   folder.Write("a.xml", kOld);
-  const int operations =
-      FailEveryOperation([&](FailingFiles& files) { RemoveFileDurably(files, folder / "a.xml"); },
-                         [&](bool succeeded) {
-                           EXPECT_TRUE(!succeeded || !folder.Has("a.xml"));
-                           if (!succeeded) folder.Write("a.xml", kOld);
-                         });
-  EXPECT_EQ(operations, 4);
+  const auto removed = [&](bool succeeded) {
+    EXPECT_TRUE(!succeeded || !folder.Has("a.xml"));
+    folder.Write("a.xml", kOld);
+  };
+  const auto remove = [&](FailingFiles& files) { RemoveFileDurably(files, folder / "a.xml"); };
+  const auto read = [&](FailingFiles& files) { EXPECT_EQ(ReadFile(files, folder / "a.xml"), kOld); };
+  EXPECT_EQ(FailEveryOperation(remove, removed), 4);
+  EXPECT_EQ(FailEveryOperation(read, [](bool) {}), 5);
 }
 
 // Takes three bytes at a time, as a pipe or a nearly full disk may do.
@@ -137,9 +133,7 @@ TEST(AtomicFile, ContinuesAfterShortWrites) {
 TEST(AtomicFile, NewFilesGetTheirAccessWhateverTheUmask) {
   const TemporaryFolder folder;
   const std::string limited = folder / std::string(255, 'n');  // the greatest length of a name
-  if (::geteuid() == 0) {
-    ASSERT_EQ(::chown(folder.Path().c_str(), 0, 12345), 0);
-  }
+  ASSERT_EQ(::geteuid() == 0 ? ::chown(folder.Path().c_str(), 0, 12345) : 0, 0);
   for (const mode_t mask : {0077u, 0000u}) {
     const mode_t before = ::umask(mask);
     EXPECT_EQ(WriteError(limited), 0);
@@ -159,16 +153,13 @@ TEST(AtomicFile, KeepsModeAndOwnerOfAnExistingFile) {
   for (const mode_t mode : {0600u, 0664u, 0777u}) {
     folder.Write("a.ini", kOld);
     ASSERT_EQ(::chmod(path.c_str(), mode), 0);
-    if (::geteuid() == 0) {
-      ASSERT_EQ(::chown(path.c_str(), 65534, 12345), 0);
-    }
+    ASSERT_EQ(::geteuid() == 0 ? ::chown(path.c_str(), 65534, 12345) : 0, 0);
     const struct stat before = StatusOf(path);
     EXPECT_EQ(WriteError(path), 0);
     const struct stat after = StatusOf(path);
     EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(after.st_mode & 07777, mode);
-    EXPECT_EQ(after.st_uid, before.st_uid);
-    EXPECT_EQ(after.st_gid, before.st_gid);
+    EXPECT_EQ(std::tuple(after.st_mode & 07777, after.st_uid, after.st_gid),
+              std::tuple(mode, before.st_uid, before.st_gid));
     fs::remove(path);
   }
 }
@@ -188,47 +179,39 @@ TEST(AtomicFile, WritesThroughSymbolicLinksAndKeepsThem) {
   EXPECT_EQ(CountEntries(folder / "there"), 2);
 }
 
-TEST(AtomicFile, RefusesWhatItMustNotReplace) {
+TEST(AtomicFile, SaysWhyItCannotBeWrittenOrRead) {
   const TemporaryFolder folder;
   folder.Write("readonly.ini", kOld);
   fs::permissions(folder / "readonly.ini", fs::perms::owner_read);  // counts for root too
   fs::create_directory(folder / "folder.ini");
   ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
-  EXPECT_EQ(WriteError(folder / "readonly.ini"), EACCES);
-  EXPECT_EQ(WriteError(folder / "folder.ini"), EISDIR);
-  EXPECT_EQ(WriteError(folder / "pipe.ini"), EINVAL);
-  EXPECT_EQ(WriteError(folder / "absent/a.ini"), ENOENT);
+  folder.Write("huge.ini", "");
+  fs::resize_file(folder / "huge.ini", kLargestFile + 1);
+  const auto descriptors = OpenDescriptors();
+  const std::tuple<const char*, int, int> rows[] = {{"readonly.ini", EACCES, 0},
+                                                    {"folder.ini", EISDIR, EISDIR},
+                                                    {"pipe.ini", EINVAL, EINVAL},
+                                                    {"absent/a.ini", ENOENT, ENOENT},
+                                                    {"huge.ini", 0, EFBIG}};
+  for (const auto& [name, writing, reading] : rows) {
+    EXPECT_EQ(ErrorOf([&] { ReadFile(SystemFiles(), folder / name); }, folder / name), reading) << name;
+    EXPECT_EQ(WriteError(folder / name), writing) << name;
+  }
   EXPECT_EQ(folder.Read("readonly.ini"), kOld);
-  EXPECT_EQ(CountEntries(folder.Path()), 3);
+  EXPECT_EQ(CountEntries(folder.Path()), 4);
+  EXPECT_EQ(OpenDescriptors(), descriptors);
 
   RemoveFileDurably(SystemFiles(), folder / "readonly.ini");
   EXPECT_FALSE(folder.Has("readonly.ini"));
   EXPECT_NO_THROW(RemoveFileDurably(SystemFiles(), folder / "readonly.ini"));
 }
 
-TEST(ReadFile, GivesTheWholeContentOrSaysWhyNot) {
+TEST(ReadFile, GivesTheWholeContent) {
   const TemporaryFolder folder;
   const std::string content = std::string("a\0\r\n", 4) + std::string(200000, 'x');
   folder.Write("large.ini", content);
-  folder.Write("huge.ini", "");
-  fs::resize_file(folder / "huge.ini", kLargestFile + 1);
-  ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
-  const auto descriptors = OpenDescriptors();
   EXPECT_EQ(ReadFile(SystemFiles(), folder / "large.ini"), content);
-  EXPECT_EQ(ReadError(folder / "huge.ini"), EFBIG);
-  EXPECT_EQ(ReadError(folder / "pipe.ini"), EINVAL);
-  EXPECT_EQ(ReadError(folder.Path()), EISDIR);
-  EXPECT_EQ(ReadError(folder / "absent.ini"), ENOENT);
-  EXPECT_EQ(OpenDescriptors(), descriptors);
-}
-
-TEST(ReadFile, WhateverFailsIsReportedAndNothingStaysOpen) {
-  const TemporaryFolder folder;
-  folder.Write("a.ini", kOld);
-  const int operations = FailEveryOperation(
-      [&](FailingFiles& files) { EXPECT_EQ(ReadFile(files, folder / "a.ini"), kOld); }, [](bool) {});
-  EXPECT_EQ(operations, 5);
 }
 
 }  // namespace
-}  // namespace pellorin
+}  // namespace pellorin::test

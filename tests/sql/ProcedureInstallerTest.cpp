@@ -11,18 +11,11 @@
 namespace pellorin::test {
 namespace {
 
-const std::string kScript =
-    "-- \xE4\r\nCREATE PROCEDURE sp_sendPLN AS\r\n-- CREATE PROCEDURE here too\r\n--sqlstart\r\nSELECT "
-    "1\r\n--sqlend\r\n"
-    "SELECT 2";
-const std::string kScriptText =
-    "-- \u00E4\r\nCREATE PROCEDURE sp_sendPLN AS\r\n-- CREATE PROCEDURE here too\r\n--sqlstart\r\nSELECT "
-    "1\r\n--sqlend\r\n"
-    "SELECT 2";
-std::string Replaced(std::string text, const std::string& from, const std::string& to) {
-  return text.replace(text.find(from), from.size(), to);
-}
-
+const std::string kCreation =
+    "\r\nCREATE PROCEDURE sp_sendPLN AS\r\n-- CREATE PROCEDURE here too\r\n"
+    "--sqlstart\r\nSELECT 1\r\n--sqlend\r\nSELECT 2";
+const std::string kScript = "-- \xE4" + kCreation;
+const std::string kScriptText = "-- \u00E4" + kCreation;
 const std::string kCreate = "Could not create sp_sendPLN procedure.";
 const std::string kPermissions =
     " The account you use to connect to the database may have insufficient permissions.\r\n";
@@ -36,6 +29,12 @@ class ProcedureInstallerTest : public SqlServerTest {
   }
   bool Install(bool grantsToAll = false, bool allowsTempTables = false) {
     return installer.Install(login, {database, grantsToAll, allowsTempTables});
+  }
+  void ExpectRefusal(const std::string& intoDatabase, const std::string& start, const std::string& part) {
+    messages.WillShowSome();
+    EXPECT_FALSE(installer.Install(login, {intoDatabase, false, false}));
+    const std::string text = messages.Last().text;
+    EXPECT_TRUE(text.starts_with(start + kPermissions) && text.find(part) != std::string::npos) << text;
   }
   static Message SqlErrorBox(const std::string& text) { return Warning("SQL Error", text); }
 
@@ -59,18 +58,16 @@ TEST_F(ProcedureInstallerTest, CreatesAndUpdates) {
   EXPECT_TRUE(IsGranted());
   // A server keeps the definition as a creation; the first words alone tell an update.
   const std::string updated = Procedure();
-  EXPECT_NE(
-      updated.find(
-          "\r\n-- CREATE PROCEDURE here too\r\n/* --sqlstart\r\nSELECT 1\r\n--sqlend */\r\nSELECT 2\r\n-- "
-          "newer"),
-      std::string::npos)
+  EXPECT_NE(updated.find("\r\n-- CREATE PROCEDURE here too\r\n/* --sqlstart\r\nSELECT 1\r\n--sqlend */\r\n"
+                         "SELECT 2\r\n-- newer"),
+            std::string::npos)
       << updated;
   ASSERT_TRUE(Install());
   EXPECT_TRUE(IsGranted());  // never taken back
   if (!tds) return;
   const auto sent = tds->Batches();
-  EXPECT_EQ(std::count(sent.begin(), sent.end(), Replaced(kScriptText, "CREATE", "ALTER") + "\r\n-- newer"),
-            1);
+  const std::string altering = "-- \u00E4\r\nALTER" + kCreation.substr(8) + "\r\n-- newer";
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), altering), 1);
 }
 
 TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
@@ -85,23 +82,11 @@ TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
                   refusal));
   EXPECT_FALSE(Install());
   login.password = password;
-
-  messages.WillShowSome();
-  EXPECT_FALSE(installer.Install(login, {"no such [db]", false, false}));
-  EXPECT_TRUE(messages.Last().text.starts_with("Could not switch the database context to no such [db]." +
-                                               kPermissions))
-      << messages.Last().text;
-
+  ExpectRefusal("no such [db]", "Could not switch the database context to no such [db].", "");
   folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS SELECT 'x");
-  messages.WillShowSome();
-  EXPECT_FALSE(Install());
-  EXPECT_TRUE(messages.Last().text.starts_with(kCreate + kPermissions)) << messages.Last().text;
-
+  ExpectRefusal(database, kCreate, "");
   ::unlink((folder / kInstallScript).c_str());
-  messages.WillShowSome();
-  EXPECT_FALSE(Install());
-  EXPECT_TRUE(messages.Last().text.starts_with(kCreate + kPermissions)) << messages.Last().text;
-  EXPECT_NE(messages.Last().text.find(folder / kInstallScript), std::string::npos) << messages.Last().text;
+  ExpectRefusal(database, kCreate, folder / kInstallScript);
   EXPECT_EQ(Procedure(), "");
 }
 

@@ -15,7 +15,6 @@
 #include "platform/Guid.h"
 #include "sql/ConnectionString.h"
 #include "sql/OdbcConnection.h"
-#include "tests/sql/BrowserStub.h"
 #include "tests/sql/TdsServer.h"
 
 namespace pellorin::test {
@@ -31,33 +30,25 @@ std::string SqlFailure(Operation&& operation) {
   }
 }
 
-using tds::BrowserStub;
 using tds::Hook;
 using tds::TdsServer;
 
 class SqlServerTest : public ::testing::Test {
  protected:
   SqlServerTest() {
-    if (IsReal()) {
-      server = Variable("SERVER");
-      user = Variable("USER");
-      password = Variable("PASSWORD");
-    } else {
-      tds = std::make_unique<TdsServer>();
-      tds->AddLogin(user, password);
-      server = "127.0.0.1," + std::to_string(tds->Port());
-    }
+    if (IsReal()) return;
+    tds = std::make_unique<TdsServer>();
+    tds->AddLogin(user, password);
+    server = "127.0.0.1," + std::to_string(tds->Port());
   }
   void SetUp() override { Do("master", "create database " + Quoted(database)); }
-  void TearDown() override {  // a real server ends the sessions of the test some time after their clients
-    constexpr int kPatience = 50;
+  void TearDown() override {  // servers end the sessions of the test some time after their clients
     std::string failure;
-    for (int attempt = 0; attempt < kPatience; ++attempt) {
+    for (int attempt = 0; attempt < 50 && failure != "no failure"; ++attempt) {
+      if (attempt > 0) std::this_thread::sleep_for(std::chrono::milliseconds(100));
       failure = SqlFailure([&] { Do("master", "drop database " + Quoted(database)); });
-      if (failure == "no failure") return;
-      std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
-    ADD_FAILURE() << "the database " << database << " is left behind: " << failure;
+    EXPECT_EQ(failure, "no failure") << "the database " << database << " is left behind";
   }
 
   static bool IsReal() { return std::getenv("PELLORIN_TEST_SQL_SERVER") != nullptr; }
@@ -97,16 +88,16 @@ class SqlServerTest : public ::testing::Test {
   }
 
   std::unique_ptr<TdsServer> tds;  // null when the server is a real one
-  std::string server;
-  std::string user = "sales";
-  std::string password = "p} {w='\"\u00E4\u20AC";
+  std::string server = Variable("SERVER", "");
+  std::string user = Variable("USER", "sales");
+  std::string password = Variable("PASSWORD", "p} {w='\"\u00E4\u20AC");
   // The files of a real server's database are named after it, and cannot be named in all ways.
   std::string database = std::string("Pellorin test's ") + (IsReal() ? "" : "\"") + "[x] " + GenerateGUID();
 
  private:
-  static std::string Variable(const std::string& name) {
+  static std::string Variable(const std::string& name, const std::string& otherwise) {  // of a real server
     const char* value = std::getenv(("PELLORIN_TEST_SQL_" + name).c_str());
-    return value == nullptr ? std::string() : value;
+    return IsReal() && value != nullptr ? value : otherwise;
   }
 };
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/sql/TdsRequests.h"
+#include "tests/sql/TdsProtocol.h"
 
 namespace pellorin::tds {
 
@@ -16,16 +16,15 @@ struct Hook {
   enum class Kind { kNone, kSilent, kDrop, kDelay, kError, kErrorAfterResult };
   enum class Transaction { kKept, kRolledBack };
 
-  static Hook Silent() {
-    return {Kind::kSilent};
-  }  // no answer to this and all later messages of the connection
+  static Hook Silent() { return {Kind::kSilent}; }  // from now on, for the connection
   static Hook Drop() { return {Kind::kDrop}; }
   static Hook Delay(std::chrono::milliseconds time) { return {Kind::kDelay, time}; }
   // Instead of doing what is asked; severe errors end the transaction as well.
   static Hook Error(int number, std::string text, Transaction transaction = Transaction::kKept) {
     return {Kind::kError, {}, number, std::move(text), transaction};
   }
-  // Does what is asked and answers so, with the error behind the result (a count where there would be none).
+  // Does what a batch asks and answers so, with the error behind the result (a count where there would be
+  // none).
   static Hook ErrorAfterResult(int number, std::string text) {
     return {Kind::kErrorAfterResult, {}, number, std::move(text)};
   }
@@ -43,29 +42,31 @@ class TdsJournal {
     const std::lock_guard lock(mutex_);
     passwords_[user] = password;
   }
-  bool Accepts(const std::string& user, const std::string& password) const {
+  bool Accepts(const Login& login) const {
     const std::lock_guard lock(mutex_);
-    const auto found = passwords_.find(user);
-    return found != passwords_.end() && found->second == password;
+    const auto found = passwords_.find(login.user);
+    return found != passwords_.end() && found->second == login.password;
   }
 
-  void AtStep(int step, Hook hook) {
+  // Steps are counted over all connections: each PRELOGIN, LOGIN7, batch, call and transaction request is
+  // one.
+  void AtStep(int step, const Hook& hook) {
     const std::lock_guard lock(mutex_);
-    hooks_[step] = std::move(hook);
+    hooks_[step] = hook;
   }
   Hook NextStep() {
     const std::lock_guard lock(mutex_);
-    const auto found = hooks_.find(++steps_);
-    return found == hooks_.end() ? Hook{} : found->second;
+    return hooks_[++steps_];
   }
-  int Steps() const { return Copy(steps_); }
+  int Steps() const { return Copy(steps_); }  // so far
 
-  void Record(std::string batch) { Append(batches_, std::move(batch)); }
-  void Record(Call call) { Append(calls_, std::move(call)); }
-  void Record(Login login) { Append(logins_, std::move(login)); }
+  // What was received and not met by a hook's silence, end or error, in order.
   std::vector<std::string> Batches() const { return Copy(batches_); }
   std::vector<Call> Calls() const { return Copy(calls_); }
   std::vector<Login> Logins() const { return Copy(logins_); }
+  std::string Recorded(const std::string& batch) { return Append(batches_, batch); }
+  Call Recorded(const Call& call) { return Append(calls_, call); }
+  Login Recorded(const Login& login) { return Append(logins_, login); }
 
  private:
   template <typename Value>
@@ -74,9 +75,10 @@ class TdsJournal {
     return value;
   }
   template <typename Value>
-  void Append(std::vector<Value>& values, Value value) {
+  Value Append(std::vector<Value>& values, const Value& value) {
     const std::lock_guard lock(mutex_);
-    values.push_back(std::move(value));
+    values.push_back(value);
+    return value;
   }
 
   mutable std::mutex mutex_;  // guards all below

@@ -1,26 +1,78 @@
-#include "tests/sql/TdsRequests.h"
-
-#include <array>
-
-#include "platform/TextCase.h"
-#include "tests/sql/SqlTokens.h"
+// Requests taken apart.
+#include "platform/Utf16.h"
+#include "tests/sql/TdsProtocol.h"
 
 namespace pellorin::tds {
 namespace {
 
-constexpr std::size_t kLoginFields = 36;  // offset and length of each text, in the order of LoginField
-enum class LoginField : std::size_t { kHost, kUser, kPassword, kProgram, kServer, kDatabase = 8 };
-constexpr std::size_t kTrustedTicket = 78;
+constexpr std::uint8_t kNtextType = 0x63, kNvarcharType = 0xE7;
+constexpr std::size_t kCollationSize = 5;
 
-std::string_view At(std::string_view body, std::size_t offset) {
-  if (offset > body.size()) throw ProtocolError("an offset beyond the end of a login");
-  return body.substr(offset);
-}
+// Takes little-endian values off the front of a message. Every read beyond its end throws ProtocolError.
+class ByteReader {
+ public:
+  explicit ByteReader(std::string_view bytes) : rest_(bytes) {}
 
-std::string_view LoginBytes(std::string_view body, LoginField field) {
-  ByteReader place(At(body, kLoginFields + 4 * static_cast<std::size_t>(field)));
-  const std::uint64_t offset = place.Number(2);
-  return ByteReader(At(body, offset)).Bytes(2 * place.Number(2));
+  bool IsAtEnd() const { return rest_.empty(); }
+
+  std::string_view Bytes(std::size_t size) {
+    if (size > rest_.size()) throw ProtocolError("a message shorter than it says");
+    const std::string_view bytes = rest_.substr(0, size);
+    rest_.remove_prefix(size);
+    return bytes;
+  }
+
+  std::uint64_t Number(std::size_t size) {
+    std::uint64_t value = 0;
+    const std::string_view bytes = Bytes(size);
+    while (size-- > 0) value = value << 8 | static_cast<std::uint8_t>(bytes[size]);
+    return value;
+  }
+
+  std::string Text(std::size_t bytes) {
+    std::u16string units;
+    for (ByteReader text(Bytes(bytes)); !text.IsAtEnd();) units += static_cast<char16_t>(text.Number(2));
+    return ToUtf8(units);
+  }
+  std::string RestAsText() { return Text(rest_.size()); }
+
+  void SkipHeaders() {  // of a request: one, the transaction that it belongs to
+    constexpr std::size_t kSize = 22;
+    if (Number(4) != kSize) throw ProtocolError("a request without the header of its transaction");
+    Bytes(kSize - 4);
+  }
+
+  CallValue Parameter() {
+    CallValue parameter;
+    parameter.name = Text(2 * Number(1));
+    Number(1);  // by reference or not
+    const std::uint64_t type = Number(1);
+    if (type == kNtextType) {
+      parameter.type = "ntext";
+      Bytes(4 + kCollationSize);
+      parameter.value = Text(Number(4));
+    } else if (type == kNvarcharType) {
+      parameter.type = "nvarchar(" + std::to_string(Number(2) / 2) + ")";
+      Bytes(kCollationSize);
+      parameter.value = Text(Number(2));
+    } else {
+      throw ProtocolError("a parameter of the unknown type " + std::to_string(type));
+    }
+    return parameter;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+// The login begins with numbers; offset and length of its texts follow from the 36th byte on.
+std::string LoginBytes(std::string_view body, std::size_t field) {
+  ByteReader place(body);
+  place.Bytes(36 + 4 * field);
+  const std::uint64_t offset = place.Number(2), characters = place.Number(2);
+  ByteReader text(body);
+  text.Bytes(offset);
+  return std::string(text.Bytes(2 * characters));
 }
 
 // Each byte crosses the wire with its halves swapped, then masked.
@@ -33,29 +85,11 @@ std::string Unscramble(std::string_view scrambled) {
   return bytes;
 }
 
-std::string TakeValue(std::vector<CallValue>& values) {
-  if (values.empty()) throw ProtocolError("a call with too few parameters");
-  const std::string value = values.front().value.value_or("");
-  values.erase(values.begin());
-  return value;
-}
-
 }  // namespace
 
 Login ParseLogin(std::string_view body) {
-  const auto text = [body](LoginField field) { return Utf8FromUtf16(LoginBytes(body, field)); };
-  Login login;
-  login.host = text(LoginField::kHost);
-  login.user = text(LoginField::kUser);
-  login.password = Utf8FromUtf16(Unscramble(LoginBytes(body, LoginField::kPassword)));
-  login.program = text(LoginField::kProgram);
-  login.server = text(LoginField::kServer);
-  login.database = text(LoginField::kDatabase);
-  login.packetSize = ByteReader(At(body, 8)).Number(4);
-  ByteReader ticket(At(body, kTrustedTicket));
-  ticket.Number(2);
-  login.isTrusted = ticket.Number(2) > 0;
-  return login;
+  return {ByteReader(LoginBytes(body, 1)).RestAsText(),
+          ByteReader(Unscramble(LoginBytes(body, 2))).RestAsText()};
 }
 
 std::string ParseBatch(std::string_view body) {
@@ -67,15 +101,17 @@ std::string ParseBatch(std::string_view body) {
 Call ParseCall(std::string_view body) {
   ByteReader reader(body);
   reader.SkipHeaders();
-  Call call;
   constexpr std::uint64_t kByNumber = 0xFFFF;
   constexpr std::uint64_t kExecuteSql = 10;
   if (reader.Number(2) != kByNumber || reader.Number(2) != kExecuteSql)
     throw ProtocolError("a call of another procedure than sp_executesql");
   reader.Number(2);  // options
-  while (!reader.IsAtEnd()) call.values.push_back(reader.Parameter());
-  call.statement = TakeValue(call.values);
-  if (!call.values.empty()) call.declarations = TakeValue(call.values);
+  Call call{*reader.Parameter().value, {}};
+  if (!reader.IsAtEnd()) reader.Parameter();  // declares those that follow: @P1, @P2, …
+  while (!reader.IsAtEnd()) {
+    call.values.push_back(reader.Parameter());
+    call.values.back().name = "@P" + std::to_string(call.values.size());
+  }
   return call;
 }
 
@@ -86,23 +122,9 @@ TransactionRequest ParseTransaction(std::string_view body) {
   if (kind == 5) return {};
   if (kind != 7 && kind != 8) throw ProtocolError("the unknown transaction request " + std::to_string(kind));
   TransactionRequest request{static_cast<TransactionRequest::Kind>(kind), false};
-  reader.Text(reader.Number(1));  // name
+  reader.Text(2 * reader.Number(1));  // name
   request.beginsAgain = (reader.Number(1) & 1) != 0;
   return request;
-}
-
-std::map<std::string, std::optional<std::string>> NamedValues(const std::string& declarations,
-                                                              const std::vector<CallValue>& values) {
-  std::vector<std::string> names;
-  for (const SqlToken& token : SqlTokens(declarations))
-    if (token.text.starts_with("@")) names.push_back(token.text);
-  std::map<std::string, std::optional<std::string>> named;
-  for (std::size_t position = 0; position < values.size(); ++position) {
-    const CallValue& value = values[position];
-    if (value.name.empty() && position >= names.size()) throw ProtocolError("more values than declared");
-    named[FoldCase(value.name.empty() ? names[position] : value.name)] = value.value;
-  }
-  return named;
 }
 
 }  // namespace pellorin::tds

@@ -1,12 +1,154 @@
 #include "tests/sql/TdsServer.h"
 
-#include <netinet/in.h>
+#include <gtest/gtest.h>
 #include <netinet/tcp.h>
-#include <sys/socket.h>
 
-#include "tests/sql/TdsConnection.h"
+#include "tests/sql/TdsReply.h"
 
 namespace pellorin::tds {
+namespace {
+
+constexpr std::string_view kTransaction{"\0\0\0\0\0\0\0\1", 8};  // identifies the open one
+
+// One client's conversation.
+class Conversation {
+ public:
+  Conversation(int descriptor, TdsDatabase& database, TdsJournal& journal)
+      : descriptor_(descriptor), database_(database), journal_(journal) {}
+
+  // Until either side closes the connection; an open transaction is then rolled back.
+  void Run() {
+    try {
+      while (isOpen_) {
+        const std::optional<Message> message = ReadMessage(descriptor_);
+        if (!message) break;
+        Handle(*message);
+      }
+    } catch (const ProtocolError& error) {
+      ADD_FAILURE() << "The test server does not understand its client: " << error.what();
+    }
+    database_.End(session_, false);
+  }
+
+ private:
+  // Attention counts as no step: whether and when it comes depends on the clock.
+  void Handle(const Message& message) {
+    if (message.type == MessageType::kAttention) {
+      TokenWriter reply;
+      reply.Done(End::kStatement, kAttention);
+      return Send(reply);
+    }
+    const Hook hook = journal_.NextStep();
+    if (Intervene(hook)) return;
+    switch (message.type) {
+      case MessageType::kPrelogin:
+        return AnswerPrelogin();
+      case MessageType::kLogin:
+        return AnswerLogin(journal_.Recorded(ParseLogin(message.body)));
+      case MessageType::kBatch:
+        return Answer(database_.Execute(session_, journal_.Recorded(ParseBatch(message.body))), hook);
+      case MessageType::kCall: {
+        const Call call = journal_.Recorded(ParseCall(message.body));
+        return Answer(database_.Execute(session_, call.statement, call.values), hook);
+      }
+      case MessageType::kTransaction:
+        return AnswerTransaction(ParseTransaction(message.body));
+      default:
+        throw ProtocolError("the unknown message " + std::to_string(static_cast<int>(message.type)));
+    }
+  }
+
+  // Whether the hook has taken the place of the answer.
+  bool Intervene(const Hook& hook) {
+    switch (hook.kind) {
+      case Hook::Kind::kSilent:
+        while (ReadMessage(descriptor_)) continue;
+        [[fallthrough]];
+      case Hook::Kind::kDrop:
+        isOpen_ = false;
+        return true;
+      case Hook::Kind::kDelay:
+        std::this_thread::sleep_for(hook.time);
+        return false;
+      case Hook::Kind::kError: {
+        TokenWriter reply;
+        if (hook.transaction == Hook::Transaction::kRolledBack && !database_.End(session_, false))
+          reply.Changed(Change::kRolledBack, {}, kTransaction);
+        SendError(reply, {hook.number, hook.text});
+        return true;
+      }
+      default:
+        return false;
+    }
+  }
+
+  // Version, and encryption "not supported": a client that does not insist goes on in clear.
+  void AnswerPrelogin() const {
+    constexpr std::string_view kOptions{"\x00\x00\x0B\x00\x06\x01\x00\x11\x00\x01\xFF", 11};
+    constexpr std::string_view kValues{"\x10\x00\x03\xE8\x00\x00\x02", 7};
+    WriteReply(descriptor_, std::string(kOptions) + std::string(kValues));
+  }
+
+  void AnswerLogin(const Login& login) {
+    TokenWriter reply;
+    isOpen_ = journal_.Accepts(login);
+    if (!isOpen_) return SendError(reply, {18456, "Login failed for user '" + login.user + "'."});
+    reply.DatabaseChanged(session_.database, "master");
+    reply.LoginAcknowledged();
+    reply.Done(End::kStatement);
+    Send(reply);
+  }
+
+  void Answer(Outcome outcome, const Hook& hook) const {
+    if (hook.kind == Hook::Kind::kErrorAfterResult && !outcome.error) {
+      if (!outcome.result) outcome.result = ResultSet{ResultSet::Column::kCount, {"1"}};
+      outcome.error = SqlError{hook.number, hook.text};
+    }
+    TokenWriter reply;
+    if (outcome.databaseBefore) reply.DatabaseChanged(session_.database, *outcome.databaseBefore);
+    if (outcome.result) reply.Result(*outcome.result, outcome.error.has_value());
+    if (outcome.error) return SendError(reply, *outcome.error);
+    if (outcome.ranProcedure) {
+      reply.ReturnStatus(0);
+      reply.Done(End::kCall);
+    } else if (!outcome.result) {
+      reply.Done(End::kStatement);
+    }
+    Send(reply);
+  }
+
+  void AnswerTransaction(TransactionRequest request) {
+    TokenWriter reply;
+    const bool begins = request.kind == TransactionRequest::Kind::kBegin;
+    const bool commits = request.kind == TransactionRequest::Kind::kCommit;
+    if (!begins) {
+      if (const auto error = database_.End(session_, commits)) return SendError(reply, *error);
+      reply.Changed(commits ? Change::kCommitted : Change::kRolledBack, {}, kTransaction);
+    }
+    if (begins || request.beginsAgain) {
+      database_.Begin(session_);
+      reply.Changed(Change::kBegun, kTransaction, {});
+    }
+    reply.Done(End::kStatement);
+    Send(reply);
+  }
+
+  void SendError(TokenWriter& reply, const SqlError& error) const {
+    reply.Error(error);
+    reply.Done(End::kStatement, kFailed);
+    Send(reply);
+  }
+
+  void Send(const TokenWriter& reply) const { WriteReply(descriptor_, reply.Bytes()); }
+
+  int descriptor_;
+  TdsDatabase& database_;
+  TdsJournal& journal_;
+  TdsSession session_;
+  bool isOpen_ = true;
+};
+
+}  // namespace
 
 TdsServer::TdsServer() : listener_(LoopbackSocket::Bound(SOCK_STREAM)) {
   acceptor_ = std::thread([this] { Accept(); });
@@ -30,16 +172,13 @@ void TdsServer::Accept() {
     if (isStopping_ || socket.Descriptor() < 0) return;
     const int noDelay = 1;
     ::setsockopt(socket.Descriptor(), IPPROTO_TCP, TCP_NODELAY, &noDelay, sizeof noDelay);
-    Client& client = clients_.emplace_back();
-    client.socket = std::move(socket);
-    client.thread = std::thread([this, &client] { Serve(client); });
+    Client& client = clients_.emplace_back(std::move(socket));
+    client.thread = std::thread([this, &client] {
+      Conversation(client.socket.Descriptor(), database_, *this).Run();
+      const std::lock_guard closing(mutex_);
+      client.socket.Close();
+    });
   }
-}
-
-void TdsServer::Serve(Client& client) {
-  TdsConnection(client.socket.Descriptor(), database_, journal_).Run();
-  const std::lock_guard lock(mutex_);
-  client.socket.Close();
 }
 
 }  // namespace pellorin::tds

@@ -5,9 +5,7 @@
 #include <cstdint>
 #include <list>
 #include <mutex>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "tests/sql/LoopbackSocket.h"
 #include "tests/sql/TdsDatabase.h"
@@ -15,7 +13,7 @@
 
 namespace pellorin::tds {
 
-class TdsServer {
+class TdsServer : public TdsJournal {
  public:
   TdsServer();   // listens on 127.0.0.1
   ~TdsServer();  // closes all connections, whatever their clients wait for
@@ -24,29 +22,16 @@ class TdsServer {
 
   std::uint16_t Port() const { return listener_.Port(); }
 
-  void AddLogin(const std::string& user, const std::string& password) { journal_.AddLogin(user, password); }
-
-  // Steps are counted over all connections: each PRELOGIN, LOGIN7, batch, call and transaction request is
-  // one.
-  void AtStep(int step, const Hook& hook) { journal_.AtStep(step, hook); }
-  int Steps() const { return journal_.Steps(); }  // so far
-
-  // What was received, in order.
-  std::vector<std::string> Batches() const { return journal_.Batches(); }
-  std::vector<Call> Calls() const { return journal_.Calls(); }
-  std::vector<Login> Logins() const { return journal_.Logins(); }
-
  private:
   struct Client {
+    explicit Client(LoopbackSocket accepted) : socket(std::move(accepted)) {}
     LoopbackSocket socket;
-    std::thread thread;
+    std::thread thread = {};
   };
 
   void Accept();
-  void Serve(Client& client);
 
   TdsDatabase database_;
-  TdsJournal journal_;
   LoopbackSocket listener_;
   std::mutex mutex_;  // guards the clients' sockets and the flag
   bool isStopping_ = false;
