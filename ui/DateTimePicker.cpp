@@ -105,17 +105,12 @@ DateTimePicker::DateTimePicker(QWidget* parent) : QAbstractSpinBox(parent) {
 }
 
 void DateTimePicker::setCalendarPopup(bool wanted) {
-  if (!wanted || calendarPopup()) return;
+  if (!wanted || hasCalendar_) return;
+  hasCalendar_ = true;
   setButtonSymbols(NoButtons);
   QAction* open = lineEdit()->addAction(ArrowIcon(palette()), QLineEdit::TrailingPosition);
   open->setText(QStringLiteral("Open the calendar"));
   connect(open, &QAction::triggered, this, [this] { OpenCalendar(); });
-  calendar_ = new QCalendarWidget(this);
-  calendar_->setWindowFlag(Qt::Popup);
-  calendar_->setLocale(QLocale::c());
-  calendar_->hide();
-  for (const auto chosen : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
-    connect(calendar_, chosen, this, [this](const QDate& day) { TakeDay(day); });
 }
 
 // A value with the picker's own part, which may be missing in the text.
@@ -199,15 +194,27 @@ QSize DateTimePicker::sizeHint() const {
   return style()->sizeFromContents(QStyle::CT_SpinBox, &option, content, this);
 }
 
+QCalendarWidget& DateTimePicker::Calendar() {
+  if (calendar_ != nullptr) return *calendar_;
+  calendar_ = new QCalendarWidget(this);
+  calendar_->setWindowFlag(Qt::Popup);
+  calendar_->setLocale(QLocale::c());
+  calendar_->hide();
+  for (const auto chosen : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
+    connect(calendar_, chosen, this, [this](const QDate& day) { TakeDay(day); });
+  return *calendar_;
+}
+
 void DateTimePicker::OpenCalendar() {
   const auto value = Read(text_);
   const year_month_day day = value ? *value->date : *Present().date;
-  calendar_->setSelectedDate(QtDayOf(day));
+  QCalendarWidget& calendar = Calendar();
+  calendar.setSelectedDate(QtDayOf(day));
   const int room = screen()->availableGeometry().bottom() - mapToGlobal(QPoint(0, height())).y();
-  const int calendarHeight = calendar_->sizeHint().height();
-  calendar_->move(mapToGlobal(QPoint(0, room >= calendarHeight ? height() : -calendarHeight)));
-  calendar_->show();
-  calendar_->setFocus();
+  const int calendarHeight = calendar.sizeHint().height();
+  calendar.move(mapToGlobal(QPoint(0, room >= calendarHeight ? height() : -calendarHeight)));
+  calendar.show();
+  calendar.setFocus();
 }
 
 void DateTimePicker::TakeDay(const QDate& day) {

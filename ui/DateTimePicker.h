@@ -22,7 +22,7 @@ class DateTimePicker : public QAbstractSpinBox {
   explicit DateTimePicker(QWidget* parent = nullptr);
 
   // With a calendar it picks a date, without one a time of day. Named as the other properties of .ui files.
-  bool calendarPopup() const { return calendar_ != nullptr; }
+  bool calendarPopup() const { return hasCalendar_; }
   void setCalendarPopup(bool wanted);
 
   void SetLocaleConventions(const LocaleConventions& conventions) { conventions_ = conventions; }
@@ -47,12 +47,14 @@ class DateTimePicker : public QAbstractSpinBox {
   void NoteTyped(const std::string& typed);
   void Take(const DateTime& value);
   void ShowValue();
+  QCalendarWidget& Calendar();
   void OpenCalendar();
   void TakeDay(const QDate& day);
 
   LocaleConventions conventions_;
-  QCalendarWidget* calendar_ = nullptr;
-  std::string given_;  // by the program
+  bool hasCalendar_ = false;
+  QCalendarWidget* calendar_ = nullptr;  // made when it is first opened: it costs more than a page
+  std::string given_;                    // by the program
   std::string text_;
 };
 
