@@ -1,5 +1,7 @@
 // The page of the queues, driven by keys and clicks over a real service folder. What counts is what the saved
 // files hold.
+#include <sys/stat.h>
+
 #include <QDate>
 
 #include "config/DateTimeText.h"
@@ -309,6 +311,26 @@ TEST_F(QueuesPageTest, ReportsWhatCannotBeWritten) {
                    "nothing", "a/b", QueuePath("a/b")));
   EXPECT_TRUE(IsModified());
   Delete("btnDeleteQueue", "queue a/b");
+  SaveSuccessfully();
+
+  AddQueue("Q");
+  const auto saveInVain = [this] {
+    messages.WillShowSome();
+    Click("btnSave");
+    EXPECT_TRUE(messages.Last().text.starts_with("Could not save section Q\r\n")) << messages.Last().text;
+    EXPECT_NE(messages.Last().text.find(QueuePath("Q")), std::string::npos) << messages.Last().text;
+    EXPECT_TRUE(IsModified());
+  };
+  const std::string definitions = program + "/QUEUEDefinitions";
+  ASSERT_EQ(::rename(definitions.c_str(), (program + "/away").c_str()), 0);
+  saveInVain();
+  ASSERT_EQ(::rename((program + "/away").c_str(), definitions.c_str()), 0);
+  SaveSuccessfully();
+  ASSERT_EQ(::chmod(QueuePath("Q").c_str(), 0444), 0);
+  Replace("txtEvery", "7");
+  saveInVain();
+  EXPECT_EQ(Stored("Q", "every"), "1");
+  Delete("btnDeleteQueue", "queue Q");
   SaveSuccessfully();
 
   ::unlink(QueuePath("defaultQUEUE").c_str());
