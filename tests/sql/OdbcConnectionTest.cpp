@@ -109,7 +109,8 @@ TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
   EXPECT_EQ(column("recipients"), (Names{"a@example.com", "b@example.com"}));
   EXPECT_EQ(column("message"), (Names{longest, "line\r\nline"}));
   EXPECT_EQ(column("subject"), (Names{mail.subject, "s"}));
-  EXPECT_EQ(column("query"), (Names{"", ""}));
+  for (const char* unused : {"query", "attachments", "copy_recipients", "blind_copy_recipients"})
+    EXPECT_EQ(column(unused), (Names{"", ""})) << unused;
   EXPECT_EQ(column("queue"), (Names{"", "Night"}));
   const auto failure = [&](const TestMail& refused, bool isQueued) {
     return SqlFailure([&] {
