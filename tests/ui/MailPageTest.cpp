@@ -199,6 +199,11 @@ TEST_F(Mail, TellsTwoServersOfOneNameApart) {
   EXPECT_EQ(Text("txtDefaultDomain"), "");
   Choose("cmbMailServer", 2);
   EXPECT_EQ(Text("txtDefaultDomain"), "third");
+  Replace("txtSenderEmail", "");
+  messages.WillShow(Faulty("sever one", "Sender's email must be provided"));
+  Choose("cmbMailServer", 0);
+  EXPECT_EQ(Find<QComboBox>("cmbMailServer").currentIndex(), 2);
+  Replace("txtSenderEmail", "a@one");
   // Only the first of them can be reached in the file: the other is neither removed nor written.
   messages.WillShow(
       Warning("PellorinConfig",
