@@ -200,8 +200,7 @@ void Section::SaveQueue() {
     if (!QueueFolder::StaysInside(Name))
       throw CannotBeWritten{
           "Its file would not lie in the folder of the queues. Please delete this queue and add it under "
-          "another "
-          "name."};
+          "another name."};
     if (isNew && Owner->Files().Status(path).kind != FileKind::Missing)
       throw CannotBeWritten{"A file of this name exists already and was not loaded."};
     // The document holds the unchanged settings as they were read; it changes only when the file does.

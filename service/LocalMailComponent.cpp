@@ -1,6 +1,5 @@
 #include "service/LocalMailComponent.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <utility>

@@ -8,7 +8,7 @@ MODE server:  a whole server. login=PLAIN|LOGIN|NTLM offers that login for user=
               that recipient, silent=encrypted answers no EHLO behind STARTTLS. A refused NTLM login is
               told with what the client had sent.
 MODE script:  answers each command with the text given as VERB=REPLY ("|" separates lines), else with 250.
-              REPLY silent: says nothing more; late: 250 after 1.8 seconds; close: closes the connection.
+              REPLY silent: says nothing more; late: 250 after 2.2 seconds; close: closes the connection.
               GREET, DOT (the end of a mail), LOGIN (each line of a login dialogue) and QUIT are verbs too.
               Behind 220 to STARTTLS comes no TLS; with TLS=silent nothing at all.
 MODE deaf:    its queue of connections is full: the system never answers.
@@ -190,7 +190,7 @@ async def scripted_client(reader, writer):
         elif reply == "silent":
             await asyncio.sleep(600)
         elif reply == "late":
-            await asyncio.sleep(1.8)
+            await asyncio.sleep(2.2)
             writer.write(b"250 OK\r\n")
         else:
             writer.write(reply.replace("|", "\r\n").encode("utf-8", "surrogateescape") + b"\r\n")

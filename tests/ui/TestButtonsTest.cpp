@@ -91,8 +91,7 @@ TEST_F(TestButtons, MailIsSentByTheServicesComponent) {
                                             "source\r\nError Description: 535 no"},
         {"Well: The transport failed to connect to x.",
          "Could not send email. The transport failed to connect to the server. \r\n\r\nUsually this error "
-         "means that "
-         "your mail server needs to be configured to allow connection from this machine."}}) {
+         "means that your mail server needs to be configured to allow connection from this machine."}}) {
     mailError = error;
     WillAskAddress("x");
     WillFail(text);
@@ -282,12 +281,10 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   messages.WillShow(kSaveFirst, Answer::Yes);
   WillAskAddress("c@d", kQueuePrompt);
   WillSucceed(
-      "Email has been queued successfully. \r\n\r\nYou can verify that the queue is present by going to the "
-      "Control "
-      "Panel and checking for a job that has a name that starts with Pellorin. You may choose to run the job "
-      "manually "
-      "in order to send out a test email. If you prefer not to run the job, you can safely remove it for the "
-      "scheduler.");
+      "Email has been queued successfully. \r\n\r\nYou can verify that the queue is present by going to "
+      "the Control Panel and checking for a job that has a name that starts with Pellorin. You may choose "
+      "to run the job manually in order to send out a test email. If you prefer not to run the job, you "
+      "can safely remove it for the scheduler.");
   Click("btnTestQueue");
   const std::string batch = server.Batches().back();
   const std::string head = "exec sp_sendPLN @recipients='c@d',@message='";
