@@ -98,6 +98,10 @@ void RequireBoundedEntities(xmlDoc* document) {
     if (!FitsInto(budget, attribute->children)) Fail("Its entities stand for more than 16 MB.");
 }
 
+bool IsNamed(const xmlNode& attribute, const std::string& name) {
+  return xmlStrEqual(attribute.name, XmlText(name)) != 0;
+}
+
 xmlNode* FirstQueueElement(xmlDoc* document) {
   static const xmlXPathCompExpr* const kQueues = Compiled("//queue");
   const auto found = Select(document, kQueues);
@@ -225,9 +229,23 @@ bool QueueDefinition::HasQueueElement() const {
   return FirstQueueElement(document_->tree.get()) != nullptr;
 }
 
-bool QueueDefinition::HasAttribute(const std::string& name) const {
+std::optional<std::string> QueueDefinition::Attribute(const std::string& name) const {
+  for (const xmlNode* attribute : AllAttributes(document_->tree.get()))
+    if (IsNamed(*attribute, name)) return TextOf(*attribute);
+  return std::nullopt;
+}
+
+bool QueueDefinition::QueueHas(const std::string& name) const {
   xmlNode* queue = FirstQueueElement(document_->tree.get());
   return queue != nullptr && xmlHasNsProp(queue, XmlText(name), nullptr) != nullptr;
+}
+
+bool QueueDefinition::QueueHasWithAnyPrefix(const std::string& name) const {
+  const xmlNode* queue = FirstQueueElement(document_->tree.get());
+  if (queue == nullptr) return false;
+  for (const xmlAttr* attribute = queue->properties; attribute != nullptr; attribute = attribute->next)
+    if (xmlStrEqual(attribute->name, XmlText(name)) != 0) return true;
+  return false;
 }
 
 void QueueDefinition::SetAttribute(const std::string& name, const std::string& value) {
@@ -236,6 +254,15 @@ void QueueDefinition::SetAttribute(const std::string& name, const std::string& v
   if (!IsXmlText(value) || !IsXmlText(name) || xmlValidateNCName(XmlText(name), 0) != 0)
     Fail("The value of " + name + " holds a character that XML cannot express.");
   if (xmlSetNsProp(queue, nullptr, XmlText(name), XmlText(value)) == nullptr) throw std::bad_alloc();
+  for (xmlNode* attribute : AllAttributes(document_->tree.get())) {
+    if (!IsNamed(*attribute, name) || TextOf(*attribute) == value) continue;
+    if (xmlSetNsProp(attribute->parent, attribute->ns, XmlText(name), XmlText(value)) == nullptr)
+      throw std::bad_alloc();
+  }
+}
+
+const std::string& QueueDefinition::Encoding() const {
+  return document_->encoding;
 }
 
 std::string QueueDefinition::Serialize() const {

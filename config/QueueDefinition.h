@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -24,13 +25,20 @@ class QueueDefinition {
   // Local name and text of every attribute in the document, in document order.
   std::vector<std::pair<std::string, std::string>> Attributes() const;
 
+  // The text of the first attribute of that local name, wherever it stands; nothing when there is none.
+  std::optional<std::string> Attribute(const std::string& name) const;
+
   // Whether there is an element "queue" to carry the settings.
   bool HasQueueElement() const;
-  bool HasAttribute(const std::string& name) const;  // on the first element "queue"
-  // Sets an attribute of the first element "queue". NumberedError when there is none, or when the text holds
-  // a character that XML cannot express.
+  // Whether the first element "queue" has an attribute of that name: without a prefix, or with any.
+  bool QueueHas(const std::string& name) const;
+  bool QueueHasWithAnyPrefix(const std::string& name) const;
+  // Sets an attribute of the first element "queue", and every other attribute of that local name, so that all
+  // stay equal. NumberedError when there is no such element, or when the text holds a character that XML
+  // cannot express.
   void SetAttribute(const std::string& name, const std::string& value);
 
+  const std::string& Encoding() const;  // that Serialize writes in, as the document names it
   std::string Serialize() const;
 
  private:

@@ -98,6 +98,8 @@ class Section {
   void AddLoadedLine(std::string_view ansiLine);
   void LoadQueue();
   void ReadQueueDocument(const std::string& path);
+  void AddAttributes(const QueueDefinition& definition);
+  bool LoadsAgainFrom(const std::string& bytes) const;
   void SaveToIni();
   void SaveQueue();
   std::string FileName() const;    // queues

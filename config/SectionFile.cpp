@@ -1,4 +1,5 @@
 // Reading and writing sections: those of Pellorin.ini and the queues' files.
+#include <algorithm>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -100,11 +101,13 @@ void Section::AddLoadedLine(std::string_view ansiLine) {
                             ". Parameters are expected to be in the form Name=Value. Section " + Name +
                             ". Please check configuration settings for Pellorin.",
                         Owner->Path());
-  AddLoaded(AnsiToUtf8(ansiLine.substr(0, separator)), AnsiToUtf8(ansiLine.substr(separator + 1)));
+  std::string name = AnsiToUtf8(ansiLine.substr(0, separator));
+  std::string value = AnsiToUtf8(ansiLine.substr(separator + 1));
+  if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
+  AddLoaded(std::move(name), std::move(value));
 }
 
 void Section::AddLoaded(std::string name, std::string value) {
-  if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
   Setting& setting = Add(std::move(name), std::move(value));
   setting.OriginalValue = setting.Value;
 }
@@ -134,15 +137,45 @@ void Section::ReadQueueDocument(const std::string& path) {
     return;
   }
   try {
-    auto attributes = queueDocument_->Attributes();
-    settings_.Reserve(attributes.size());
-    for (auto& [name, value] : attributes) AddLoaded(std::move(name), std::move(value));
+    AddAttributes(*queueDocument_);
   } catch (const CollectionError& error) {
     throw CollectionError(error.Number(), error.Source(),
                           "Queue " + Name + " holds an attribute twice: " + error.Description(), path);
   } catch (const NumberedError& error) {
     throw NumberedError(error.Number(), error.Source(), "Queue " + Name + ": " + error.Description(), path);
   }
+}
+
+// What the document repeats of the element "queue" is one setting. Everything else that it holds twice is
+// refused as a duplicate.
+void Section::AddAttributes(const QueueDefinition& definition) {
+  auto attributes = definition.Attributes();
+  settings_.Reserve(attributes.size());
+  for (auto& [name, value] : attributes) {
+    if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
+    const Setting* earlier = settings_.Find(name);
+    const bool isRepeated = earlier != nullptr && earlier->Name == name && earlier->Value == value &&
+                            definition.QueueHasWithAnyPrefix(name);
+    if (!isRepeated) AddLoaded(std::move(name), std::move(value));
+  }
+}
+
+// Some encodings cannot be written back, and a password is never scrambled here: what a save would write is
+// read again before it replaces the file.
+bool Section::LoadsAgainFrom(const std::string& bytes) const {
+  Section loaded;
+  try {
+    const QueueDefinition definition(bytes);
+    if (!definition.HasQueueElement()) return false;
+    loaded.AddAttributes(definition);
+  } catch (const NumberedError&) {
+    return false;
+  }
+  return loaded.Count() == Count() &&
+         std::all_of(settings_.begin(), settings_.end(), [&](const auto& setting) {
+           const Setting* again = loaded.GetSetting(setting->Name);
+           return again != nullptr && again->Value == setting->Value;
+         });
 }
 
 void Section::Save() {
@@ -205,10 +238,17 @@ void Section::SaveQueue() {
       throw CannotBeWritten{"A file of this name exists already and was not loaded."};
     // The document holds the unchanged settings as they were read; it changes only when the file does.
     QueueDefinition document = queueDocument_->Copy();
-    for (const auto& setting : settings_)
-      if (setting->HasChanges() || !document.HasAttribute(setting->Name))
-        document.SetAttribute(setting->Name, setting->Value);
+    for (const auto& setting : settings_) {
+      const std::string& name = setting->Name;
+      if (setting->HasChanges())
+        document.SetAttribute(name, setting->Value);
+      else if (!document.QueueHas(name))
+        document.SetAttribute(name, document.Attribute(name).value_or(setting->Value));
+    }
     const std::string bytes = document.Serialize();
+    if (!LoadsAgainFrom(bytes))
+      throw CannotBeWritten{"What would be written does not load as the same settings (encoding " +
+                            document.Encoding() + "). Please save the file in UTF-8 with a text editor."};
     queueFileName_ = fileName;  // as in SaveToIni: a failed write may have reached the disk
     WriteFileAtomically(Owner->Files(), path, bytes, NewFileAccess::FolderUsual);
     queueDocument_ = std::move(document);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 
 #include "platform/Utf16.h"
 #include "tests/config/ServiceFolder.h"
@@ -59,6 +60,13 @@ TEST(QueueFile, ANewQueueStartsFromTheTemplateAndIsWrittenOnceItDiffers) {
   EXPECT_TRUE(reloaded.ends_with("\n3Night{frequency=daily;every=2;days=;startdate=<&\"'>\t\r\n\u2603;}\n"));
 }
 
+// In the order of their names: a save may repeat a setting further up in the document.
+std::map<std::string, std::string> Settings(const Section& queue) {
+  std::map<std::string, std::string> settings;
+  for (const auto& setting : queue.Settings()) settings[setting->Name] = setting->Value;
+  return settings;
+}
+
 // Each file is loaded, "every" becomes "2" and "added" a snowman.
 TEST(QueueFile, SavingKeepsWhateverElseTheFileHolds) {
   const std::string utf8 = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
@@ -78,7 +86,11 @@ TEST(QueueFile, SavingKeepsWhateverElseTheFileHolds) {
       {"<queue Password=\"ulf\\\" every=\"1\"/>\n",
        "<queue Password=\"ulf\\\" every=\"2\" added=\"\u2603\"/>\n"},
       {ansi + "<queue every=\"1\" n=\"\x80\xE4\"/>\n",
-       ansi + "<queue every=\"2\" n=\"\x80\xE4\" added=\"&#9731;\"/>\n"}};
+       ansi + "<queue every=\"2\" n=\"\x80\xE4\" added=\"&#9731;\"/>\n"},
+      {"<all xmlns:p=\"p\" p:added=\"\" every=\"1\"><queue every=\"1\" xml:lang=\"de\" added=\"\"/></all>\n",
+       "<all xmlns:p=\"p\" p:added=\"\u2603\" every=\"2\"><queue every=\"2\" xml:lang=\"de\" "
+       "added=\"\u2603\" "
+       "lang=\"de\"/></all>\n"}};
   for (const bool littleEndian : {true, false})
     for (const std::string head : {"", "<?xml version=\"1.0\" encoding=\"UTF-16\"?>\r\n"})
       rows.emplace_back(
@@ -90,6 +102,21 @@ TEST(QueueFile, SavingKeepsWhateverElseTheFileHolds) {
     SetValues(night.queue, "every=2;added=\u2603");
     night.document->Save();
     EXPECT_EQ(night.Queue("Night.xml"), after);
+    EXPECT_EQ(Settings(*night.Loaded()->GetSection("Night")), Settings(night.queue)) << "loaded again";
+  }
+}
+
+TEST(QueueFile, AnEncodingThatCannotBeWrittenBackIsRefused) {
+  for (const std::string encoding : {"HZ", "UTF-7"}) {
+    const std::string bytes = "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>\n<queue every=\"1\"/>\n";
+    const Night night(bytes);
+    SetValues(night.queue, "every=2;title=\u4E2D~+");
+    ExpectCannotSave(*night.document, "Night",
+                     "What would be written does not load as the same settings (encoding " + encoding +
+                         "). Please save the file in UTF-8 with a text editor.",
+                     night.path);
+    EXPECT_EQ(night.Queue("Night.xml"), bytes);
+    EXPECT_TRUE(night.queue.HasChanges());
   }
 }
 
@@ -241,11 +268,13 @@ TEST(QueueFile, PasswordsAreReadAndALoadThatFailsNamesTheFile) {
   const Night night("<queue Password=\"ulf\\\" every=\"1\"/>");
   EXPECT_EQ(Shown(night.queue), "3Night{Password=abc;every=1;}");
   const auto failure = [&](const std::string& bytes) { return FailureOf([&] { night.LoadedWith(bytes); }); };
-  EXPECT_EQ(
-      failure("<queue every=\"1\"><a Every=\"2\"/></queue>"),
-      Failure(457, "PellorinConfig.exe, Collection",
-              "Queue Night holds an attribute twice: \"Every\" is already an element of this collection",
-              night.path));
+  for (const auto& [bytes, name] : {std::pair("<queue every=\"1\"><a Every=\"1\"/></queue>", "Every"),
+                                    {"<queue every=\"1\"><a every=\"2\"/></queue>", "every"},
+                                    {"<all><a every=\"1\"/><a every=\"1\"/><queue/></all>", "every"}})
+    EXPECT_EQ(failure(bytes), Failure(457, "PellorinConfig.exe, Collection",
+                                      "Queue Night holds an attribute twice: \"" + std::string(name) +
+                                          "\" is already an element of this collection",
+                                      night.path));
   // No scrambled form has such a character.
   const std::string scrambled = failure("<queue Password=\"\u2603\"/>");
   EXPECT_TRUE(scrambled.starts_with("500112 | ") && scrambled.ends_with(night.path)) << scrambled;
