@@ -114,6 +114,9 @@ void Ini::Load(const std::string& iniFileName) {
     AdminSection();
     return;
   }
+  const std::string encodingProblem = IniFile::EncodingProblem(bytes);
+  if (!encodingProblem.empty())
+    throw NumberedError(50100, kLoadSource, "Could not load .INI file\r\n" + encodingProblem, Path());
   LoadSections(ProfileFile(std::move(bytes)));
   AdminSection();
   for (const auto& [queueName, fileName] : queues_.Queues())

@@ -3,8 +3,37 @@
 #include <utility>
 
 #include "platform/AtomicFile.h"
+#include "platform/ProfileLines.h"
 
 namespace pellorin {
+
+namespace {
+
+[[noreturn]] void RefuseToChoose(const std::vector<std::string>& spellings, const std::string& wanted,
+                                 const std::string& folder) {
+  std::string names = spellings.front();
+  for (std::size_t i = 1; i < spellings.size(); ++i)
+    names += (i + 1 < spellings.size() ? ", " : " and ") + spellings[i];
+  throw NumberedError(50100, "PellorinConfig.exe, Ini, Load",
+                      "Could not load .INI file\r\nThe folder holds " + names +
+                          ", which differ in letter case only. Please keep one of them and call it " +
+                          wanted + ".",
+                      folder);
+}
+
+std::string WrongEncoding(std::string_view encoding) {
+  return "It is encoded in " + std::string(encoding) +
+         ". Please save it with a text editor as ANSI (code page 1252).";
+}
+
+// Without a mark: two characters of ASCII, each with a NUL before or after it. No profile file begins so.
+bool LooksLikeUtf16(std::string_view bytes) {
+  if (bytes.size() < 4) return false;
+  const auto isNul = [bytes](std::size_t position) { return bytes[position] == '\0'; };
+  return isNul(0) == isNul(2) && isNul(1) == isNul(3) && isNul(0) != isNul(1);
+}
+
+}  // namespace
 
 IniFile::IniFile(FileOperations& files, std::string folder) : files_(files), folder_(std::move(folder)) {}
 
@@ -12,7 +41,9 @@ std::string IniFile::Open(const std::string& fileName) {
   path_ = JoinPath(folder_, fileName);
   std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
   if (!bytes) {  // perhaps in other letter case
-    path_ = JoinPath(folder_, FindIgnoringCase(files_, folder_, fileName));
+    const std::vector<std::string> spellings = SpellingsOf(files_, folder_, fileName);
+    if (spellings.size() > 1) RefuseToChoose(spellings, fileName, folder_);
+    if (!spellings.empty()) path_ = JoinPath(folder_, spellings.front());
     bytes = ReadFileIfPresent(files_, path_);
   }
   if (bytes) return std::move(*bytes);
@@ -34,7 +65,25 @@ bool IniFile::IsEmpty() const {
 }
 
 bool IniFile::IsBlank(std::string_view bytes) {
-  return bytes.find_first_not_of(std::string_view("\r\n \0", 4)) == std::string_view::npos;
+  bytes = bytes.substr(0, EndOfProfileText(bytes));
+  return bytes.find_first_not_of(std::string_view("\r\n \0\f\xA0", 6)) == std::string_view::npos;
+}
+
+std::string IniFile::EncodingProblem(std::string_view bytes) {
+  using std::string_view_literals::operator""sv;
+  constexpr std::pair<std::string_view, std::string_view> kMarks[] = {{"\xEF\xBB\xBF"sv, "UTF-8"sv},
+                                                                      {"\xFF\xFE\0\0"sv, "UTF-32"sv},
+                                                                      {"\0\0\xFE\xFF"sv, "UTF-32"sv},
+                                                                      {"\xFF\xFE"sv, "UTF-16"sv},
+                                                                      {"\xFE\xFF"sv, "UTF-16"sv}};
+  for (const auto& [mark, encoding] : kMarks) {
+    if (!bytes.starts_with(mark)) continue;
+    if (IsBlank(bytes.substr(mark.size())))
+      return "It holds nothing but the byte-order mark of " + std::string(encoding) +
+             ". Please delete the file: the program then makes a new one.";
+    return encoding == "UTF-8" ? std::string() : WrongEncoding(encoding);
+  }
+  return LooksLikeUtf16(bytes) ? WrongEncoding("UTF-16") : std::string();
 }
 
 void IniFile::ReplaceSection(std::string_view ansiName, const std::vector<std::string>& ansiLines) {
@@ -51,7 +100,9 @@ bool IniFile::IsLostToNuls(std::string_view bytes) {
   return IsBlank(bytes) && bytes.find('\0') != std::string_view::npos;
 }
 
-std::string IniFile::Content(const std::string& bytes) {
+std::string IniFile::Content(const std::string& bytes) const {
+  if (const std::string problem = EncodingProblem(bytes); !problem.empty())
+    throw FileError(0, problem, path_);  // somebody changed it since it was loaded
   return IsLostToNuls(bytes) ? std::string() : bytes;
 }
 

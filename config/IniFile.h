@@ -23,11 +23,15 @@ class IniFile {
   const std::string& Path() const { return path_; }
 
   // Remembers the file of that name, creates it empty when it is missing, and gives its content.
+  // NumberedError when there are several that differ from the name, and from each other, in letter case only.
   std::string Open(const std::string& fileName);
   ProfileFile Read() const;
   bool IsEmpty() const;  // missing or blank
-  // Whether there is nothing but line breaks, NULs and blanks.
+  // Whether there is nothing but line breaks, form feeds, NULs and blanks, and perhaps a Ctrl-Z at the end.
   static bool IsBlank(std::string_view bytes);
+  // Why bytes that cannot be read as a profile file cannot, as a sentence with the cure: they are in another
+  // encoding, or a byte-order mark alone. Empty when that is not it.
+  static std::string EncodingProblem(std::string_view bytes);
 
   void ReplaceSection(std::string_view ansiName, const std::vector<std::string>& ansiLines);
   void RemoveSection(std::string_view ansiName);
@@ -35,7 +39,7 @@ class IniFile {
  private:
   std::string Bytes() const;
   static bool IsLostToNuls(std::string_view bytes);
-  static std::string Content(const std::string& bytes);
+  std::string Content(const std::string& bytes) const;
   void Write(const std::string& before, const std::string& after);
   void KeepCopyOf(const std::string& bytes);
 

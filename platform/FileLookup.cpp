@@ -1,4 +1,5 @@
 // Reading whole files and finding them by name, by means of the single operations.
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 
@@ -93,22 +94,30 @@ std::string ReadFile(FileOperations& files, const std::string& path) {
   return std::move(*content);
 }
 
+// A folder that cannot be listed is no failure here: whoever uses the name meets the same obstacle and
+// reports it.
+std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
+                                     const std::string& name) {
+  std::vector<std::string> spellings;
+  try {
+    const std::string folded = FoldCase(name);
+    for (const FolderEntry& entry : files.List(folder))
+      if (FoldCase(entry.name) == folded) spellings.push_back(entry.name);
+  } catch (const FileError&) {
+    return {};
+  }
+  std::sort(spellings.begin(), spellings.end());
+  return spellings;
+}
+
 std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name) {
   try {
     if (files.Status(JoinPath(folder, name)).kind != FileKind::Missing) return name;
-    const std::string folded = FoldCase(name);
-    std::string found;
-    int matches = 0;
-    for (const auto& [candidate, isFolder] : files.List(folder)) {
-      if (candidate == name) return name;
-      if (FoldCase(candidate) != folded) continue;
-      found = candidate;
-      ++matches;
-    }
-    return matches == 1 ? found : name;
   } catch (const FileError&) {
-    return name;  // whoever uses the name meets the same obstacle and reports it
+    return name;
   }
+  const std::vector<std::string> spellings = SpellingsOf(files, folder, name);
+  return spellings.size() == 1 ? spellings.front() : name;
 }
 
 std::string JoinPath(const std::string& folder, const std::string& name) {

@@ -78,6 +78,11 @@ std::string ReadFile(FileOperations& files, const std::string& path);
 std::optional<std::string> ReadFileIfPresent(FileOperations& files,
                                              const std::string& path);  // none if missing
 
+// The names inside `folder` that equal `name` but for letter case, in order; none when the folder cannot be
+// listed.
+std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
+                                     const std::string& name);
+
 // The file or folder `name` inside `folder`, as it is spelled on the disk: the exact spelling first, else the
 // only name that differs in letter case; `name` as given when there is none or no single one.
 std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name);

@@ -45,6 +45,10 @@ std::vector<std::string_view> ProfileText::Pieces() const& {
 }
 
 ProfileFile::ProfileFile(std::string bytes) : bytes_(std::move(bytes)) {
+  if (const std::size_t end = EndOfProfileText(bytes_); end < bytes_.size()) {
+    endMark_ = bytes_.substr(end);
+    bytes_.resize(end);
+  }
   const std::string_view all = bytes_;
   firstLine_ = all.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
   for (std::size_t bracket = all.find('[', firstLine_); bracket != std::string_view::npos;) {
@@ -91,7 +95,7 @@ bool ProfileFile::ForEachLine(std::string_view section, std::size_t bufferSize,
   std::string stripped;
   for (std::size_t position = 0; position < body.size();) {
     const std::string_view line = WithoutBlanks(TakeProfileLine(body, position).text);
-    if (line.empty() || line.front() == ';') continue;
+    if (HoldsNoEntry(line)) continue;
     if (room == 0) return true;
     const std::string_view entry = EntryAsRead(line, stripped);
     take(entry.substr(0, room));

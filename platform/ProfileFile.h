@@ -1,7 +1,8 @@
 // A profile file (sections of Name=Value lines, 8-bit text) as the private-profile functions of the system
 // read and write it, with every byte outside the written section preserved, and comments and blank lines
 // inside it too. Parsed once; names and lines are bytes in the file's code page, compared without regard to
-// letter case. Reading follows those functions' buffer rule: a text that needs more than the buffer is cut
+// letter case. A Ctrl-Z at the end, and lines of form feeds or non-breaking blanks alone, hold nothing and
+// stay. Reading follows those functions' buffer rule: a text that needs more than the buffer is cut
 // off two bytes before its end.
 #pragma once
 
@@ -60,6 +61,7 @@ class ProfileFile {
   std::string WithAppendedSection(std::string_view section, const std::vector<std::string>& lines) const;
 
   std::string bytes_;
+  std::string endMark_;        // a Ctrl-Z at the end, and what follows it: stays at the end
   std::size_t firstLine_ = 0;  // behind a UTF-8 mark
   std::vector<Span> sections_;
   std::unordered_map<std::string, std::size_t> firstOfName_;  // by name, letter case folded

@@ -66,7 +66,7 @@ std::string ProfileFile::WithSection(std::string_view section, const std::vector
     body.TakeOver(TakeProfileLine(all, position));
   }
   body.AddFurtherLines();
-  return out += all.substr(span->end);
+  return (out += all.substr(span->end)) += endMark_;
 }
 
 std::string ProfileFile::WithAppendedSection(std::string_view section,
@@ -76,19 +76,19 @@ std::string ProfileFile::WithAppendedSection(std::string_view section,
   ((out += '[') += section) += ']';
   out += kLineEnd;
   for (const std::string& line : lines) (out += line) += kLineEnd;
-  return out;
+  return out += endMark_;
 }
 
 std::string ProfileFile::WithoutSection(std::string_view section) const {
   const Span* span = Find(section);
-  if (span == nullptr) return bytes_;
+  if (span == nullptr) return bytes_ + endMark_;
   const std::string_view all = bytes_;
   std::string out(all.substr(0, span->begin));
   for (std::size_t position = span->body; position < span->end;) {
     const ProfileLine line = TakeProfileLine(all, position);
     if (KindOfProfileLine(line.text) == ProfileLineKind::Other) (out += line.text) += line.lineEnd;
   }
-  return out += all.substr(span->end);
+  return (out += all.substr(span->end)) += endMark_;
 }
 
 }  // namespace pellorin

@@ -32,11 +32,27 @@ inline std::string_view WithoutBlanks(std::string_view text) {
   return text;
 }
 
+// Where the text ends: some old editors mark its end with Ctrl-Z, which may have blanks and line ends after
+// it.
+inline std::size_t EndOfProfileText(std::string_view bytes) {
+  constexpr std::string_view kAfterText("\x1A\r\n \t\0", 6);
+  const std::size_t last = bytes.find_last_not_of(kAfterText);
+  const std::size_t mark = bytes.find('\x1A', last == std::string_view::npos ? 0 : last + 1);
+  return std::min(mark, bytes.size());
+}
+
+// Whether a line without outer blanks is a comment, or empty to the eye: form feeds and non-breaking blanks.
+inline bool HoldsNoEntry(std::string_view line) {
+  if (line.empty() || line.front() == ';') return true;
+  const bool mayBeEmpty = line.front() == '\f' || line.front() == '\xA0';
+  return mayBeEmpty && line.find_first_not_of(" \t\f\xA0") == std::string_view::npos;
+}
+
 enum class ProfileLineKind { Header, Entry, Other };
 
 inline ProfileLineKind KindOfProfileLine(std::string_view line) {
   const std::size_t first = line.find_first_not_of(" \t");
-  if (first == std::string_view::npos || line[first] == ';') return ProfileLineKind::Other;
+  if (first == std::string_view::npos || HoldsNoEntry(line.substr(first))) return ProfileLineKind::Other;
   return line[first] == '[' ? ProfileLineKind::Header : ProfileLineKind::Entry;
 }
 

@@ -28,12 +28,21 @@ TEST(IniLoad, TellsTypesBySectionNamesAndSplitsEntriesAtTheFirstEqualsSign) {
 TEST(IniLoad, ReportsWhatItCannotRead) {
   const std::string load = "PellorinConfig.exe, Ini, Load";
   const std::string format = ". The extected format is SQL:name or MAIL:name";
+  const std::string utf16 =
+      "It is encoded in UTF-16. Please save it with a text editor as ANSI (code page 1252).";
   const struct {
     std::string bytes;
     int number;
     std::string source, description;
   } rows[] = {
       {"\r\n\t\r\n", 50100, load, "Could not load .INI file"},
+      {"\xFF\xFE[\0M\0"s, 50100, load, "Could not load .INI file\r\n" + utf16},
+      {"\xFE\xFF\0[\0M"s, 50100, load, "Could not load .INI file\r\n" + utf16},
+      {"[\0M\0A\0:\0]\0"s, 50100, load, "Could not load .INI file\r\n" + utf16},
+      {"\xEF\xBB\xBF\r\n", 50100, load,
+       "Could not load .INI file\r\nIt holds nothing but the byte-order mark of UTF-8. Please delete the "
+       "file: "
+       "the program then makes a new one."},
       {"[MAIL:a]\r\n[SQL:a:b]\r\n", 50101, load, "Could not read section name: SQL:a:b" + format},
       {"[Serv\xE4r]", 50101, load, "Could not read section name: Serv\u00E4r" + format},
       {"[MAIL:a]\r\nx=1\r\njunk\xE4 \r\n", 50110, "PellorinConfig.exe, Section, Load",
@@ -53,7 +62,7 @@ TEST(IniLoad, ReportsWhatItCannotRead) {
 
 TEST(IniLoad, BlankFilesHoldNothingAndTheirQueuesAreNotRead) {
   const std::string nuls(4096, '\0');
-  for (const std::string& bytes : {""s, "\r\n  \n\r\n"s, nuls, " \0\r\n "s}) {
+  for (const std::string& bytes : {""s, "\r\n  \n\r\n"s, nuls, " \0\r\n "s, "\f\n\xA0\n\x1A\r\n"s}) {
     const ServiceFolder folder(bytes);
     folder.WriteQueue("Night.xml", "<queue/>");
     const auto document = folder.Loaded();
@@ -77,6 +86,15 @@ TEST(IniLoad, CreatesAMissingFileThatOthersCannotReadUnlessItHasOtherLetterCase)
   document->AdminSection().SetValue("x", "2");
   document->Save();
   EXPECT_EQ(other.Read("PELLORIN.INI"), "[ADMIN:Pellorin]\r\nx=2\r\n");
+  EXPECT_FALSE(other.Has("Pellorin.ini"));
+
+  other.Write("pellorin.ini", "");
+  EXPECT_EQ(
+      FailureOf([&] { other.Loaded(); }),
+      Failure(50100, "PellorinConfig.exe, Ini, Load",
+              "Could not load .INI file\r\nThe folder holds PELLORIN.INI and pellorin.ini, which differ in "
+              "letter case only. Please keep one of them and call it Pellorin.ini.",
+              other.Path()));
   EXPECT_FALSE(other.Has("Pellorin.ini"));
 }
 
