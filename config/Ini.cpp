@@ -7,6 +7,7 @@
 
 #include "platform/AnsiText.h"
 #include "platform/Guid.h"
+#include "platform/Utf8.h"
 
 namespace pellorin {
 namespace {
@@ -101,6 +102,12 @@ Section* Ini::GetSection(std::string_view sectionName) const {
   return nullptr;
 }
 
+Section* Ini::SectionAt(const void* address) const {
+  for (const auto& section : sections_)
+    if (section.get() == address) return section.get();
+  return nullptr;
+}
+
 Section& Ini::AdminSection() {
   for (const auto& section : sections_)
     if (EqualIgnoringCase(section->Name, kAdminSectionName)) return *section;
@@ -120,7 +127,7 @@ void Ini::Load(const std::string& iniFileName) {
   LoadSections(ProfileFile(std::move(bytes)));
   AdminSection();
   for (const auto& [queueName, fileName] : queues_.Queues())
-    Add(queueName, SectionType::Queue).LoadQueueFile(fileName);
+    Add(WithEscapedBytes(queueName), SectionType::Queue).LoadQueueFile(fileName);
 }
 
 void Ini::LoadSections(const ProfileFile& file) {

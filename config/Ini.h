@@ -52,6 +52,8 @@ class Ini {
   Section& Item(std::string_view key) const { return sections_.Item(key); }
   Section* GetSection(std::string_view sectionName) const;  // exact; null when missing or deleted
   const KeyedCollection<Section>& Sections() const { return sections_; }  // in order, deleted ones included
+  // The section at this address; null when the document does not, or no longer, hold it.
+  Section* SectionAt(const void* address) const;
 
   // The administration section, found without regard to letter case, added when there is none.
   Section& AdminSection();

@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <tuple>
 
+#include "platform/AnsiText.h"
 #include "platform/TextCase.h"
+#include "platform/Utf8.h"
 
 namespace pellorin {
 namespace {
@@ -46,8 +48,10 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
     QueueFile file;
   };
   std::vector<Sorted> found;
-  for (const auto& [fileName, isFolder] : Entries()) {
-    if (isFolder || !FoldCase(fileName).ends_with(kExtension) || fileName == kTemplateName) continue;
+  const std::vector<FolderEntry> entries = Entries();
+  const std::string templateName = NameOf(TemplatePath());
+  for (const auto& [fileName, isFolder] : entries) {
+    if (isFolder || !FoldCase(fileName).ends_with(kExtension) || fileName == templateName) continue;
     std::string queueName = fileName;
     queueName.erase(FindExtension(fileName), 4);
     found.push_back({FoldCase(queueName), {queueName, fileName}});
@@ -59,6 +63,17 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
   queues.reserve(found.size());
   for (Sorted& entry : found) queues.push_back(std::move(entry.file));
   return queues;
+}
+
+// An instance's section could not hold the name of such a queue.
+std::string QueueFolder::NameProblem(const std::string& fileName) {
+  if (WithEscapedBytes(fileName) != fileName) return "Its name is not valid text. Please rename the file.";
+  if (!Utf8ToAnsi(fileName))
+    return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252). Please "
+           "rename the file.";
+  if (fileName.find_first_of("\r\n") != std::string::npos)
+    return "Its name holds a line break. Please rename the file.";
+  return {};
 }
 
 std::string QueueFolder::PathOf(const std::string& fileName) const {

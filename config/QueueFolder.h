@@ -20,11 +20,14 @@ class QueueFolder {
 
   // Finds the folder in another spelling of its name when there is none of the usual one.
   void FindFolder();
-  // All queue files, ordered by queue name without regard to letter case. FileError when the folder cannot be
-  // read.
+  // All queue files but the template, ordered by queue name without regard to letter case. FileError when the
+  // folder cannot be read.
   std::vector<QueueFile> Queues();
+  // Why a queue file of that name cannot be used, as a sentence with the cure; empty when it can.
+  static std::string NameProblem(const std::string& fileName);
 
   std::string PathOf(const std::string& fileName) const;
+  // The template as it is spelled on the disk: exactly, else the only file that differs in letter case.
   std::string TemplatePath() const;
   // The file of the queue of this name as it is spelled on the disk; "<name>.xml" when there is none.
   std::string FileNameOf(const std::string& queueName) const;

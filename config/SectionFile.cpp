@@ -9,6 +9,7 @@
 #include "config/Section.h"
 #include "platform/AnsiText.h"
 #include "platform/AtomicFile.h"
+#include "platform/Utf8.h"
 
 namespace pellorin {
 namespace {
@@ -122,7 +123,14 @@ void Section::LoadQueue() {
 
 void Section::LoadQueueFile(const std::string& fileName) {
   queueFileName_ = fileName;
-  ReadQueueDocument(Owner->Queues().PathOf(fileName));
+  const std::string path = Owner->Queues().PathOf(fileName);
+  const std::string problem = QueueFolder::NameProblem(fileName);
+  if (problem.empty()) {
+    ReadQueueDocument(path);
+  } else {
+    isOriginal_ = true;
+    queueProblem_ = WithEscapedBytes(path) + "\r\n" + problem;
+  }
 }
 
 void Section::ReadQueueDocument(const std::string& path) {

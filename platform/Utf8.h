@@ -1,4 +1,4 @@
-// Single characters of UTF-8 text.
+// UTF-8 text, character by character.
 #pragma once
 
 #include <array>
@@ -50,6 +50,23 @@ inline void AppendUtf8(std::string& text, char32_t value) {
     append(0x80 | ((value >> 6) & 0x3F));
   }
   append(0x80 | (value & 0x3F));
+}
+
+// The text with each byte that is not UTF-8 as "\xNN": for showing what no text can hold.
+inline std::string WithEscapedBytes(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string shown;
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t length = DecodeUtf8(text, position).length;
+    if (length > 0) {
+      shown += text.substr(position, length);
+    } else {
+      const auto byte = static_cast<unsigned char>(text[position]);
+      ((shown += "\\x") += kDigits[byte >> 4u]) += kDigits[byte & 0xFu];
+    }
+    position += length > 0 ? length : 1;
+  }
+  return shown;
 }
 
 }  // namespace pellorin

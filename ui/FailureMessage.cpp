@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/Utf8.h"
+
 namespace pellorin {
 namespace {
 
@@ -19,8 +21,8 @@ std::string NameList(const std::vector<std::string>& names) {
 
 Message Compose(const NumberedError& error, const std::string& state) {
   std::string text = error.Description();
-  const bool lacksPath = !error.Path().empty() && text.find(error.Path()) == std::string::npos;
-  if (lacksPath) text += kLineBreak + error.Path();
+  const std::string path = WithEscapedBytes(error.Path());
+  if (!path.empty() && text.find(path) == std::string::npos) text += kLineBreak + path;
   text += state;
   text += std::string(kLineBreak) + kLineBreak + "Error Number: " + std::to_string(error.Number()) +
           kLineBreak + "Error Source: " + error.Source();

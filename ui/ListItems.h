@@ -1,10 +1,12 @@
-// Choosing the item of a drop-down list that a stored text names.
+// Items of lists: choosing the one that a stored text names, and those that stand for a section.
 #pragma once
 
 #include <QComboBox>
 #include <QSignalBlocker>
+#include <QVariant>
 #include <string_view>
 
+#include "config/Ini.h"
 #include "platform/TextCase.h"
 
 namespace pellorin {
@@ -20,6 +22,15 @@ inline bool SelectListItem(QComboBox& list, std::string_view text) {
   }
   list.setCurrentIndex(-1);
   return false;
+}
+
+// What an item that stands for a section holds: its address. A text could lose bytes of a name.
+inline QVariant IdentityOf(const Section& section) {
+  return QVariant::fromValue(reinterpret_cast<quintptr>(&section));
+}
+// The section that an item stands for; null for no item, and for one whose section has left the document.
+inline Section* SectionOf(const QVariant& identity, const Ini& document) {
+  return document.SectionAt(reinterpret_cast<const void*>(identity.value<quintptr>()));
 }
 
 }  // namespace pellorin

@@ -5,6 +5,7 @@
 
 #include "config/NameLists.h"
 #include "ui/FailureMessage.h"
+#include "ui/ListItems.h"
 
 namespace pellorin {
 namespace {
@@ -43,7 +44,7 @@ void QueuedServersList::Select(const std::vector<std::string>& servers) {
     if (!IsInstance(*section)) continue;
     const std::string name = section->DisplayName();
     auto* entry = new QListWidgetItem(QString::fromStdString(name), &list_);
-    entry->setData(Qt::UserRole, QString::fromStdString(section->Key));
+    entry->setData(Qt::UserRole, IdentityOf(*section));
     const QModelIndex index = list_.indexFromItem(entry);
     if (ArrayContains(servers, name)) selection.select(index, index);
   }
@@ -69,11 +70,12 @@ void QueuedServersList::StoreSelection() {
   Steps steps;
   for (int row = 0; row < list_.count(); ++row) {
     const QListWidgetItem& entry = *list_.item(row);
-    Section& instance = session_.Document()->Item(entry.data(Qt::UserRole).toString().toStdString());
-    const std::string queues = instance.GetValue("Queues");
-    if (entry.isSelected()) servers.push_back(entry.text().toStdString());
+    Section* instance = SectionOf(entry.data(Qt::UserRole), *session_.Document());
+    if (instance == nullptr) continue;
+    const std::string queues = instance->GetValue("Queues");
+    if (entry.isSelected()) servers.push_back(instance->DisplayName());
     steps.Run([&] {
-      session_.SetValue(instance, "Queues",
+      session_.SetValue(*instance, "Queues",
                         entry.isSelected() ? WithName(queues, queue->Name, queueNames)
                                            : WithoutName(queues, queue->Name, queueNames));
     });

@@ -2,6 +2,8 @@
 
 #include <QSignalBlocker>
 
+#include "ui/ListItems.h"
+
 namespace pellorin {
 
 void SectionSelector::Clear() {
@@ -19,7 +21,7 @@ void SectionSelector::InsertFirst(const Section& section) {
 
 void SectionSelector::Insert(int index, const Section& section) {
   const QSignalBlocker blocker(list_);
-  list_.insertItem(index, QString::fromStdString(section.DisplayName()), QString::fromStdString(section.Key));
+  list_.insertItem(index, QString::fromStdString(section.DisplayName()), IdentityOf(section));
 }
 
 void SectionSelector::Remove(const Section& section) {
@@ -38,11 +40,11 @@ void SectionSelector::SelectFirst() {
 }
 
 Section* SectionSelector::Selected(const Ini& document) const {
-  return document.Sections().Find(list_.currentData().toString().toStdString());
+  return SectionOf(list_.currentData(), document);
 }
 
 int SectionSelector::IndexOf(const Section& section) const {
-  return list_.findData(QString::fromStdString(section.Key));
+  return list_.findData(IdentityOf(section));
 }
 
 }  // namespace pellorin

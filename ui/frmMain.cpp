@@ -21,6 +21,11 @@ static void LoadPictures() {
 }
 
 namespace pellorin {
+namespace {
+
+const std::string kQueuesTip = "Configure Queues";
+
+}  // namespace
 
 frmMain::frmMain(const Components& components)
     : components_(components),
@@ -56,19 +61,16 @@ void frmMain::AddPages() {
                           }});
   queuesPage_ = new QueuesPage(session_, components_.messages, tags_, components_.locale);
   pages_ = {mailPage_, sqlPage_, queuesPage_};
-  const auto addTab = [this](QWidget* page, const char* caption, const char* key, const char* tip) {
+  const auto addTab = [this](QWidget* page, const char* caption, const char* key, const std::string& tip) {
     const int index = ui_->tabMain->addTab(page, QString::fromUtf8(caption));
     ui_->tabMain->tabBar()->setTabData(index, QString::fromUtf8(key));
-    ui_->tabMain->setTabToolTip(index, QString::fromUtf8(tip));
+    ui_->tabMain->setTabToolTip(index, QString::fromStdString(tip));
   };
   addTab(mailPage_, kMailTab, "Mail", "Configure Mail Servers");
   addTab(sqlPage_, kSqlTab, "Sql", "Configure Sql Servers");
-  addTab(queuesPage_, kQueuesTab, "Queue", "Configure Queues");
+  addTab(queuesPage_, kQueuesTab, "Queue", kQueuesTip);
   // What is named on a page that nobody looks at must not be missed.
-  connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) {
-    ui_->tabMain->setTabIcon(ui_->tabMain->indexOf(sqlPage_),
-                             hasNotice ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
-  });
+  connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) { MarkTab(*sqlPage_, hasNotice); });
   // The pages joined the window last, but Tab leads through them before the common area below them.
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
@@ -78,6 +80,27 @@ void frmMain::AddPages() {
     setTabOrder(last, control);
     last = control;
   }
+}
+
+void frmMain::MarkTab(const QWidget& page, bool hasNotice) {
+  ui_->tabMain->setTabIcon(ui_->tabMain->indexOf(&page),
+                           hasNotice ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
+}
+
+// From the start on, though the page names the reason only when such a queue is chosen.
+void frmMain::MarkUnusableQueues() {
+  constexpr std::size_t kMostNames = 12;  // a tip must fit the screen
+  std::string names;
+  std::size_t count = 0;
+  if (session_.Document() != nullptr)
+    for (const auto& section : session_.Document()->Sections())
+      if (!section->QueueProblem().empty() && !section->IsDeleted() && ++count <= kMostNames)
+        names += "\r\n" + section->Name;
+  if (count > kMostNames) names += "\r\nand " + std::to_string(count - kMostNames) + " more";
+  MarkTab(*queuesPage_, count > 0);
+  ui_->tabMain->setTabToolTip(
+      ui_->tabMain->indexOf(queuesPage_),
+      QString::fromStdString(kQueuesTip + (count > 0 ? "\r\nThese queues cannot be used:" + names : "")));
 }
 
 void frmMain::BindControls() {
@@ -97,6 +120,7 @@ void frmMain::BindControls() {
     const bool hasChanges = session_.Document() != nullptr && session_.Document()->HasChanges();
     setWindowModified(hasChanges);
     if (hasChanges) tags_.ToggleSection("Main", true);  // what can be edited can be saved
+    MarkUnusableQueues();
   });
   connect(&session_, &ConfigurationSession::validationFailed, this, [this](SectionType type) {
     for (SectionPage* page : pages_)

@@ -84,6 +84,8 @@ class frmMain : public QWidget {
   void ShowNothingLoaded();
   void FillScheduler();
   void ReportUnreadNames();
+  void MarkUnusableQueues();
+  void MarkTab(const QWidget& page, bool hasNotice);
   bool MayClose();
   bool ConfirmIncomplete(const char* title, const char* servers);
 

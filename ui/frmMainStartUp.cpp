@@ -94,6 +94,7 @@ void frmMain::ShowLoaded() {
     }
   }
   FillScheduler();
+  MarkUnusableQueues();
   tags_.ToggleSection("Main", true);
   const bool startsWithMail = sqlPage_->Selector().IsEmpty() || !mailPage_->Selector().IsEmpty();
   MakeTabVisible(startsWithMail ? kMailTab : kSqlTab);

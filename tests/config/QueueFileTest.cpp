@@ -146,6 +146,31 @@ TEST(QueueFile, AnUnusableFileIsAQueueWithoutSettingsThatIsNeverWritten) {
   }
 }
 
+TEST(QueueFile, AFileNameThatNoInstanceCouldHoldMakesItUnusable) {
+  const ServiceFolder folder;
+  folder.WriteQueue(
+      "\xDC"
+      "bung.xml",
+      "<queue every=\"1\"/>");
+  folder.WriteQueue("\u4E2D.xml", "<queue every=\"2\"/>");
+  folder.WriteQueue("two\nlines.xml", "<queue every=\"3\"/>");
+  folder.WriteQueue("\\xDC.xml", "<queue every=\"4\"/>");
+  const auto document = folder.Loaded();
+  EXPECT_EQ(Shown(*document),
+            "2ADMIN:Pellorin{}\n3\\xDC{every=4;}\n3two\nlines{}?\n3\\xDCbung{}?\n3\u4E2D{}?\n");
+  Section& unreadable = document->Item(4);
+  EXPECT_EQ(unreadable.QueueProblem(),
+            folder.QueuePath("\\xDCbung.xml") + "\r\nIts name is not valid text. Please rename the file.");
+  EXPECT_NE(document->Item(5).QueueProblem().find("(it is outside code page 1252)"), std::string::npos);
+  EXPECT_NE(document->Item(3).QueueProblem().find("Its name holds a line break."), std::string::npos);
+  document->Delete(unreadable);
+  document->Save();
+  EXPECT_FALSE(
+      folder.HasQueue("\xDC"
+                      "bung.xml"));
+  EXPECT_TRUE(folder.HasQueue("\u4E2D.xml") && folder.HasQueue("\\xDC.xml"));
+}
+
 TEST(QueueFile, UnreadableFilesAreNamed) {
   const ServiceFolder folder;
   fs::create_directory(folder.QueuePath("folder.xml"));  // no file, so no queue
@@ -175,9 +200,7 @@ TEST(QueueFile, FilesAreFoundInAnyLetterCase) {
   folder.Write("QueueDefinitions/b.XML.old.xml", "<queue every=\"2\"/>");
   folder.Write("QueueDefinitions/\u212A.xml", "<queue every=\"4\"/>");  // a Kelvin sign, folded shorter
   const auto document = folder.Loaded();
-  EXPECT_EQ(Shown(*document),
-            "2ADMIN:Pellorin{}\n3b.old.xml{every=2;}\n3DefaultQueue{every=9;}\n3\u212A{every=4;}\n"
-            "3Night{every=1;}\n");
+  EXPECT_EQ(Shown(*document), "2ADMIN:Pellorin{}\n3b.old.xml{every=2;}\n3\u212A{}?\n3Night{every=1;}\n");
   document->GetSection("Night")->SetValue("every", "2");
   EXPECT_EQ(Shown(AddQueue(*document, "new")), "3new{every=9;}");
   document->Save();
@@ -187,6 +210,13 @@ TEST(QueueFile, FilesAreFoundInAnyLetterCase) {
   document->Save();
   EXPECT_FALSE(folder.Has("QueueDefinitions/Night.XML"));
   EXPECT_TRUE(folder.Has("QueueDefinitions/.Night.xml.0123.tmp"));
+  EXPECT_EQ(folder.Read("QueueDefinitions/DefaultQueue.XML"), "<queue every=\"9\"/>") << "the template";
+  // Beside the exact name, or another spelling, it is a queue.
+  for (const char* name : {"defaultQUEUE.xml", "DEFAULTQUEUE.XML"}) {
+    folder.Write("QueueDefinitions/" + std::string(name), "<queue every=\"8\"/>");
+    EXPECT_NE(folder.Loaded()->GetSection("DefaultQueue"), nullptr) << name;
+    fs::remove(folder / "QueueDefinitions/" + name);
+  }
 }
 
 TEST(QueueFile, NothingIsWrittenOutsideTheFolder) {

@@ -302,6 +302,28 @@ TEST_F(QueuesPageTest, AnUnusableFileIsNamedAndOnlyEverDeleted) {
   EXPECT_FALSE(HasQueue("Q1"));
 }
 
+// Whatever the window kept as text would lead from one of these to the other.
+TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
+  const std::string first = "\xDC-", second = "\xE4-";
+  for (const std::string& name : {first, second, std::string("a")}) WriteQueue(name, kDailyQueue);
+  Open();
+  EXPECT_EQ(Entries("cmbQueues"), (Names{"a", "\\xDC-", "\\xE4-"}));
+  const auto& tabs = Find<QTabWidget>("tabMain");
+  EXPECT_FALSE(tabs.tabIcon(2).isNull());
+  EXPECT_EQ(tabs.tabToolTip(2).toStdString(),
+            "Configure Queues\r\nThese queues cannot be used:\r\n\\xDC-\r\n\\xE4-");
+  Choose("cmbQueues", 2);
+  EXPECT_EQ(Text("lblQueueProblem"), "The definition of this queue cannot be used:\r\n" +
+                                         QueuePath("\\xE4-") +
+                                         "\r\nIts name is not valid text. Please rename the file.");
+  Delete("btnDeleteQueue", "queue \\xE4-");
+  SaveSuccessfully();
+  EXPECT_TRUE(HasQueue(first) && !HasQueue(second));
+  Choose("cmbQueues", 1);
+  Delete("btnDeleteQueue", "queue \\xDC-");
+  EXPECT_TRUE(tabs.tabIcon(2).isNull());
+}
+
 TEST_F(QueuesPageTest, ReportsWhatCannotBeWritten) {
   Open();
   AddQueue("a/b");
