@@ -108,6 +108,17 @@ xmlNode* FirstQueueElement(xmlDoc* document) {
   return found.empty() ? nullptr : found.front();
 }
 
+// Whether the element has another attribute of that local name, without a prefix or else with any, and of the
+// same text.
+bool RepeatsAttributeOf(xmlNode* element, const xmlNode& attribute) {
+  if (element == nullptr) return false;
+  const xmlAttr* other = xmlHasNsProp(element, attribute.name, nullptr);
+  for (const xmlAttr* each = element->properties; other == nullptr && each != nullptr; each = each->next)
+    if (xmlStrEqual(each->name, attribute.name) != 0) other = each;
+  const auto* node = reinterpret_cast<const xmlNode*>(other);  // libxml2 gives both the same beginning
+  return node != nullptr && node != &attribute && TextOf(*node) == TextOf(attribute);
+}
+
 // The characters that XML 1.0 can express; a text from outside may also be no UTF-8 at all.
 bool IsXmlText(const std::string& text) {
   if (!xmlCheckUTF8(XmlText(text)) || text.find('\0') != std::string::npos) return false;
@@ -164,7 +175,8 @@ bool HasOnlyWindowsLineEnds(std::string_view bytes) {
 
 struct QueueDefinition::Document {
   DocumentPointer tree;
-  std::string encoding;  // as the declaration names it
+  xmlNode* queue = nullptr;  // the first element of that name, if there is one
+  std::string encoding;      // as the declaration names it
   std::string_view byteOrderMark;
   bool isUtf16 = false;
   bool isBigEndian = false;
@@ -200,6 +212,7 @@ QueueDefinition::QueueDefinition(std::string_view bytes) : document_(std::make_u
                                           XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
   if (!document_->tree) Fail(ReasonOf(xmlCtxtGetLastError(parser.get())));
   RequireBoundedEntities(document_->tree.get());
+  document_->queue = FirstQueueElement(document_->tree.get());
   document_->NoteFormOf(bytes);
 }
 
@@ -213,20 +226,24 @@ QueueDefinition QueueDefinition::Copy() const {
   const Document& from = *document_;
   DocumentPointer tree(xmlCopyDoc(from.tree.get(), 1));
   if (!tree) throw std::bad_alloc();
-  return QueueDefinition(
-      std::make_unique<Document>(Document{std::move(tree), from.encoding, from.byteOrderMark, from.isUtf16,
-                                          from.isBigEndian, from.hasDeclaration, from.hasWindowsLineEnds}));
+  xmlNode* queue = FirstQueueElement(tree.get());
+  return QueueDefinition(std::make_unique<Document>(
+      Document{std::move(tree), queue, from.encoding, from.byteOrderMark, from.isUtf16, from.isBigEndian,
+               from.hasDeclaration, from.hasWindowsLineEnds}));
 }
 
 std::vector<std::pair<std::string, std::string>> QueueDefinition::Attributes() const {
   std::vector<std::pair<std::string, std::string>> attributes;
-  for (xmlNode* node : AllAttributes(document_->tree.get()))
-    attributes.emplace_back(reinterpret_cast<const char*>(node->name), TextOf(*node));
+  for (xmlNode* node : AllAttributes(document_->tree.get())) {
+    const bool isOfQueue = node->parent == document_->queue && node->ns == nullptr;
+    if (isOfQueue || !RepeatsAttributeOf(document_->queue, *node))
+      attributes.emplace_back(reinterpret_cast<const char*>(node->name), TextOf(*node));
+  }
   return attributes;
 }
 
 bool QueueDefinition::HasQueueElement() const {
-  return FirstQueueElement(document_->tree.get()) != nullptr;
+  return document_->queue != nullptr;
 }
 
 std::optional<std::string> QueueDefinition::Attribute(const std::string& name) const {
@@ -236,20 +253,11 @@ std::optional<std::string> QueueDefinition::Attribute(const std::string& name) c
 }
 
 bool QueueDefinition::QueueHas(const std::string& name) const {
-  xmlNode* queue = FirstQueueElement(document_->tree.get());
-  return queue != nullptr && xmlHasNsProp(queue, XmlText(name), nullptr) != nullptr;
-}
-
-bool QueueDefinition::QueueHasWithAnyPrefix(const std::string& name) const {
-  const xmlNode* queue = FirstQueueElement(document_->tree.get());
-  if (queue == nullptr) return false;
-  for (const xmlAttr* attribute = queue->properties; attribute != nullptr; attribute = attribute->next)
-    if (xmlStrEqual(attribute->name, XmlText(name)) != 0) return true;
-  return false;
+  return document_->queue != nullptr && xmlHasNsProp(document_->queue, XmlText(name), nullptr) != nullptr;
 }
 
 void QueueDefinition::SetAttribute(const std::string& name, const std::string& value) {
-  xmlNode* queue = FirstQueueElement(document_->tree.get());
+  xmlNode* queue = document_->queue;
   if (queue == nullptr) Fail("It holds no element \"queue\".");
   if (!IsXmlText(value) || !IsXmlText(name) || xmlValidateNCName(XmlText(name), 0) != 0)
     Fail("The value of " + name + " holds a character that XML cannot express.");

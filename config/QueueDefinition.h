@@ -22,7 +22,8 @@ class QueueDefinition {
   QueueDefinition& operator=(QueueDefinition&&) noexcept;
   QueueDefinition Copy() const;
 
-  // Local name and text of every attribute in the document, in document order.
+  // Local name and text of the document's attributes, in document order; without those that only repeat an
+  // attribute of the first element "queue".
   std::vector<std::pair<std::string, std::string>> Attributes() const;
 
   // The text of the first attribute of that local name, wherever it stands; nothing when there is none.
@@ -30,9 +31,7 @@ class QueueDefinition {
 
   // Whether there is an element "queue" to carry the settings.
   bool HasQueueElement() const;
-  // Whether the first element "queue" has an attribute of that name: without a prefix, or with any.
-  bool QueueHas(const std::string& name) const;
-  bool QueueHasWithAnyPrefix(const std::string& name) const;
+  bool QueueHas(const std::string& name) const;  // the first of them, an attribute of that name, no prefix
   // Sets an attribute of the first element "queue", and every other attribute of that local name, so that all
   // stay equal. NumberedError when there is no such element, or when the text holds a character that XML
   // cannot express.

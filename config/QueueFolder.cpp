@@ -24,6 +24,20 @@ std::size_t FindExtension(const std::string& fileName) {
   return position;
 }
 
+// The template as FindIgnoringCase would find it; without looking at the disk once more.
+std::string TemplateAmong(const std::vector<FolderEntry>& entries) {
+  const std::string folded = FoldCase(kTemplateName);
+  std::string found = kTemplateName;
+  int spellings = 0;
+  for (const FolderEntry& entry : entries) {
+    if (entry.name == kTemplateName) return kTemplateName;
+    if (entry.name.size() != folded.size() || FoldCase(entry.name) != folded) continue;
+    found = entry.name;
+    ++spellings;
+  }
+  return spellings == 1 ? found : kTemplateName;
+}
+
 }  // namespace
 
 QueueFolder::QueueFolder(FileOperations& files, const std::string& programFolder)
@@ -49,7 +63,7 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
   };
   std::vector<Sorted> found;
   const std::vector<FolderEntry> entries = Entries();
-  const std::string templateName = NameOf(TemplatePath());
+  const std::string templateName = TemplateAmong(entries);
   for (const auto& [fileName, isFolder] : entries) {
     if (isFolder || !FoldCase(fileName).ends_with(kExtension) || fileName == templateName) continue;
     std::string queueName = fileName;
@@ -67,13 +81,13 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
 
 // An instance's section could not hold the name of such a queue.
 std::string QueueFolder::NameProblem(const std::string& fileName) {
-  if (WithEscapedBytes(fileName) != fileName) return "Its name is not valid text. Please rename the file.";
-  if (!Utf8ToAnsi(fileName))
-    return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252). Please "
-           "rename the file.";
   if (fileName.find_first_of("\r\n") != std::string::npos)
     return "Its name holds a line break. Please rename the file.";
-  return {};
+  if (Utf8ToAnsi(fileName)) return {};
+  if (WithEscapedBytes(fileName) != fileName) return "Its name is not valid text. Please rename the file.";
+  return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252). Please "
+         "rename "
+         "the file.";
 }
 
 std::string QueueFolder::PathOf(const std::string& fileName) const {

@@ -102,13 +102,11 @@ void Section::AddLoadedLine(std::string_view ansiLine) {
                             ". Parameters are expected to be in the form Name=Value. Section " + Name +
                             ". Please check configuration settings for Pellorin.",
                         Owner->Path());
-  std::string name = AnsiToUtf8(ansiLine.substr(0, separator));
-  std::string value = AnsiToUtf8(ansiLine.substr(separator + 1));
-  if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
-  AddLoaded(std::move(name), std::move(value));
+  AddLoaded(AnsiToUtf8(ansiLine.substr(0, separator)), AnsiToUtf8(ansiLine.substr(separator + 1)));
 }
 
 void Section::AddLoaded(std::string name, std::string value) {
+  if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
   Setting& setting = Add(std::move(name), std::move(value));
   setting.OriginalValue = setting.Value;
 }
@@ -154,18 +152,11 @@ void Section::ReadQueueDocument(const std::string& path) {
   }
 }
 
-// What the document repeats of the element "queue" is one setting. Everything else that it holds twice is
-// refused as a duplicate.
+// What the document holds twice is refused as a duplicate.
 void Section::AddAttributes(const QueueDefinition& definition) {
   auto attributes = definition.Attributes();
   settings_.Reserve(attributes.size());
-  for (auto& [name, value] : attributes) {
-    if (IsPasswordName(name)) value = DecryptString(value, kPasswordKey);
-    const Setting* earlier = settings_.Find(name);
-    const bool isRepeated = earlier != nullptr && earlier->Name == name && earlier->Value == value &&
-                            definition.QueueHasWithAnyPrefix(name);
-    if (!isRepeated) AddLoaded(std::move(name), std::move(value));
-  }
+  for (auto& [name, value] : attributes) AddLoaded(std::move(name), std::move(value));
 }
 
 // Some encodings cannot be written back, and a password is never scrambled here: what a save would write is
