@@ -154,21 +154,33 @@ bool EndsWithMark(Cursor cursor, std::string_view mark) {
 
 // A time is always the last part of a text: these read to its end.
 
+std::optional<seconds> ReadHalfOfDay(const ClockReading& clock, Cursor cursor,
+                                     const LocaleConventions& locale) {
+  cursor.SkipOneBlank();
+  const bool am = EndsWithMark(cursor, locale.am) || EndsWithMark(cursor, "AM");
+  const bool pm = EndsWithMark(cursor, locale.pm) || EndsWithMark(cursor, "PM");
+  if (am == pm || clock.hour < 1 || clock.hour > 12) return std::nullopt;
+  return SinceMidnight(clock, clock.hour % 12 + (pm ? 12 : 0));
+}
+
+std::optional<seconds> ReadHourAlone(Cursor cursor, const LocaleConventions& locale) {
+  const auto hour = cursor.Number(1, 2);
+  if (!hour) return std::nullopt;
+  return ReadHalfOfDay({*hour, 0, 0}, cursor, locale);
+}
+
 std::optional<seconds> ReadTimeSeparatedBy(std::string_view separator, Cursor cursor,
                                            const LocaleConventions& locale) {
   const auto clock = ReadClock(cursor, 1, separator);
   if (!clock) return std::nullopt;
   if (cursor.AtEnd()) return SinceMidnight(*clock, clock->hour);
-  cursor.SkipOneBlank();
-  const bool am = EndsWithMark(cursor, locale.am) || EndsWithMark(cursor, "AM");
-  const bool pm = EndsWithMark(cursor, locale.pm) || EndsWithMark(cursor, "PM");
-  if (am == pm || clock->hour < 1 || clock->hour > 12) return std::nullopt;
-  return SinceMidnight(*clock, clock->hour % 12 + (pm ? 12 : 0));
+  return ReadHalfOfDay(*clock, cursor, locale);
 }
 
 std::optional<seconds> ReadTime(Cursor cursor, const LocaleConventions& locale) {
   if (const auto time = ReadTimeSeparatedBy(":", cursor, locale)) return time;
-  return ReadTimeSeparatedBy(locale.timeSeparator, cursor, locale);
+  if (const auto time = ReadTimeSeparatedBy(locale.timeSeparator, cursor, locale)) return time;
+  return ReadHourAlone(cursor, locale);
 }
 
 std::optional<seconds> ReadIsoTime(Cursor cursor) {

@@ -1,7 +1,7 @@
-// Dates and times as text, with four-digit years always. Reads the locale's order and separators, ISO forms
-// (2026-11-22, 2026-11-22T15:04[:05]), month names, 12 and 24 hours with or without seconds, and date and
-// time together. A closed list of forms: what is not one of them is no date (25:00, 13/32/2026, 2026-02-30,
-// 11/22/26, 7). Writes as the locale does; what is written reads back as the same value.
+// Dates and times as text. Reads the locale's order and separators, ISO forms (2026-11-22,
+// 2026-11-22T15:04[:05]), month names, 12 and 24 hours with or without seconds, full hours (3 PM), and date
+// and time together. The list of forms is closed: 25:00, 13/32/2026, 2026-02-30, 11/22/26 and 7 are not
+// dates. Writes as the locale does, with four-digit years; what is written reads back as the same value.
 #pragma once
 
 #include <chrono>

@@ -90,6 +90,7 @@ TEST_F(DateTimePickerTest, TakesKeys) {
   } rows[] = {{kTime, "11:59:59 PM", "2 3 : 0 5", "11:05 PM"},
               {kTime, "23:05", "1 1 : 4 2 Space a m", "11:42 AM"},
               {kTime, "23:05", "1 4 3 0", "1430"},  // never guessed
+              {kTime, "23:05", "3 Space P M", "3:00 PM"},
               {kTime, "23:05", "Up", "12:05 AM"},
               {kTime, "11:59:59 PM", "Home Right Right Right Down", "11:58:59 PM"},
               {kTime, "11:59:59 PM", "End Up", "11:59:59 AM"},
