@@ -13,10 +13,12 @@ namespace {
 using std::chrono::seconds;
 using std::chrono::year_month_day;
 
-// What is still to be read of a text whose letter case no longer matters.
+// What is still to be read of a text whose letter case no longer matters. Years of two digits are read only
+// where the present year is given.
 class Cursor {
  public:
-  explicit Cursor(std::string_view folded) : rest_(folded) {}
+  explicit Cursor(std::string_view folded, std::optional<std::chrono::year> presentYear = {})
+      : rest_(folded), presentYear_(presentYear) {}
 
   bool AtEnd() const { return rest_.empty(); }
 
@@ -45,8 +47,17 @@ class Cursor {
     return number;
   }
 
+  std::optional<int> Year() {
+    if (const auto year = Number(4, 4)) return year;
+    const auto lastDigits = presentYear_ ? Number(2, 2) : std::nullopt;
+    if (!lastDigits) return std::nullopt;
+    const int first = int{*presentYear_} - 49;
+    return first + ((*lastDigits - first) % 100 + 100) % 100;
+  }
+
  private:
   std::string_view rest_;
+  std::optional<std::chrono::year> presentYear_;
 };
 
 std::optional<year_month_day> CalendarDate(std::optional<int> year, std::optional<int> month,
@@ -71,11 +82,11 @@ std::optional<year_month_day> ReadIsoDate(Cursor& cursor, const LocaleConvention
 
 std::optional<year_month_day> ReadLocaleDate(Cursor& cursor, const LocaleConventions& locale) {
   const bool yearFirst = locale.dateOrder == DateOrder::YearMonthDay;
-  const auto first = yearFirst ? cursor.Number(4, 4) : cursor.Number(1, 2);
+  const auto first = yearFirst ? cursor.Year() : cursor.Number(1, 2);
   if (!cursor.Skip(locale.dateSeparator)) return std::nullopt;
   const auto second = cursor.Number(1, 2);
   if (!cursor.Skip(locale.dateSeparator)) return std::nullopt;
-  const auto third = yearFirst ? cursor.Number(1, 2) : cursor.Number(4, 4);
+  const auto third = yearFirst ? cursor.Number(1, 2) : cursor.Year();
   switch (locale.dateOrder) {
     case DateOrder::MonthDayYear:
       return CalendarDate(third, first, second);
@@ -106,14 +117,14 @@ std::optional<year_month_day> ReadMonthNameFirst(Cursor& cursor, const LocaleCon
   const auto month = ReadMonthName(cursor, locale);
   const auto day = cursor.Number(1, 2);
   if (!cursor.Skip(",") || !cursor.SkipBlanks()) return std::nullopt;
-  return CalendarDate(cursor.Number(4, 4), month, day);
+  return CalendarDate(cursor.Year(), month, day);
 }
 
 std::optional<year_month_day> ReadDayThenMonthName(Cursor& cursor, const LocaleConventions& locale) {
   const auto day = cursor.Number(1, 2);
   if (!cursor.SkipBlanks()) return std::nullopt;
   const auto month = ReadMonthName(cursor, locale);
-  return CalendarDate(cursor.Number(4, 4), month, day);
+  return CalendarDate(cursor.Year(), month, day);
 }
 
 std::optional<year_month_day> ReadDate(Cursor& cursor, const LocaleConventions& locale) {
@@ -189,13 +200,12 @@ std::optional<seconds> ReadIsoTime(Cursor cursor) {
   return SinceMidnight(*clock, clock->hour);
 }
 
-}  // namespace
-
-std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventions& locale) {
+std::optional<DateTime> Read(std::string_view text, const LocaleConventions& locale,
+                             std::optional<std::chrono::year> presentYear) {
   const std::string folded = FoldCase(WithoutOuterBlanks(text));
   if (const auto time = ReadTime(Cursor(folded), locale)) return DateTime{std::nullopt, time};
 
-  Cursor cursor(folded);
+  Cursor cursor(folded, presentYear);
   const auto date = ReadDate(cursor, locale);
   if (!date) return std::nullopt;
   if (cursor.AtEnd()) return DateTime{date, std::nullopt};
@@ -208,6 +218,17 @@ std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventi
   }
   if (!time) return std::nullopt;
   return DateTime{date, time};
+}
+
+}  // namespace
+
+std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventions& locale) {
+  return Read(text, locale, std::nullopt);
+}
+
+std::optional<DateTime> ReadTypedDateTime(std::string_view text, const LocaleConventions& locale,
+                                          std::chrono::year presentYear) {
+  return Read(text, locale, presentYear);
 }
 
 bool IsDate(std::string_view text, const LocaleConventions& locale) {

@@ -20,6 +20,11 @@ struct DateTime {
 };
 
 std::optional<DateTime> ReadDateTime(std::string_view text, const LocaleConventions& locale);
+// As ReadDateTime, for what a user types: 11/22/26 is read, too. Two digits mean the year within 50 years of
+// the present one; of two that are 50 years away, the later one.
+std::optional<DateTime> ReadTypedDateTime(std::string_view text, const LocaleConventions& locale,
+                                          std::chrono::year presentYear);
+
 bool IsDate(std::string_view text, const LocaleConventions& locale);
 
 // The parts that the value has: 11/22/2026 11:05:07 PM, 22.11.2026, 23:05. Seconds only when they are not

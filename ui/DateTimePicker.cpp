@@ -113,9 +113,16 @@ void DateTimePicker::setCalendarPopup(bool wanted) {
   connect(open, &QAction::triggered, this, [this] { OpenCalendar(); });
 }
 
-// A value with the picker's own part, which may be missing in the text.
 std::optional<DateTime> DateTimePicker::Read(const std::string& text) const {
-  auto value = ReadDateTime(text, conventions_);
+  return WithOwnPart(ReadDateTime(text, conventions_));
+}
+
+std::optional<DateTime> DateTimePicker::ReadTyped(const std::string& text) const {
+  return WithOwnPart(ReadTypedDateTime(text, conventions_, DayOf(QDate::currentDate()).year()));
+}
+
+// The date of a date picker and the time of a time picker may be missing in a text.
+std::optional<DateTime> DateTimePicker::WithOwnPart(std::optional<DateTime> value) const {
   if (!value) return value;
   const auto moment = MomentOf(*value);
   const auto day = std::chrono::floor<days>(moment);
@@ -143,7 +150,7 @@ void DateTimePicker::ShowValue() {
 }
 
 void DateTimePicker::NoteTyped(const std::string& typed) {
-  const auto value = Read(typed);
+  const auto value = ReadTyped(typed);
   const bool isGiven = value && value == Read(given_);
   text_ = isGiven ? given_ : value ? WriteDateTime(*value, conventions_) : typed;
   emit edited();
@@ -156,7 +163,7 @@ void DateTimePicker::Take(const DateTime& value) {
 }
 
 void DateTimePicker::stepBy(int steps) {
-  const auto shown = Read(lineEdit()->text().toStdString());
+  const auto shown = ReadTyped(lineEdit()->text().toStdString());
   DateTime value = shown.value_or(Present());
   const auto parts = PartsShown(value, conventions_);
   const bool isAllSelected = lineEdit()->selectedText() == lineEdit()->text();
@@ -177,11 +184,18 @@ void DateTimePicker::keyPressEvent(QKeyEvent* event) {
     OpenCalendar();
   else
     QAbstractSpinBox::keyPressEvent(event);
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) return;
+  ShowTyped();
+  selectAll();
 }
 
-// What was typed is shown as the locale writes it; what cannot be read stays to be seen.
 void DateTimePicker::focusOutEvent(QFocusEvent* event) {
   QAbstractSpinBox::focusOutEvent(event);
+  ShowTyped();
+}
+
+// As the locale writes it; what cannot be read stays to be seen.
+void DateTimePicker::ShowTyped() {
   if (Read(text_)) ShowValue();
 }
 

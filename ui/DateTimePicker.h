@@ -1,8 +1,10 @@
 // A field for a date (with a calendar), a time of day, or both, which is kept as text. The text that was
 // given stays as it is, to the letter, until the value changes; then it is the value as the locale writes it.
-// What is typed is read as a whole, in all forms that ReadDateTime knows; a text that is no date or time is
-// kept as it was typed, so that validation can name it, but never guessed at. A given text of that kind is
-// shown as empty. Up and Down step the part at the cursor; F4 and Alt+Down open the calendar.
+// What is typed is read as a whole, in all forms that ReadTypedDateTime knows. ValueText() has the locale's
+// form at once, and so four digits of the year; the field shows that form once the user presses Return or
+// leaves. A typed text that is not a date or time is kept as it is, so that validation can name it, but never
+// guessed at. A given text of that kind is shown as empty. Up and Down step the part at the cursor; F4 and
+// Alt+Down open the calendar.
 #pragma once
 
 #include <QAbstractSpinBox>
@@ -43,10 +45,13 @@ class DateTimePicker : public QAbstractSpinBox {
 
  private:
   std::optional<DateTime> Read(const std::string& text) const;
+  std::optional<DateTime> ReadTyped(const std::string& text) const;
+  std::optional<DateTime> WithOwnPart(std::optional<DateTime> value) const;
   DateTime Present() const;
   void NoteTyped(const std::string& typed);
   void Take(const DateTime& value);
   void ShowValue();
+  void ShowTyped();
   QCalendarWidget& Calendar();
   void OpenCalendar();
   void TakeDay(const QDate& day);

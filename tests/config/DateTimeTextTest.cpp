@@ -38,10 +38,11 @@ const LocaleConventions kFinnish = Dotted(".");
 const LocaleConventions kSwedish = Local(DateOrder::YearMonthDay, "-");
 const LocaleConventions kGreek = Local(DateOrder::DayMonthYear, "/", "πμ", "μμ", true);
 
-// "2026-11-22", "15:04:05", both with a blank between, or "none".
-std::string Reading(const std::string& text, const LocaleConventions& locale) {
-  const auto value = ReadDateTime(text, locale);
+// "2026-11-22", "15:04:05", both with a blank between, or "none". As typed where the present year is given.
+std::string Reading(const std::string& text, const LocaleConventions& locale, int presentYear = 0) {
+  auto value = ReadDateTime(text, locale);
   EXPECT_EQ(IsDate(text, locale), value.has_value());
+  if (presentYear != 0) value = ReadTypedDateTime(text, locale, std::chrono::year(presentYear));
   if (!value) return "none";
   std::array<char, 32> reading{};
   if (const auto& date = value->date)
@@ -125,6 +126,20 @@ TEST(DateTimeTextTest, ReadsNothingIntoOtherTexts) {
        {"2026-11-22T", "2026-11-22T5:04", "2026-11-22T25:00", "2026-11-22T03:04 PM", "2026-11-22 T15:04",
         "11/22/2026T15:04", "11/22/202615:04", "11/22/2026 25:00", "11/22/2026 3", "23:05 11/22/2026"})
     EXPECT_EQ(Reading(both, kAmerican), "none") << both;
+}
+
+TEST(DateTimeTextTest, ReadsTwoDigitYearsOnlyAsTyped) {
+  const std::tuple<LocaleConventions, int, const char*, const char*> rows[] = {
+      {kAmerican, 2026, "11/22/26", "2026-11-22"},   {kAmerican, 2026, "1/1/76", "2076-01-01"},
+      {kAmerican, 2026, "12/31/77", "1977-12-31"},   {kAmerican, 2051, "1/1/01", "2101-01-01"},
+      {kAmerican, 2051, "1/1/02", "2002-01-01"},     {kAmerican, 2026, "2/29/27", "none"},
+      {kAmerican, 2026, "11/22/6", "none"},          {kAmerican, 2026, "11/22/026", "none"},
+      {kAmerican, 2026, "Nov 22, 26", "2026-11-22"}, {kGerman, 1999, "22.11.49 3 PM", "2049-11-22 15:00:00"},
+      {kSwedish, 1999, "50-11-22", "1950-11-22"}};
+  for (const auto& [locale, presentYear, typed, reading] : rows) {
+    EXPECT_EQ(Reading(typed, locale, presentYear), reading) << typed << " in " << presentYear;
+    EXPECT_EQ(Reading(typed, locale), "none") << typed;
+  }
 }
 
 TEST(DateTimeTextTest, WritesWhatItReadsAsTheLocaleDoes) {

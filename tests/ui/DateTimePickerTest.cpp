@@ -98,6 +98,8 @@ TEST_F(DateTimePickerTest, TakesKeys) {
               {kDate, "2026-11-22", "Up Up", "1/22/2027"},
               {kDate, "2026-11-22", "2 0 2 7 - 0 3 - 0 5", "3/5/2027"},
               {kDate, "2026-11-22", "2 / 3 0 / 2 0 2 7", "2/30/2027"},
+              {kDate, "2026-11-20", "1 1 / 2 2 / 2 0 2 6", "11/22/2026"},  // 11/22/20 on the way
+              {kGermanDate, "2026-11-22", "3 1 . 1 2 . 3 0 Up", "31.12.2031"},
               {kDate, "2026-11-22", "Delete", ""},
               {kGermanDate, "2026-01-31", "Home Right Right Right Up", "28.02.2026"},
               {kGermanDate, "2026-11-22 23:05", "PgDown", "12.11.2026 23:05"},
@@ -112,6 +114,11 @@ TEST_F(DateTimePickerTest, TakesKeys) {
     EXPECT_EQ(Shown(), changed) << keys;
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   }
+  Give(kDate, "1/5/30");
+  Press("1 / 5 / 3 0");
+  EXPECT_EQ(Changed() + " " + Shown(), "1/5/2030 1/5/30") << "typing must be able to go on";
+  Press("Return");
+  EXPECT_EQ(Shown(), "1/5/2030");
   Give(kTime, "23:05");
   Press("1 1 : 0 5 Space P M Tab");  // the same moment
   EXPECT_EQ(Changed() + Shown(), "23:0511:05 PM");
