@@ -54,4 +54,9 @@ std::string ToUtf8(std::u16string_view utf16) {
   return text;
 }
 
+std::string Shortened(std::string_view utf8, std::size_t most) {
+  const std::u16string units = ToUtf16(utf8);
+  return units.size() > most ? ToUtf8(units.substr(0, most)) + "..." : std::string(utf8);
+}
+
 }  // namespace pellorin

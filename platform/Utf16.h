@@ -1,6 +1,7 @@
 // UTF-16 texts, as wide interfaces take them. What is no UTF-8 or UTF-16 becomes U+FFFD.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,5 +9,8 @@ namespace pellorin {
 
 std::u16string ToUtf16(std::string_view utf8);
 std::string ToUtf8(std::u16string_view utf16);
+
+// The first `most` UTF-16 units of a UTF-8 text, with "..." after them when something was cut.
+std::string Shortened(std::string_view utf8, std::size_t most);
 
 }  // namespace pellorin

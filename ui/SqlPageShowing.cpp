@@ -67,10 +67,9 @@ void SqlPage::StoreShown() {
 
 void SqlPage::NoteLost(const ListRow& row, const std::string& value) {
   constexpr std::size_t kLongest = 60;  // in the sentence; no line of the page may push the window wider
-  const std::u16string units = ToUtf16(value);
-  const std::string shown = units.size() > kLongest ? ToUtf8(units.substr(0, kLongest)) + "..." : value;
-  lost_[session_.CurrentSql()->Key][row.key] =
-      std::string("The ") + row.content + " \"" + shown + "\" is not in its list, and is not set any more.";
+  lost_[session_.CurrentSql()->Key][row.key] = std::string("The ") + row.content + " \"" +
+                                               Shortened(value, kLongest) +
+                                               "\" is not in its list, and is not set any more.";
   ShowNotice();
 }
 
