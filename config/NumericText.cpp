@@ -1,5 +1,9 @@
 #include "config/NumericText.h"
 
+#include <locale>
+#include <sstream>
+#include <string>
+
 #include "platform/OuterBlanks.h"
 
 namespace pellorin {
@@ -44,6 +48,21 @@ bool SkipExponent(std::string_view& rest) {
   return SkipDigits(rest);
 }
 
+// As the C locale writes it.
+std::string Plain(std::string_view number, const LocaleConventions& locale) {
+  std::string plain;
+  while (!number.empty()) {
+    if (Skip(number, locale.thousandsSeparator)) continue;
+    if (Skip(number, locale.decimalSeparator)) {
+      plain += '.';
+      continue;
+    }
+    plain += number.front();
+    number.remove_prefix(1);
+  }
+  return plain;
+}
+
 }  // namespace
 
 bool IsNumber(std::string_view text, const LocaleConventions& locale) {
@@ -52,6 +71,15 @@ bool IsNumber(std::string_view text, const LocaleConventions& locale) {
   bool anyDigit = SkipGroupedDigits(rest, locale.thousandsSeparator);
   if (Skip(rest, locale.decimalSeparator)) anyDigit = SkipDigits(rest) || anyDigit;
   return anyDigit && SkipExponent(rest) && rest.empty();
+}
+
+std::optional<double> ReadNumber(std::string_view text, const LocaleConventions& locale) {
+  if (!IsNumber(text, locale)) return std::nullopt;
+  std::istringstream stream(Plain(WithoutOuterBlanks(text), locale));
+  stream.imbue(std::locale::classic());
+  double number = 0;
+  stream >> number;
+  return number;
 }
 
 }  // namespace pellorin

@@ -17,6 +17,8 @@ TEST(NumericTextTest, TellsNumbersFromOtherTexts) {
                            ".e3",  "inf", "nan", "0x10", "&H10", "$5",    "(5)",   "1\u00A0000", "\u0661"})
     EXPECT_FALSE(IsNumber(text, american)) << text;
   EXPECT_FALSE(IsNumber(std::string_view("1\0", 2), american));
+  for (const auto& [text, number] : {std::pair(" +1,500.5\t", 1500.5), {"-.5E+1", -5.}, {"1e-999", 0.}})
+    EXPECT_EQ(ReadNumber(text, american), number) << text;
 }
 
 TEST(NumericTextTest, FollowsTheLocalesSeparators) {
@@ -27,6 +29,7 @@ TEST(NumericTextTest, FollowsTheLocalesSeparators) {
     EXPECT_TRUE(IsNumber(text, german)) << text;
   for (const char* text : {"1,000.5", "1,2,3", ".5", "1\u202F000"})
     EXPECT_FALSE(IsNumber(text, german)) << text;
+  EXPECT_EQ(ReadNumber("-1.000,5e1", german), -10005);
 
   LocaleConventions french = german;
   french.thousandsSeparator = "\u202F";
