@@ -1,152 +1,147 @@
 #include "config/ScheduleSummary.h"
 
-#include <optional>
-#include <string_view>
-#include <utility>
-#include <vector>
-
-#include "config/DateTimeText.h"
-#include "config/NumericText.h"
+#include "config/Schedule.h"
 #include "platform/OuterBlanks.h"
-#include "platform/TextCase.h"
+#include "platform/Utf16.h"
 
 namespace pellorin {
 namespace {
 
-// The schedule settings of one queue and what can be read out of each.
-class Schedule {
+// What the user wrote, on one line and short enough for it to break where it is shown.
+std::string Shown(std::string value) {
+  constexpr std::size_t kLongest = 24;
+  for (char& character : value)
+    if (static_cast<unsigned char>(character) < ' ') character = ' ';
+  return Shortened(WithoutOuterBlanks(value), kLongest);
+}
+
+// The settings that validation refuses, as two lists.
+class Problems {
  public:
-  Schedule(const Section& queue, const LocaleConventions& locale) : queue_(queue), locale_(locale) {}
-
-  std::string Text(std::string_view name) const {
-    return std::string(WithoutOuterBlanks(queue_.GetValue(name)));
-  }
-  bool Is(std::string_view name, std::string_view value) const { return queue_.GetValue(name) == value; }
-  bool IsDaily() const { return Is("frequency", "daily"); }
-  bool IsWeekly() const { return Is("frequency", "weekly"); }
-  bool IsOnce() const { return Is("occurstype", "once"); }
-  bool HasEndDate() const { return Is("hasenddate", "1"); }
-  // As validation means it: blanks are no empty setting.
-  bool IsEmpty(std::string_view name) const { return Is(name, ""); }
-
-  bool HasNumber(std::string_view name) const { return IsNumber(queue_.GetValue(name), locale_); }
-  std::optional<DateTime> Read(std::string_view name) const {
-    return ReadDateTime(queue_.GetValue(name), locale_);
-  }
-  bool HasTime(std::string_view name) const {
-    const auto value = Read(name);
-    return value && value->timeOfDay;
-  }
-  bool HasDate(std::string_view name) const {
-    const auto value = Read(name);
-    return value && value->date;
+  explicit Problems(const Schedule& schedule) : schedule_(schedule) {
+    const bool isOnce = schedule.IsOnce();
+    Add(!schedule.Number("every"), "every", NumberToEnter());
+    Add(schedule.IsWeekly() && schedule.IsEmpty("days"), "days", "the days of the week");
+    Add(isOnce && !schedule.TimeOfDay("occursonce"), "occursonce", "the time of day");
+    Add(!isOnce && !schedule.Number("occursevery"), "occursevery", "the number of hours or minutes");
+    Add(!isOnce && schedule.IsEmpty("span"), "span", "the unit (hours or minutes)");
+    Add(IsWrittenButUnreadable("starttime"), "starttime", "the start time");
+    Add(IsWrittenButUnreadable("endtime"), "endtime", "the end time");
+    const bool needsStartDate = schedule.HasEndDate() && schedule.IsEmpty("startdate");
+    Add(needsStartDate || IsWrittenButUnreadable("startdate"), "startdate", "the start date");
+    Add(schedule.HasEndDate() && !schedule.Date("enddate"), "enddate", "the end date");
   }
 
-  std::string Moment(std::string_view name) const {
-    const auto value = Read(name);
-    return value ? WriteDateTime(*value, locale_) : std::string();
+  std::string InWords() const {
+    const char* between = missing_.empty() || unreadable_.empty() ? "" : ". ";
+    return missing_ + between + unreadable_;
   }
-
-  std::string Unit() const {  // empty when it is none
-    if (Is("span", "Hour(s)")) return "hour";
-    return Is("span", "Minute(s)") ? "minute" : "";
-  }
-  std::vector<std::string> Days() const;
 
  private:
-  const Section& queue_;
+  void Add(bool isProblem, std::string_view name, const char* what) {
+    if (!isProblem) return;
+    const std::string written = Shown(schedule_.Value(name));
+    if (written.empty())
+      missing_ += (missing_.empty() ? "Missing: " : ", ") + std::string(what);
+    else
+      unreadable_ +=
+          (unreadable_.empty() ? "Cannot be read: " : ", ") + std::string(what) + " (\"" + written + "\")";
+  }
+  const char* NumberToEnter() const {
+    if (schedule_.IsWeekly()) return "the number of weeks";
+    return schedule_.IsDaily() ? "the number of days" : "the number of days or weeks";
+  }
+  // Validation refuses such a limit also where the queue runs once a day and it limits nothing.
+  bool IsWrittenButUnreadable(std::string_view name) const {
+    return !schedule_.IsEmpty(name) && !schedule_.Date(name);
+  }
+
+  const Schedule& schedule_;
+  std::string missing_;
+  std::string unreadable_;
+};
+
+// A schedule that validation accepts, in words.
+class Description {
+ public:
+  Description(const Schedule& schedule, const LocaleConventions& locale)
+      : schedule_(schedule), locale_(locale) {}
+
+  // "every 2 weeks on Mon, Wed"
+  std::string Days() const {
+    const std::string every = "every " + Amount("every", schedule_.IsWeekly() ? "week" : "day", "");
+    if (!schedule_.IsWeekly()) return every;
+    return every + " on " + (schedule_.Days().empty() ? "no day" : NamesOfDays(", "));
+  }
+
+  std::string Times() const {
+    if (schedule_.IsOnce()) return " at " + Time(*schedule_.TimeOfDay("occursonce"));
+    const auto [start, end] = schedule_.HoursOfDay();
+    std::string words = ", every " + Amount("occursevery", Unit(), "");
+    if (!schedule_.IsEmpty("starttime")) words += " from " + Time(start);
+    if (!schedule_.IsEmpty("endtime"))
+      words += (schedule_.IsEmpty("starttime") ? " until " : " to ") + Time(end);
+    return words;
+  }
+
+  std::string Dates(const char* from = ", from ") const {
+    if (schedule_.IsEmpty("startdate")) return {};  // then there is no end date either
+    const std::string start = from + Date("startdate");
+    return schedule_.HasEndDate() ? start + " until " + Date("enddate") : start;
+  }
+
+  std::string NoneOfItsDays() const { return "no " + NamesOfDays(" or ") + Dates(" from "); }
+
+  std::string LongSpan() const {
+    const auto [start, end] = schedule_.HoursOfDay();
+    return Amount("occursevery", Unit(), "1 ") + " is longer than " + Time(start) + " to " + Time(end);
+  }
+
+ private:
+  const char* Unit() const { return schedule_.IsInHours() ? "hour" : "minute"; }
+
+  // "day", "2 days"
+  std::string Amount(std::string_view name, const std::string& unit, const std::string& one) const {
+    const std::string number = Shown(schedule_.Value(name));
+    return number == "1" ? one + unit : number + " " + unit + "s";
+  }
+
+  std::string NamesOfDays(const std::string& separator) const {
+    static constexpr const char* kNames[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+    std::string names;
+    for (const std::chrono::weekday day : schedule_.Days())
+      names += (names.empty() ? "" : separator) + kNames[day.iso_encoding() - 1];
+    return names;
+  }
+
+  std::string Time(std::chrono::seconds time) const { return WriteDateTime({{}, time}, locale_); }
+  std::string Date(std::string_view name) const { return WriteDateTime(*schedule_.Date(name), locale_); }
+
+  const Schedule& schedule_;
   const LocaleConventions& locale_;
 };
 
-std::vector<std::string> Schedule::Days() const {
-  static constexpr std::pair<const char*, const char*> kDays[] = {
-      {"monday", "Mon"}, {"tuesday", "Tue"},  {"wednesday", "Wed"}, {"thursday", "Thu"},
-      {"friday", "Fri"}, {"saturday", "Sat"}, {"sunday", "Sun"}};
-  const std::string folded = FoldCase(queue_.GetValue("days"));
-  std::vector<std::string> days;
-  for (const auto& [name, shortName] : kDays)
-    if (folded.find(name) != std::string::npos) days.emplace_back(shortName);
-  return days;
-}
-
-const char* NumberToEnter(const Schedule& schedule) {
-  if (schedule.IsWeekly()) return "a number of weeks";
-  return schedule.IsDaily() ? "a number of days" : "a number of days or weeks";
-}
-
-// A limit to the hours of the day. Validation refuses one that cannot be read even where the queue runs once
-// a day and it limits nothing.
-bool IsBadLimit(const Schedule& schedule, std::string_view name) {
-  if (schedule.IsEmpty(name)) return false;
-  return schedule.IsOnce() ? !schedule.Read(name) : !schedule.HasTime(name);
-}
-
-// The last day of validity needs a first one.
-bool IsBadStartDate(const Schedule& schedule) {
-  return schedule.IsEmpty("startdate") ? schedule.HasEndDate() : !schedule.HasDate("startdate");
-}
-
-std::string Missing(const Schedule& schedule) {
-  const bool isOnce = schedule.IsOnce();
-  const std::pair<bool, const char*> items[] = {
-      {!schedule.IsDaily() && !schedule.IsWeekly(), "a frequency (Daily or Weekly)"},
-      {!schedule.HasNumber("every"), NumberToEnter(schedule)},
-      {schedule.IsWeekly() && schedule.Days().empty(), "the days of the week"},
-      {isOnce && !schedule.HasTime("occursonce"), "the time of day"},
-      {!isOnce && !schedule.HasNumber("occursevery"), "a number of hours or minutes"},
-      {!isOnce && schedule.Unit().empty(), "the unit (hours or minutes)"},
-      {IsBadLimit(schedule, "starttime"), "the start time"},
-      {IsBadLimit(schedule, "endtime"), "the end time"},
-      {IsBadStartDate(schedule), "the start date"},
-      {schedule.HasEndDate() && !schedule.HasDate("enddate"), "the end date"},
-  };
-  std::string list;
-  for (const auto& [isMissing, item] : items)
-    if (isMissing) list += (list.empty() ? "" : ", ") + std::string(item);
-  return list;
-}
-
-// "every day", "every 2 days"
-std::string Every(const std::string& number, const std::string& unit) {
-  return number == "1" ? "every " + unit : "every " + number + " " + unit + "s";
-}
-
-std::string DaysInWords(const Schedule& schedule) {
-  std::string words = Every(schedule.Text("every"), schedule.IsWeekly() ? "week" : "day");
-  words.front() = 'E';
-  if (!schedule.IsWeekly()) return words;
-  const char* lead = " on ";
-  for (const std::string& day : schedule.Days()) {
-    words += lead + day;
-    lead = ", ";
-  }
-  return words;
-}
-
-std::string Clause(const Schedule& schedule, const char* lead, std::string_view name) {
-  return schedule.IsEmpty(name) ? std::string() : lead + schedule.Moment(name);
-}
-
-std::string TimesInWords(const Schedule& schedule) {
-  if (schedule.IsOnce()) return " at " + schedule.Moment("occursonce");
-  const char* until = schedule.IsEmpty("starttime") ? " until " : " to ";
-  return ", " + Every(schedule.Text("occursevery"), schedule.Unit()) +
-         Clause(schedule, " from ", "starttime") + Clause(schedule, until, "endtime");
-}
-
-std::string DatesInWords(const Schedule& schedule) {
-  return Clause(schedule, ", from ", "startdate") +
-         (schedule.HasEndDate() ? Clause(schedule, " until ", "enddate") : "");
-}
-
 }  // namespace
 
-std::string ScheduleSummary(const Section& queue, const LocaleConventions& locale) {
+std::string ScheduleSummary(const Section& queue, const LocaleConventions& locale,
+                            const std::chrono::year_month_day& today) {
   const Schedule schedule(queue, locale);
-  if (const std::string missing = Missing(schedule); !missing.empty()) return "Missing: " + missing;
-  if (schedule.HasEndDate() && MomentOf(*schedule.Read("enddate")) < MomentOf(*schedule.Read("startdate")))
-    return "The end date lies before the start date.";
-  return DaysInWords(schedule) + TimesInWords(schedule) + DatesInWords(schedule);
+  if (const std::string problems = Problems(schedule).InWords(); !problems.empty()) return problems;
+  if (schedule.EndDateIsBeforeStartDate()) return "End Date is before Start Date";
+  if (!schedule.IsDaily() && !schedule.IsWeekly()) return "Occurs is neither Daily nor Weekly";
+  if (!schedule.IsOnce() && !schedule.IsInHours() && !schedule.IsInMinutes())
+    return "Occurs Every is in neither Hour(s) nor Minute(s)";
+
+  const Description words(schedule, locale);
+  std::string all = words.Days() + words.Times() + words.Dates();
+  if (schedule.IsNever()) return "Never runs: " + all;
+  if (schedule.EndAtIsBeforeStartAt()) return "End At is before Start At";
+  if (schedule.HasNoneOfItsDays()) return "Never runs: " + words.NoneOfItsDays();
+  if (schedule.IsOver(today)) return "Is over: " + all;
+  if (schedule.IsSpanTooLong())
+    return "Runs only once a day, because " + words.LongSpan() + ": " + words.Days() + words.Dates();
+  all.front() = 'E';
+  return all;
 }
 
 }  // namespace pellorin

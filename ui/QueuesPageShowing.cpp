@@ -82,9 +82,10 @@ void QueuesPage::StartBrandNew() {
 
 void QueuesPage::ShowSummary() {
   const Section* queue = session_.CurrentQueue();
-  const bool hasSchedule = queue != nullptr && queue->QueueProblem().empty();
-  ui_->lblScheduleSummary->setText(
-      hasSchedule ? QString::fromStdString(ScheduleSummary(*queue, queue->Owner->Locale())) : QString());
+  std::string words;
+  if (queue != nullptr && queue->QueueProblem().empty())
+    words = ScheduleSummary(*queue, queue->Owner->Locale(), DayOf(QDate::currentDate()));
+  ui_->lblScheduleSummary->setText(QString::fromStdString(words));
 }
 
 void QueuesPage::Fill() {

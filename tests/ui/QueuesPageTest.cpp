@@ -18,7 +18,7 @@ const std::string kInstances = kMailOne +
 const std::string kDailyQueue =
     "<queue title=\"t\" frequency=\"daily\" every=\"1\" occurstype=\"once\" occursonce=\"23:05\" "
     "occursevery=\"1\" span=\"Hour(s)\" starttime=\"12:00 AM\" startdate=\"11/22/2026\" "
-    "endtime=\"11:59:59 PM\" enddate=\"11/22/2026\" hasenddate=\"0\" queuebydefault=\"none\" "
+    "endtime=\"11:59:59 PM\" enddate=\"11/22/2926\" hasenddate=\"0\" queuebydefault=\"none\" "
     "queuebydefaultservers=\"\"/>";
 
 class QueuesPageTest : public WindowFixture {
@@ -109,8 +109,12 @@ TEST_F(QueuesPageTest, RefusesAnUnknownFrequencyAndShowsTheRest) {
 }
 
 TEST_F(QueuesPageTest, EveryControlStoresItsKey) {
-  WriteQueue("Q", Replaced(kDailyQueue, "daily\"", "weekly\" days=\"MONDAY,friday\""));
+  WriteQueue("Q", Replaced(Replaced(kDailyQueue, "daily\"", "weekly\" days=\"MONDAY,friday\""), "11/22/2026",
+                           "11/22/26"));
   Open();
+  EXPECT_EQ(Text("lblScheduleSummary"), "Cannot be read: the start date (\"11/22/26\")");
+  const std::string year = std::to_string(QDate::currentDate().year());
+  Replace("txtStartDate", "1/5/" + year.substr(2));
   Replace("txtQueueTitle", "New title");
   Replace("txtEvery", "3");
   Click("chkSunday optOccursEvery");
@@ -121,20 +125,20 @@ TEST_F(QueuesPageTest, EveryControlStoresItsKey) {
   Click("optEndDate txtEndDate");
   Press("Home Up");  // the month
   EXPECT_EQ(Text("lblScheduleSummary"),
-            "Every 3 weeks on Mon, Fri, Sun, every 20 minutes from 1:00 AM to 11:59:59 PM, from 11/22/2026 "
-            "until 12/22/2026");
+            "Every 3 weeks on Mon, Fri, Sun, every 20 minutes from 1:00 AM to 11:59:59 PM, from 1/5/" + year +
+                " until 12/22/2926");
   EXPECT_EQ(OnOf("chkMonday txtOccursOnce txtOccursEvery cmbSpan txtStartTime txtEndTime txtEndDate"),
             "chkMonday txtOccursEvery cmbSpan txtStartTime txtEndTime txtEndDate");
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q",
                    "title frequency every days occurstype occursonce occursevery span starttime endtime "
                    "startdate enddate hasenddate"),
-            "New title|weekly|3|monday,friday,sunday|every|23:05|20|Minute(s)|1:00 AM|11:59:59 PM|11/22/2026|"
-            "12/22/2026|1");
+            "New title|weekly|3|monday,friday,sunday|every|23:05|20|Minute(s)|1:00 AM|11:59:59 PM|1/5/" +
+                year + "|12/22/2926|1");
   EXPECT_EQ(Text("lblEverySpan frmOccurance"), "Week|Weekly");
   Click("optNoEndDate optDaily optOccursOnce");
   SaveSuccessfully();
-  EXPECT_EQ(Stored("Q", "hasenddate enddate frequency occurstype"), "0|12/22/2026|daily|once");
+  EXPECT_EQ(Stored("Q", "hasenddate enddate frequency occurstype"), "0|12/22/2926|daily|once");
   EXPECT_EQ(OnOf("chkMonday txtOccursOnce txtOccursEvery txtEndDate"), "txtOccursOnce");
   EXPECT_EQ(Text("lblEverySpan frmOccurance"), "Day|Daily");
 }

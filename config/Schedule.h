@@ -1,0 +1,54 @@
+// The schedule settings of one queue, read for what they mean. Reads as validation and the window's fields
+// do: a date without a time is its midnight, a time without a date lies on 30 December 1899.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "config/DateTimeText.h"
+#include "config/Section.h"
+
+namespace pellorin {
+
+class Schedule {
+ public:
+  Schedule(const Section& queue, const LocaleConventions& locale) : queue_(queue), locale_(locale) {}
+
+  std::string Value(std::string_view name) const { return queue_.GetValue(name); }
+  bool Is(std::string_view name, std::string_view value) const { return Value(name) == value; }
+  bool IsEmpty(std::string_view name) const { return Value(name).empty(); }
+  bool IsDaily() const { return Is("frequency", "daily"); }
+  bool IsWeekly() const { return Is("frequency", "weekly"); }
+  bool IsOnce() const { return Is("occurstype", "once"); }
+  bool IsInHours() const { return Is("span", "Hour(s)"); }
+  bool IsInMinutes() const { return Is("span", "Minute(s)"); }
+  bool HasEndDate() const { return Is("hasenddate", "1"); }
+
+  // Nothing when the text cannot be read.
+  std::optional<double> Number(std::string_view name) const;
+  std::optional<DateTime> Date(std::string_view name) const;  // with its time of day, if it has one
+  std::optional<std::chrono::seconds> TimeOfDay(std::string_view name) const;
+  std::vector<std::chrono::weekday> Days() const;  // Monday first
+  // Start At and End At; the whole day where they are empty or cannot be read.
+  std::pair<std::chrono::seconds, std::chrono::seconds> HoursOfDay() const;
+
+  // Only for a schedule whose settings can all be read.
+  bool EndDateIsBeforeStartDate() const;
+  bool IsNever() const;  // every 0 days, weeks, hours or minutes, or on no day of the week
+  bool EndAtIsBeforeStartAt() const;
+  bool HasNoneOfItsDays() const;  // between Start Date and End Date
+  bool IsOver(const std::chrono::year_month_day& today) const;
+  bool IsSpanTooLong() const;  // for a second run between Start At and End At
+
+ private:
+  std::chrono::sys_days Day(std::string_view name) const;
+
+  const Section& queue_;
+  const LocaleConventions& locale_;
+};
+
+}  // namespace pellorin
