@@ -31,6 +31,9 @@ bool IsDate(std::string_view text, const LocaleConventions& locale);
 // zero.
 std::string WriteDateTime(const DateTime& value, const LocaleConventions& locale);
 
+// As WriteDateTime, but a time has its seconds also when they are zero: 11/22/2026 8:41:00 AM.
+std::string WriteMoment(const DateTime& value, const LocaleConventions& locale);
+
 // A moment that orders dates, times and both: a missing date counts as 30 December 1899, a missing time as
 // midnight.
 std::chrono::sys_seconds MomentOf(const DateTime& value);

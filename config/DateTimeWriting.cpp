@@ -29,21 +29,24 @@ std::string DateText(const std::chrono::year_month_day& date, const LocaleConven
   return {};
 }
 
-std::string TimeText(std::chrono::seconds timeOfDay, const LocaleConventions& locale) {
+enum class Seconds { UnlessZero, Always };
+
+std::string TimeText(std::chrono::seconds timeOfDay, const LocaleConventions& locale, Seconds seconds) {
   const std::chrono::hh_mm_ss time(timeOfDay);
   const std::string& separator = locale.timeSeparator;
   std::string text = separator + Digits(time.minutes().count(), 2);
-  if (time.seconds().count() != 0) text += separator + Digits(time.seconds().count(), 2);
+  if (seconds == Seconds::Always || time.seconds().count() != 0)
+    text += separator + Digits(time.seconds().count(), 2);
   if (!locale.twelveHourClock) return Digits(time.hours().count(), 2) + text;
   return Digits(std::chrono::make12(time.hours()).count(), 1) + text + " " +
          (std::chrono::is_pm(time.hours()) ? locale.pm : locale.am);
 }
 
-std::string Written(const DateTime& value, const LocaleConventions& locale) {
+std::string Written(const DateTime& value, const LocaleConventions& locale, Seconds seconds) {
   std::string text;
   if (value.date) text = DateText(*value.date, locale);
   if (value.date && value.timeOfDay) text += ' ';
-  if (value.timeOfDay) text += TimeText(*value.timeOfDay, locale);
+  if (value.timeOfDay) text += TimeText(*value.timeOfDay, locale, seconds);
   return text;
 }
 
@@ -57,12 +60,20 @@ LocaleConventions PlainConventions() {
   return plain;
 }
 
+std::string WrittenReadably(const DateTime& value, const LocaleConventions& locale, Seconds seconds) {
+  std::string text = Written(value, locale, seconds);
+  // Separators or marks that are empty or alike could not be told apart again.
+  return ReadDateTime(text, locale) == value ? text : Written(value, PlainConventions(), seconds);
+}
+
 }  // namespace
 
 std::string WriteDateTime(const DateTime& value, const LocaleConventions& locale) {
-  std::string text = Written(value, locale);
-  // Separators or marks that are empty or alike could not be told apart again.
-  return ReadDateTime(text, locale) == value ? text : Written(value, PlainConventions());
+  return WrittenReadably(value, locale, Seconds::UnlessZero);
+}
+
+std::string WriteMoment(const DateTime& value, const LocaleConventions& locale) {
+  return WrittenReadably(value, locale, Seconds::Always);
 }
 
 }  // namespace pellorin

@@ -1,7 +1,5 @@
 #include "ui/TestMail.h"
 
-#include <QDateTime>
-
 #include "config/DateTimeText.h"
 #include "sql/OpenConnection.h"
 #include "ui/QtDates.h"
@@ -24,10 +22,9 @@ std::string NameOf(const Section* section) {
   return section == nullptr ? std::string() : section->DisplayName();
 }
 
-std::string SendOnLine(const LocaleConventions& locale) {
-  const QDateTime now = QDateTime::currentDateTime();
+std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now) {
   const std::chrono::seconds time{now.time().hour() * 3600 + now.time().minute() * 60 + now.time().second()};
-  return "Send On: " + WriteDateTime({DayOf(now.date()), time}, locale);
+  return "Send On: " + WriteMoment({DayOf(now.date()), time}, locale);
 }
 
 bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,

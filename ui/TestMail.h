@@ -2,6 +2,7 @@
 // handed the session, the messages, the components, and what the page shows of the login.
 #pragma once
 
+#include <QDateTime>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -47,8 +48,8 @@ bool SaveBeforeTest(const TestServices& services);
 
 // The name of a section as the mail shows it; empty when there is none.
 std::string NameOf(const Section* section);
-// "Send On: " and the present, without a line break.
-std::string SendOnLine(const LocaleConventions& locale);
+// "Send On: " and the moment with its seconds, without a line break.
+std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = QDateTime::currentDateTime());
 
 // Opens the connection to the shown instance; false when a box has said why not.
 bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,

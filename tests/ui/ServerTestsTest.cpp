@@ -71,6 +71,10 @@ class ServerTests : public SqlServerTest, private MailComponent {
   std::string LastErrorDescription() override { return {}; }
 };
 
+TEST(SendOnLine, HasItsSecondsAtAFullMinuteToo) {
+  EXPECT_EQ(SendOnLine({}, QDateTime(QDate(2026, 11, 22), QTime(8, 41))), "Send On: 11/22/2026 8:41:00 AM");
+}
+
 TEST_F(ServerTests, ATrustedConnectionIsAskedForAndMailArrivesAsItIsDescribed) {
   Do(database, ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript));
   const ShownLogin trusted{true, "unused", ""};
