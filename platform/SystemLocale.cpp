@@ -231,6 +231,16 @@ LocaleConventions SystemLocaleConventions() {
   return conventions;
 }
 
+std::vector<std::string> LocalesNotInstalled() {
+  std::vector<std::string> missing;
+  for (const char* category : {"LC_NUMERIC", "LC_TIME"}) {
+    const std::string name = LocaleNameFor(category);
+    const bool isKnown = HasNoCustoms(name) || LoadedLocale(name);
+    if (!isKnown && std::find(missing.begin(), missing.end(), name) == missing.end()) missing.push_back(name);
+  }
+  return missing;
+}
+
 LocaleConventions LocaleConventionsOf(const std::string& localeName) {
   LocaleConventions conventions;
   ReadNumberConventions(localeName, conventions);

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace pellorin {
 
@@ -28,6 +29,8 @@ struct LocaleConventions {
 
 // The locale that the environment names (LC_ALL, LC_NUMERIC, LC_TIME, LANG).
 LocaleConventions SystemLocaleConventions();
+// The locales among them that are not installed, each once: the C locale takes their place.
+std::vector<std::string> LocalesNotInstalled();
 LocaleConventions LocaleConventionsOf(const std::string& localeName);  // the C conventions when unknown
 
 }  // namespace pellorin

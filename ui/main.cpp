@@ -37,6 +37,15 @@ bool NamesPlatform(int argumentCount, char** arguments) {
   return false;
 }
 
+void TellLocalesNotInstalled() {
+  for (const std::string& name : pellorin::LocalesNotInstalled())
+    std::fprintf(
+        stderr,
+        "PellorinConfig: the locale \"%s\" is not installed; numbers, dates and times are written as in "
+        "US English instead.\n",
+        name.c_str());
+}
+
 std::vector<std::string> LocalInstances() {
   pellorin::FileOperations& files = pellorin::SystemFiles();
   const pellorin::Registry registry(files, pellorin::DefaultRegistryRoot());
@@ -57,6 +66,7 @@ int main(int argumentCount, char** arguments) {
   QApplication::setStyle(new pellorin::ProgramStyle);
   QApplication application(argumentCount, arguments);
   qInstallMessageHandler(nullptr);
+  TellLocalesNotInstalled();
 
   const std::string programFolder = QCoreApplication::applicationDirPath().toStdString();
   const std::string commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "platform/LocaleFormats.h"
@@ -57,5 +58,13 @@ TEST(SystemLocaleTest, TakesAmericanConventionsWhereThereAreNone) {
     EXPECT_FALSE(conventions.leadingZeros);
     EXPECT_EQ(conventions.am + conventions.pm, "AMPM");
     EXPECT_EQ(conventions.longMonthNames[10] + conventions.shortMonthNames[10], "NovemberNov");
+  }
+}
+
+TEST(SystemLocaleTest, NamesEachLocaleThatIsNotInstalledOnce) {
+  using Names = std::vector<std::string>;
+  for (const auto& [locale, missing] : {std::pair("xx_YY", Names{"xx_YY"}), {"C.UTF-8", Names{}}}) {
+    ::setenv("LC_ALL", locale, 1);
+    EXPECT_EQ(LocalesNotInstalled(), missing);
   }
 }
