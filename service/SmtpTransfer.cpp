@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "platform/HostName.h"
 #include "platform/MachineName.h"
 #include "platform/Utf8.h"
 #include "service/MailFailure.h"
@@ -63,7 +64,7 @@ void SmtpTransfer::Set(CURLoption option, Value value) {
 
 void SmtpTransfer::SetAddress() {
   const bool isIpv6 = server_.host.find(':') != std::string::npos && !server_.host.starts_with('[');
-  const std::string host = isIpv6 ? "[" + server_.host + "]" : server_.host;
+  const std::string host = isIpv6 ? "[" + server_.host + "]" : AsciiHostName(server_.host);
   const auto set = [this](CURLUPart part, const std::string& text, unsigned flags = 0) {
     const CURLUcode code = curl_url_set(url_.get(), part, text.c_str(), flags);
     if (code != CURLUE_OK)

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/HostName.h"
 #include "platform/KerberosTicket.h"
 #include "platform/MachineName.h"
 #include "platform/TextCase.h"
@@ -104,7 +105,8 @@ std::uint16_t OdbcConnection::PortOf(const ServerAddress& address) const {
 void OdbcConnection::Open() {
   const auto start = std::chrono::steady_clock::now();
   const ConnectionSettings settings = ReadConnectionString(ConnectionString);
-  const ServerAddress address = ParseServerAddress(settings.server);
+  ServerAddress address = ParseServerAddress(settings.server);
+  address.host = AsciiHostName(address.host);
   if (!settings.isTrusted && settings.user.empty())
     throw SqlError(0, kSource, "A SQL login needs a user name.");
   // Tickets are for names: there is none for "localhost".

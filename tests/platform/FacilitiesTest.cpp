@@ -1,4 +1,4 @@
-// Comparing and finding names, the registry, GUIDs.
+// Comparing and finding names, names of hosts, the registry, GUIDs.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "platform/Guid.h"
+#include "platform/HostName.h"
 #include "platform/Registry.h"
 #include "platform/TextCase.h"
 #include "tests/support/FailingFiles.h"
@@ -73,6 +74,16 @@ TEST(SameFolder, IgnoresSpellingAndLinks) {
   EXPECT_TRUE(same("loop/", "loop"));
   EXPECT_FALSE(same("Real", "other"));
   EXPECT_FALSE(same("Real", "Real/Inner"));
+}
+
+TEST(AsciiHostName, ConvertsOtherLettersAndNothingElse) {
+  const std::pair<std::string, std::string> rows[] = {
+      {"MÜLLER.straße.Example.", "xn--mller-kva.xn--strae-oqa.example."},
+      {"SQL_01", "SQL_01"},
+      {"fe80::1%eth0", "fe80::1%eth0"},
+      {"\xFF.example", "\xFF.example"},  // cannot be converted
+      {std::string(70, 'x') + "ü", std::string(70, 'x') + "ü"}};
+  for (const auto& [typed, ascii] : rows) EXPECT_EQ(AsciiHostName(typed), ascii);
 }
 
 TEST(Registry, WritesAndReadsValuesWithoutRegardToLetterCase) {

@@ -38,7 +38,7 @@ TEST(SmtpDelivery, ArrivesAsItWasSent) {
   std::string port = std::to_string(server.Port());
   port.insert(port.size() - 3, ",");
   MailFixture mail(
-      "SendMethod=2\r\nRemoteServerName= 127.0.0.1 \r\nRemoteServerPort=+" + port +
+      "SendMethod=2\r\nRemoteServerName= Loc\xAAlhost \r\nRemoteServerPort=+" + port +
       "\r\nConnectionTimeout=.5e1\r\nDefaultDomain=example.net\r\nSenderEmail=Dienst f\xFCr Post <post>\r\n");
   mail.subject = "Grüße an alle, die diese lange Betreffzeile bis zu ihrem Ende lesen: ΑΒΓ 邮件";
   mail.body = "Zeile 1\r\n.\r\n..\r\n\r\nüöä " + std::string(100, 'x') + " 邮件\r\nblank \r\nFrom me";
