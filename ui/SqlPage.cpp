@@ -86,6 +86,7 @@ void SqlPage::Choose(const OptionRow& option) {
   option.button->setChecked(true);
   tags_.ToggleControls(ControlTags::TagOf(*option.button));
   binding_.Persist(option.key, option.value);
+  if (RowOf(ui_->optTrusted).key == option.key) connection_ = option.button;
   ShowNotice();
 }
 
@@ -138,10 +139,9 @@ void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
   Selector().InsertFirst(section);
   Enable();
   tags_.ToggleSection("Main", true);
+  session_.PersistSqlSetting("ConnectionType", dialog.AuthenticationType());  // nothing to be told when shown
   ShowFirst();
-  const bool isTrusted = dialog.AuthenticationType() == "Trusted";
-  Choose(RowOf(isTrusted ? ui_->optTrusted : ui_->optSqlNative));
-  if (!isTrusted) {
+  if (dialog.AuthenticationType() != "Trusted") {
     ui_->txtSqlUsername->setText(QString::fromStdString(dialog.Username()));
     ui_->txtSqlPassword->setText(QString::fromStdString(dialog.Password()));
   }

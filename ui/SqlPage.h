@@ -87,6 +87,7 @@ class SqlPage : public SectionPage {
   FileOperations& files_;
   InstallerServices installer_;
   std::vector<OptionRow> options_;
+  const QRadioButton* connection_ = nullptr;  // the login shown; none before the first one
   std::vector<CheckRow> checks_;
   std::vector<TextRow> texts_;
   std::vector<NumberRow> numbers_;

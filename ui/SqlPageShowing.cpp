@@ -35,12 +35,13 @@ void SqlPage::Fill() {
   ShowDatabase();
 }
 
-// An unknown connection type leaves both options as they were; an unknown format is text.
+// Without a known connection type the login that was shown stays; an unknown format is text.
 void SqlPage::FillOptions(const Section& instance) {
   Enable();  // the groups of the instance shown before must not linger
   const std::string connection = instance.GetValue("ConnectionType");
-  if (connection == "Trusted") ui_->optTrusted->setChecked(true);
-  if (connection == "Sql") ui_->optSqlNative->setChecked(true);
+  if (connection == "Trusted") connection_ = ui_->optTrusted;
+  if (connection == "Sql") connection_ = ui_->optSqlNative;
+  for (QRadioButton* option : {ui_->optTrusted, ui_->optSqlNative}) SetChosen(*option, option == connection_);
   const bool isHtml = instance.GetValue("DefaultFormat") == "HTML";
   (isHtml ? ui_->optHTML : ui_->optText)->setChecked(true);
   const bool isNative = ui_->optSqlNative->isChecked();
@@ -84,7 +85,9 @@ void SqlPage::ShowNotice() {
   const auto add = [&text](const std::string& sentence) { text += (text.empty() ? "" : "\r\n") + sentence; };
   if (instance != nullptr) {
     const std::string connection = instance->GetValue("ConnectionType");
-    if (!connection.empty() && connection != "Trusted" && connection != "Sql")
+    if (connection.empty())
+      add("No connection type is stored. Please choose one.");
+    else if (connection != "Trusted" && connection != "Sql")
       add("The stored connection type is neither Trusted nor Sql. Please choose one.");
     for (const auto& [key, sentence] : lost_[instance->Key]) add(sentence);
   }
@@ -109,6 +112,7 @@ bool SqlPage::ShowsConfiguredDatabase() const {
 
 void SqlPage::StartBrandNew() {
   SectionPage::StartBrandNew();
+  connection_ = nullptr;
   ShowDatabase();
   ShowNotice();
 }

@@ -122,6 +122,19 @@ TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
   EXPECT_EQ(Checked("optTrusted optSqlNative"), "");
 }
 
+TEST_F(SqlPageTest, TellsAMissingConnectionTypeAndTakesARefusedOneBack) {
+  for (const char* line : {"", "ConnectionType=\r\n", "connectiontype=Trusted\r\n"}) {
+    Open(kInstance + Replaced(kBare, "ConnectionType=Trusted\r\n", line));
+    Choose("cmbSQLServer", 1);
+    EXPECT_EQ(Text("lblSqlNotice"), "No connection type is stored. Please choose one.") << line;
+    EXPECT_EQ(Checked("optTrusted optSqlNative"), "optSqlNative");
+  }
+  messages.WillShowSome();
+  Click("optTrusted");
+  EXPECT_NE(messages.Last().text.find("holds it in another letter case"), std::string::npos);
+  EXPECT_EQ(Checked("optTrusted optSqlNative") + OnOf("txtSqlUsername"), "optSqlNativetxtSqlUsername");
+}
+
 TEST_F(SqlPageTest, KeepsItsListsOfMailServersRight) {
   Open(kInstance + kBare);
   ClickTab(0);
