@@ -29,6 +29,7 @@ std::vector<std::string> NamesWithComma(const Ini& document, SectionType type) {
 void QueuedServersList::Clear() {
   const QSignalBlocker blocker(list_);
   list_.clear();
+  ShowCount();
 }
 
 void QueuedServersList::Fill(const std::string& servers) {
@@ -49,6 +50,28 @@ void QueuedServersList::Select(const std::vector<std::string>& servers) {
     if (ArrayContains(servers, name)) selection.select(index, index);
   }
   list_.selectionModel()->select(selection, QItemSelectionModel::Select);
+  ShowChosen(selection);
+  ShowCount();
+}
+
+// As many of the chosen entries as there is room for, the first of them at any rate; the keyboard starts
+// there.
+void QueuedServersList::ShowChosen(const QItemSelection& chosen) {
+  list_.scrollToTop();
+  if (chosen.isEmpty()) return;
+  list_.selectionModel()->setCurrentIndex(chosen.first().topLeft(), QItemSelectionModel::NoUpdate);
+  list_.scrollTo(chosen.last().bottomRight());
+  list_.scrollTo(chosen.first().topLeft());
+}
+
+void QueuedServersList::ShowCount() {
+  const auto chosen = list_.selectionModel()->selectedIndexes().size();
+  const QString count =
+      list_.count() == 0 ? QString() : QStringLiteral("%1 of %2").arg(chosen).arg(list_.count());
+  count_.setText(count);
+  // Else a screen reader would read the tool tip alone.
+  list_.setAccessibleDescription(count.isEmpty() ? QString()
+                                                 : count + QStringLiteral(" chosen. ") + list_.toolTip());
 }
 
 void QueuedServersList::RefreshQueuedServers(const std::vector<std::string>& servers) {
@@ -81,6 +104,7 @@ void QueuedServersList::StoreSelection() {
     });
   }
   steps.Run([&] { session_.PersistQueueSetting("queuebydefaultservers", JoinNames(servers)); });
+  ShowCount();
   steps.RaiseFailures();
 }
 

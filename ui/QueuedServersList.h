@@ -3,6 +3,7 @@
 // name in the "Queues" of every instance's section, of which this is the only writer.
 #pragma once
 
+#include <QLabel>
 #include <QListWidget>
 #include <string>
 #include <vector>
@@ -13,7 +14,9 @@ namespace pellorin {
 
 class QueuedServersList {
  public:
-  QueuedServersList(QListWidget& list, ConfigurationSession& session) : list_(list), session_(session) {}
+  // `count` tells how many are selected: "3 of 60".
+  QueuedServersList(QListWidget& list, QLabel& count, ConfigurationSession& session)
+      : list_(list), count_(count), session_(session) {}
 
   // These run no handler and store nothing.
   void Fill(const std::string& servers);  // lists every instance and selects those of this stored text
@@ -30,8 +33,11 @@ class QueuedServersList {
 
  private:
   void Select(const std::vector<std::string>& servers);
+  void ShowChosen(const QItemSelection& chosen);
+  void ShowCount();
 
   QListWidget& list_;
+  QLabel& count_;
   ConfigurationSession& session_;
 };
 

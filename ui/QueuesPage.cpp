@@ -26,7 +26,7 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
                 .persist = [this](const std::string& key,
                                   const std::string& value) { session_.PersistQueueSetting(key, value); },
                 .refill = [this] { Fill(); }}),
-      servers_(*ui_->lstQueueApplServers, session),
+      servers_(*ui_->lstQueueApplServers, *ui_->lblQueueServersCount, session),
       filter_(
           {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
           messages, binding_) {
@@ -145,6 +145,7 @@ void QueuesPage::AddNewQueue(const std::string& name) {
   RunGuarded(messages_, [&] { session_.PersistQueueSetting("title", name); });
   ShowFirst();
   ui_->txtEvery->setFocus();
+  ui_->txtEvery->selectAll();
 }
 
 void QueuesPage::btnDeleteQueue_Click() {

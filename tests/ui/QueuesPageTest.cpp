@@ -145,7 +145,8 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   const auto queues = [this] {
     return Stored("SQL:A", "Queues") + " " + Stored("SQL:B", "Queues") + " " + Stored("SQL:H,1", "Queues");
   };
-  EXPECT_EQ(Lines("lstQueueApplServers") + " " + SelectedServers(), "A|B|H,1 A");
+  const std::string count = "lblQueueServersCount";
+  EXPECT_EQ(Lines("lstQueueApplServers") + " " + SelectedServers() + " " + Text(count), "A|B|H,1 A 1 of 3");
   EXPECT_FALSE(IsModified());
   Find("lstQueueApplServers").setFocus();  // by keyboard alone
   Press(Qt::Key_B);                        // leads there and selects nothing
@@ -153,9 +154,9 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   Press("Home Down Space Down Space");
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q1", "queuebydefaultservers"), "A,B,H,1");
-  EXPECT_EQ(queues(), "Q1,Q2 Q2,Q1 Q1");
+  EXPECT_EQ(queues() + " " + Text(count), "Q1,Q2 Q2,Q1 Q1 3 of 3");
   Choose("cmbQueues", 1);  // nothing goes with it, and it leaves the instances
-  EXPECT_EQ(SelectedServers(), "");
+  EXPECT_EQ(SelectedServers() + Text(count), "0 of 3");
   Choose("cmbQueues", 0);
   EXPECT_EQ(SelectedServers(), "A|B|H,1");
   ClickLine("lstQueueApplServers", 0);
@@ -165,6 +166,26 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q1", "queuebydefault queuebydefaultservers") + " " + queues(), "none| , , ");
   EXPECT_EQ(OnOf("lstQueueApplServers lstQueueFilter btnAddQueueFilter"), "");
+}
+
+TEST_F(QueuesPageTest, ScrollsToTheChosenOfManyInstances) {
+  std::string ini = kMailOne;
+  for (int number = 1; number <= 60; ++number)
+    ini += "[SQL:" + std::to_string(number) + "]\r\nPrimaryMailServer=one\r\n";
+  for (const std::string queue : {"30", "50"})
+    WriteQueue(queue, Replaced(kDailyQueue, "none\" queuebydefaultservers=\"",
+                               "all\" queuebydefaultservers=\"" + queue + ",57,60"));
+  WriteQueue("none", kDailyQueue);
+  Open(ini);
+  const auto& list = Find<QListWidget>("lstQueueApplServers");
+  for (const auto& [index, first, count] :
+       {std::tuple(0, "30", "3 of 60"), {1, "50", "3 of 60"}, {2, "1", "0 of 60"}}) {
+    if (index > 0) Choose("cmbQueues", index);
+    const auto* entry = list.findItems(QString::fromLatin1(first), Qt::MatchExactly).front();
+    EXPECT_TRUE(list.viewport()->rect().contains(list.visualItemRect(entry))) << first;
+    EXPECT_EQ(Text("lblQueueServersCount"), count);
+    EXPECT_TRUE(list.accessibleDescription().startsWith(QString::fromLatin1(count)));
+  }
 }
 
 TEST_F(QueuesPageTest, EditsTheFilter) {
@@ -246,7 +267,7 @@ TEST_F(QueuesPageTest, AddsAndDeletesAndCannotLeaveAnInvalidQueue) {
   AddQueue(" Early-1.0 ");
   EXPECT_EQ(Entries("cmbQueues"), (Names{" Early-1.0 ", "NIGHTLY"}));
   EXPECT_EQ(Text("cmbQueues txtQueueTitle txtEvery"), " Early-1.0 | Early-1.0 |1");
-  Press("Ctrl+A Del");  // where the focus is
+  Press("Del");  // the number is selected
   messages.WillShow(Faulty("queue  Early-1.0 ", "The field Every must be a number"));
   Choose("cmbQueues", 1);
   messages.WillShow(Faulty("queue  Early-1.0 ", "The field Every must be a number"));

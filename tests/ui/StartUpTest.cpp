@@ -85,7 +85,8 @@ TEST_F(StartUp, ChoosesTheFirstPage) {
   EXPECT_EQ(Controls(false),
             Words("Label16 Label20 Label21 Label22 Label5 Label6 btnAddQueueFilter btnDeleteQueueFilter "
                   "btnEditQueueFilter chkFriday chkMonday chkSaturday chkSunday chkThursday chkTuesday "
-                  "chkWednesday cmbSpan lstQueueApplServers lstQueueFilter txtEndDate txtEndTime "
+                  "chkWednesday cmbSpan lblQueueServersCount lstQueueApplServers lstQueueFilter txtEndDate "
+                  "txtEndTime "
                   "txtLocalPickupFolder txtMailDomain txtMailPassword txtMailUsername txtOccursEvery "
                   "txtSqlPassword txtSqlUsername txtStartTime"));
 }
