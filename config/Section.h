@@ -84,9 +84,12 @@ class Section {
   // written.
   bool IsTwin() const { return isTwin_; }
   void SetIsTwin() { isTwin_ = true; }
+  // False when every save of it is refused: it is a twin, was cut off on loading, or its definition cannot be
+  // used.
+  bool CanBeWritten() const { return !isTwin_ && !cutOffOnLoading_ && queueProblem_.empty(); }
   // Whether it came from the INI file and is all that the file held of it.
   bool IsWholeIniSection() const {
-    return SectionType != pellorin::SectionType::Queue && isOriginal_ && !isTwin_ && !cutOffOnLoading_;
+    return SectionType != pellorin::SectionType::Queue && isOriginal_ && CanBeWritten();
   }
   // The name without the prefix of its type ("MAIL:", "SQL:", "ADMIN:", in any letter case), as selectors
   // show it.

@@ -10,9 +10,20 @@
 namespace pellorin {
 namespace {
 
+constexpr int kChosenWhenShown = Qt::UserRole + 1;
+
 // A second section of one name is never written, so a queue cannot apply to it.
 bool IsInstance(const Section& section) {
   return section.SectionType == SectionType::Sql && !section.IsDeleted() && !section.IsTwin();
+}
+
+// A section that cannot be written stays as it is, unless the user changed its entry: saving then says why
+// not.
+bool IsLeftAlone(const QListWidgetItem& entry, const Section& instance) {
+  const Setting* queues = instance.GetSetting("Queues");
+  const bool isEdited = entry.isSelected() != entry.data(kChosenWhenShown).toBool() ||
+                        (queues != nullptr && queues->HasChanges());
+  return !instance.CanBeWritten() && !isEdited;
 }
 
 // Lists are split at commas; names that hold one themselves must be known for that.
@@ -47,7 +58,9 @@ void QueuedServersList::Select(const std::vector<std::string>& servers) {
     auto* entry = new QListWidgetItem(QString::fromStdString(name), &list_);
     entry->setData(Qt::UserRole, IdentityOf(*section));
     const QModelIndex index = list_.indexFromItem(entry);
-    if (ArrayContains(servers, name)) selection.select(index, index);
+    const bool isChosen = ArrayContains(servers, name);
+    entry->setData(kChosenWhenShown, isChosen);
+    if (isChosen) selection.select(index, index);
   }
   list_.selectionModel()->select(selection, QItemSelectionModel::Select);
   ShowChosen(selection);
@@ -74,13 +87,14 @@ void QueuedServersList::ShowCount() {
                                                  : count + QStringLiteral(" chosen. ") + list_.toolTip());
 }
 
-void QueuedServersList::RefreshQueuedServers(const std::vector<std::string>& servers) {
-  Select(servers);
+void QueuedServersList::RefreshQueuedServers() {
+  Fill(session_.CurrentQueue()->GetValue("queuebydefaultservers"));
   StoreSelection();
 }
 
-void QueuedServersList::RefreshQueuedServers() {
-  Fill(session_.CurrentQueue()->GetValue("queuebydefaultservers"));
+void QueuedServersList::ForgetQueue() {
+  Select({});
+  for (int row = 0; row < list_.count(); ++row) list_.item(row)->setData(kChosenWhenShown, true);
   StoreSelection();
 }
 
@@ -97,6 +111,7 @@ void QueuedServersList::StoreSelection() {
     if (instance == nullptr) continue;
     const std::string queues = instance->GetValue("Queues");
     if (entry.isSelected()) servers.push_back(instance->DisplayName());
+    if (IsLeftAlone(entry, *instance)) continue;
     steps.Run([&] {
       session_.SetValue(*instance, "Queues",
                         entry.isSelected() ? WithName(queues, queue->Name, queueNames)

@@ -164,7 +164,7 @@ void QueuesPage::btnDeleteQueue_Click() {
                       .buttons = MessageButtons::YesNo}) != Answer::Yes)
     return;
   // The queue goes though an instance cannot forget it.
-  RunGuarded(messages_, [this] { servers_.RefreshQueuedServers({}); });
+  RunGuarded(messages_, [this] { servers_.ForgetQueue(); });
   RemoveShown();
 }
 

@@ -1,7 +1,7 @@
 // The page "Sql Servers": shows one instance at a time and writes each change of a control into its section
-// at once. Showing an instance stores what its format and its lists show; a stored name that a list does not
-// hold is lost then, and named on the page. Instances are added, and their procedure is installed again,
-// through the installer's dialog.
+// at once. Showing an instance stores what its format and its lists show, unless its section cannot be
+// written; a stored name that a list does not hold is lost then, and named on the page. Instances are added,
+// and their procedure is installed again, through the installer's dialog.
 #pragma once
 
 #include <QCheckBox>

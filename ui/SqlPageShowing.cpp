@@ -19,7 +19,8 @@ void SqlPage::ShowCurrent() {
   RunGuarded(messages_, [this] {
     const ConfigurationSession::Edits edits(session_);
     Fill();
-    StoreShown();
+    ShowNotice();
+    if (session_.CurrentSql()->CanBeWritten()) StoreShown();
   });
 }
 
@@ -62,7 +63,6 @@ void SqlPage::StoreShown() {
       if (shown.empty()) NoteLost(row, stored);
     });
   }
-  ShowNotice();
   steps.RaiseFailures();
 }
 

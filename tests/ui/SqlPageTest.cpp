@@ -135,6 +135,26 @@ TEST_F(SqlPageTest, TellsAMissingConnectionTypeAndTakesARefusedOneBack) {
   EXPECT_EQ(Checked("optTrusted optSqlNative") + OnOf("txtSqlUsername"), "optSqlNativetxtSqlUsername");
 }
 
+TEST_F(SqlPageTest, ShowingLeavesSectionsAloneThatCannotBeWritten) {
+  const std::string first = "[SQL:B]\r\nConnectionType=Trusted\r\nPrimaryMailServer=two\r\nQueues=Q\r\n";
+  const std::string cut = "[SQL:C]\r\nPrimaryMailServer=two\r\nStylesheet=gone.css\r\nQueues=Q,R\r\nPad=" +
+                          std::string(10000, 'x') + "\r\n";
+  const std::string ini = kMailTwo + first + first + cut + kAdmin + "SchedulerPassword=<\\_\r\n";
+  WriteQueue("Q", "<queue queuebydefault=\"all\" queuebydefaultservers=\"B\"/>");
+  ASSERT_TRUE(Start(ini));
+  ClickTab(1);
+  for (const int index : {1, 2, 1}) Choose("cmbSQLServer", index);
+  ClickTab(2);
+  Find("lstQueueApplServers").setFocus();
+  Press("Home Space Space");  // another instance
+  SaveSuccessfully();
+  EXPECT_TRUE(IniBytes() == Replaced(ini, first, first + "DefaultFormat=Text\r\n"))
+      << "more was changed than the first section of its name";
+  const std::string reason = "The file holds more of this section than the 10,000 bytes that could be read.";
+  Delete("btnDeleteQueue", "queue Q");  // no instance may keep the name of a queue that is gone
+  Save(SaveFailure("SQL:C", reason, "Q (removed)", "SQL:B, SQL:C", IniPath()));
+}
+
 TEST_F(SqlPageTest, KeepsItsListsOfMailServersRight) {
   Open(kInstance + kBare);
   ClickTab(0);
