@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "ui/SingleLineInput.h"
+
 namespace pellorin {
 namespace {
 
@@ -117,11 +119,12 @@ Answer QtUserMessages::Show(const Message& message) {
 
 std::string QtUserMessages::AskForText(const std::string& title, const std::string& prompt) {
   const NormalPointer pointer;
-  bool accepted = false;
-  const QString text =
-      QInputDialog::getText(InFront(owner_), QString::fromStdString(title), QString::fromStdString(prompt),
-                            QLineEdit::Normal, {}, &accepted);
-  return accepted ? text.toStdString() : std::string();
+  QInputDialog dialog(InFront(owner_));
+  dialog.setWindowTitle(QString::fromStdString(title));
+  dialog.setLabelText(QString::fromStdString(prompt));
+  dialog.setInputMode(QInputDialog::TextInput);  // makes the text box
+  KeepInputToOneLine(dialog);
+  return dialog.exec() == QDialog::Accepted ? dialog.textValue().toStdString() : std::string();
 }
 
 }  // namespace pellorin

@@ -10,6 +10,7 @@
 #include "ui/QueueTest.h"
 #include "ui/QueuesPage.h"
 #include "ui/SaveConfiguration.h"
+#include "ui/SingleLineInput.h"
 #include "ui/SqlPage.h"
 #include "ui/SqlServerTest.h"
 #include "ui/WatchedWork.h"
@@ -47,6 +48,7 @@ frmMain::frmMain(const Components& components)
   BindTests();
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
+  KeepInputToOneLine(*this);
   LeadTabToChosenOptions(*this);
 }
 

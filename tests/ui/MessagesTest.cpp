@@ -77,13 +77,14 @@ TEST(QtUserMessages, ShowsABoxToTheLetterAndAnswersIt) {
 TEST(QtUserMessages, AsksForAText) {
   QtUserMessages messages;
   QObject context;
-  for (const auto& [keys, end, answer] :
-       {std::tuple{" a <b> ", Qt::Key_Return, " a <b> "}, {"typed", Qt::Key_Escape, ""}}) {
-    WithBox<QInputDialog>(context, [keys = keys, end = end](QInputDialog& box) {
+  for (const auto& [pasted, end, answer] :
+       {std::tuple{" a <b> \n", Qt::Key_Return, " a <b> "}, {"left", Qt::Key_Escape, ""}}) {
+    QApplication::clipboard()->setText(QString::fromUtf8(pasted));
+    WithBox<QInputDialog>(context, [end = end](QInputDialog& box) {
       EXPECT_EQ(box.windowTitle(), QStringLiteral("New Mail Server"));
       EXPECT_EQ(box.labelText(), QStringLiteral("Please enter the name of the new mail server"));
       EXPECT_EQ(box.textValue(), QString());
-      QTest::keyClicks(box.focusWidget(), QString::fromUtf8(keys));
+      QTest::keyClick(box.focusWidget(), Qt::Key_V, Qt::ControlModifier);
       QTest::keyClick(&box, end);
     });
     EXPECT_EQ(messages.AskForText("New Mail Server", "Please enter the name of the new mail server"), answer);

@@ -47,14 +47,14 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
     dialog->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
   }
-  void MakeAndLogIn() {  // as the user does it, up to the database
+  void MakeAndLogIn() {  // as the user does it, up to the database, with whole lines copied from elsewhere
     Make();
     Show();
-    Paste("ddcSqlServers", server);
+    Paste("ddcSqlServers", server + "\r\n");
     Click("optSqlNative");
     EXPECT_EQ(FocusName(), "txtSqlUsername");
-    Paste("txtSqlUsername", user);
-    Paste("txtSqlPassword", password);
+    Paste("txtSqlUsername", user + "\n");
+    Paste("txtSqlPassword", password + "\n");
   }
   void Lock(const std::string& instance, const std::string& inDatabase) {  // one that is configured already
     dialog->SetServer(instance);

@@ -1,5 +1,7 @@
 // Save, Cancel, Help and closing, and what is left when saving or loading fails.
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMimeData>
 
 #include "tests/ui/WindowFixture.h"
 
@@ -60,6 +62,47 @@ TEST_F(Window, BringsTheFirstFaultyPageToFront) {
     EXPECT_EQ(Page(), row.page);
     EXPECT_EQ(IniBytes(), row.ini);
   }
+}
+
+TEST_F(Window, WhatIsPastedOrDroppedLosesItsLineEnds) {
+  const QString dirty = QStringLiteral("\t\none\r\ntwo\tthree \u2028\n");
+  QApplication::clipboard()->setText(dirty);
+  QMimeData dragged;
+  dragged.setText(dirty);
+  ASSERT_TRUE(Start(kUsual));
+  Click("optBasic");
+  for (const std::string name : {"txtDefaultDomain", "txtMailPassword"})
+    for (const std::string way : {"key", "menu", "drop", "input method"}) {
+      SCOPED_TRACE(name + " by " + way);
+      auto& box = Find<QLineEdit>(name);
+      Replace(name, "ab ");
+      int edits = 0;
+      const auto counting = QObject::connect(&box, &QLineEdit::textChanged, [&edits] { ++edits; });
+      if (way == "key") Press("Ctrl+V");
+      if (way == "menu") {
+        QContextMenuEvent wanted(QContextMenuEvent::Mouse, {}, box.mapToGlobal(QPoint()));
+        QApplication::sendEvent(&box, &wanted);
+        QTest::keyClick(QApplication::activePopupWidget(), 'p');
+        window->activateWindow();
+      } else if (way == "drop") {
+        const QPoint place(box.width() - 5, 5);
+        QDragEnterEvent enter(place, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &enter);
+        QDropEvent drop(place, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &drop);
+      } else if (way == "input method") {
+        QInputMethodEvent commit;
+        commit.setCommitString(dirty);
+        QApplication::sendEvent(&box, &commit);
+      }
+      EXPECT_EQ(Text(name), "ab onetwo\tthree ");
+      EXPECT_EQ(edits, 1);
+      QObject::disconnect(counting);
+      Press("Ctrl+Z");
+      if (way != "input method" && name != "txtMailPassword") {  // which lose what was typed before, too
+        EXPECT_EQ(Text(name), "ab ");
+      }
+    }
 }
 
 TEST_F(Window, NumericBoxesRefuseTheKeyThatMakesNoNumber) {

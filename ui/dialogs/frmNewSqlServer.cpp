@@ -11,6 +11,7 @@
 #include "ui/ControlTags.h"
 #include "ui/FailureMessage.h"
 #include "ui/ListItems.h"
+#include "ui/SingleLineInput.h"
 #include "ui_frmNewSqlServer.h"
 
 namespace pellorin {
@@ -47,6 +48,7 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
     list->setCompleter(nullptr);  // names are taken as typed, not completed
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
+  KeepInputToOneLine(*this);
   LeadTabToChosenOptions(*this);
   MuteNotices();
   FillInstances();

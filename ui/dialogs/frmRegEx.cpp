@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "ui/ControlBinding.h"
+#include "ui/SingleLineInput.h"
 #include "ui_frmRegEx.h"
 
 namespace pellorin {
@@ -13,6 +14,7 @@ frmRegEx::frmRegEx(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::fr
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
+  KeepInputToOneLine(*this);
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });
