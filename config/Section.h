@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "config/KeyedCollection.h"
 #include "config/QueueDefinition.h"
@@ -62,8 +63,10 @@ class Section {
   bool ValidateSqlSettings();
   bool ValidateQueueSettings();
   bool Validate();  // the rules of this section's type
-  void AppendError(const std::string& message);
+  void AppendError(const std::string& message, const std::string& settingName = {});
   const std::string& ValidationError() const { return validationError_; }
+  // The settings that the last validation refused, in the order of checking.
+  const std::vector<std::string>& FaultySettings() const { return faultySettings_; }
 
   // NumberedError 50110, 50111; FileError. See IniFile.h and QueueFolder.h for where the data lies.
   void Load();
@@ -110,6 +113,7 @@ class Section {
 
   KeyedCollection<Setting> settings_;
   std::string validationError_;
+  std::vector<std::string> faultySettings_;
   bool isDeleted_ = false;
   bool isOriginal_ = false;
   bool isTwin_ = false;

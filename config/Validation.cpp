@@ -22,8 +22,8 @@ class Rules {
     return pellorin::IsNumber(Value(name), section_.Owner->Locale());
   }
   bool IsDate(std::string_view name) const { return pellorin::IsDate(Value(name), section_.Owner->Locale()); }
-  void Refuse(bool broken, const char* message) {
-    if (broken) section_.AppendError(message);
+  void Refuse(const char* settingName, bool broken, const char* message) {
+    if (broken) section_.AppendError(message, settingName);
   }
   bool Passed() const { return section_.ValidationError().empty(); }
 
@@ -44,11 +44,12 @@ void CheckMailDelivery(Rules& rules, FileOperations& files) {
   const bool isRemote = rules.Is("SendMethod", "2");
   const bool isLocal = rules.Is("SendMethod", "1");
   const std::string folder = rules.Value("LocalMailPickupFolder");
-  rules.Refuse(isRemote && rules.IsEmpty("RemoteServerName"), "- Remote Server Name must be provided");
-  rules.Refuse(isRemote && !rules.IsNumber("RemoteServerPort"),
+  rules.Refuse("RemoteServerName", isRemote && rules.IsEmpty("RemoteServerName"),
+               "- Remote Server Name must be provided");
+  rules.Refuse("RemoteServerPort", isRemote && !rules.IsNumber("RemoteServerPort"),
                "- Remote Server Port must be a number. The most common value is 25");
-  rules.Refuse(isLocal && folder.empty(), "- Local Pickup Folder must be provided");
-  rules.Refuse(isLocal && !folder.empty() && !IsFolder(files, folder),
+  rules.Refuse("LocalMailPickupFolder", isLocal && folder.empty(), "- Local Pickup Folder must be provided");
+  rules.Refuse("LocalMailPickupFolder", isLocal && !folder.empty() && !IsFolder(files, folder),
                "- Local Pickup Folder does not exist");
 }
 
@@ -56,35 +57,37 @@ void CheckMailLogin(Rules& rules) {
   const bool isNtlm = rules.Is("AuthenticationMethod", "2");
   const auto parts = SplitAt("\\", rules.Value("Username"));
   const bool hasBoth = parts.size() == 2;
-  rules.Refuse(rules.Is("AuthenticationMethod", "1") && rules.IsEmpty("Username"),
+  rules.Refuse("Username", rules.Is("AuthenticationMethod", "1") && rules.IsEmpty("Username"),
                "- Username must be provided");
-  rules.Refuse(isNtlm && !hasBoth,
+  rules.Refuse("Username", isNtlm && !hasBoth,
                "- When using NTML authentication, both username and domain must be provided");
-  rules.Refuse(isNtlm && hasBoth && parts[0].empty(),
+  rules.Refuse("Username", isNtlm && hasBoth && parts[0].empty(),
                "- When using NTLM authentication, domain must be provided");
-  rules.Refuse(isNtlm && hasBoth && parts[1].empty(), "- Username must be provided");
+  rules.Refuse("Username", isNtlm && hasBoth && parts[1].empty(), "- Username must be provided");
 }
 
 void CheckQueueScope(Rules& rules) {
-  rules.Refuse(!rules.IsNumber("every"), "- The field Every must be a number");
-  rules.Refuse(rules.IsEmpty("days") && rules.Is("frequency", "weekly"),
+  rules.Refuse("every", !rules.IsNumber("every"), "- The field Every must be a number");
+  rules.Refuse("days", rules.IsEmpty("days") && rules.Is("frequency", "weekly"),
                "- Weekly frequency is selected, but no days have been specified");
-  rules.Refuse(rules.IsEmpty("queuebydefaultfilter") && rules.Is("queuebydefault", "filter"),
+  rules.Refuse("queuebydefaultfilter",
+               rules.IsEmpty("queuebydefaultfilter") && rules.Is("queuebydefault", "filter"),
                "- You chose to queue by default based on a filter but the filter is empty");
-  rules.Refuse(ValueOrDefault(rules.Value("queuebydefault"), "none") != "none" &&
+  rules.Refuse("queuebydefaultservers",
+               ValueOrDefault(rules.Value("queuebydefault"), "none") != "none" &&
                    rules.IsEmpty("queuebydefaultservers"),
                "- You chose to queue by default but did not specify what servers the queue should apply to");
 }
 
 void CheckQueueTimes(Rules& rules) {
   const bool isOnce = rules.Is("occurstype", "once");
-  rules.Refuse(!isOnce && !rules.IsNumber("occursevery"),
+  rules.Refuse("occursevery", !isOnce && !rules.IsNumber("occursevery"),
                "- The daily frequency field Every must be a number");
-  rules.Refuse(!isOnce && rules.IsEmpty("span"), "- The daily frequency time span must be provided");
-  rules.Refuse(isOnce && !rules.IsDate("occursonce"), "- Occurs once value should be a date");
-  rules.Refuse(!rules.IsEmpty("starttime") && !rules.IsDate("starttime"),
+  rules.Refuse("span", !isOnce && rules.IsEmpty("span"), "- The daily frequency time span must be provided");
+  rules.Refuse("occursonce", isOnce && !rules.IsDate("occursonce"), "- Occurs once value should be a date");
+  rules.Refuse("starttime", !rules.IsEmpty("starttime") && !rules.IsDate("starttime"),
                "- The Starting At field has an invalid value");
-  rules.Refuse(!rules.IsEmpty("endtime") && !rules.IsDate("endtime"),
+  rules.Refuse("endtime", !rules.IsEmpty("endtime") && !rules.IsDate("endtime"),
                "- The Ending At field has an invalid value");
 }
 
@@ -92,17 +95,20 @@ void CheckQueueDuration(Rules& rules, const LocaleConventions& locale) {
   const auto start = ReadDateTime(rules.Value("startdate"), locale);
   const auto end = ReadDateTime(rules.Value("enddate"), locale);
   const bool hasEnd = rules.Is("hasenddate", "1");
-  rules.Refuse(!rules.IsEmpty("startdate") && !start, "- The Start Date field has an invalid value");
-  rules.Refuse(hasEnd && !end, "- The End Date field has an invalid value");
-  rules.Refuse(hasEnd && end && !start, "- The Start Date field has an invalid value");
-  rules.Refuse(hasEnd && end && start && MomentOf(*end) < MomentOf(*start),
+  rules.Refuse("startdate", !rules.IsEmpty("startdate") && !start,
+               "- The Start Date field has an invalid value");
+  rules.Refuse("enddate", hasEnd && !end, "- The End Date field has an invalid value");
+  rules.Refuse("startdate", hasEnd && end && !start, "- The Start Date field has an invalid value");
+  rules.Refuse("enddate", hasEnd && end && start && MomentOf(*end) < MomentOf(*start),
                "- The End Date occurs before the Start Date");
 }
 
 }  // namespace
 
-void Section::AppendError(const std::string& message) {
+void Section::AppendError(const std::string& message, const std::string& settingName) {
   validationError_ = message.empty() ? std::string() : message + "\r\n" + validationError_;
+  if (message.empty()) faultySettings_.clear();
+  if (!settingName.empty()) faultySettings_.push_back(settingName);
 }
 
 bool Section::ValidateMailSettings() {
@@ -110,25 +116,28 @@ bool Section::ValidateMailSettings() {
   if (isDeleted_) return true;
   CheckMailDelivery(rules, Owner->Files());
   CheckMailLogin(rules);
-  rules.Refuse(rules.IsEmpty("SenderEmail"), "- Sender's email must be provided");
-  rules.Refuse(!rules.IsNumber("ConnectionTimeout"), "- Timeout must be a number");
+  rules.Refuse("SenderEmail", rules.IsEmpty("SenderEmail"), "- Sender's email must be provided");
+  rules.Refuse("ConnectionTimeout", !rules.IsNumber("ConnectionTimeout"), "- Timeout must be a number");
   return rules.Passed();
 }
 
 bool Section::ValidateAdminSettings() {
   Rules rules(*this);
   if (isDeleted_ || Owner->NumOfSections(pellorin::SectionType::Queue) < 1) return true;
-  rules.Refuse(rules.IsEmpty("SchedulerUsername"), "- Scheduler Username must be provided");
-  rules.Refuse(rules.IsEmpty("SchedulerPassword"), "- Scheduler Password must be provided");
+  rules.Refuse("SchedulerUsername", rules.IsEmpty("SchedulerUsername"),
+               "- Scheduler Username must be provided");
+  rules.Refuse("SchedulerPassword", rules.IsEmpty("SchedulerPassword"),
+               "- Scheduler Password must be provided");
   return rules.Passed();
 }
 
 bool Section::ValidateSqlSettings() {
   Rules rules(*this);
   if (isDeleted_) return true;
-  rules.Refuse(rules.Is("ConnectionType", "Sql") && rules.IsEmpty("SqlUsername"),
+  rules.Refuse("SqlUsername", rules.Is("ConnectionType", "Sql") && rules.IsEmpty("SqlUsername"),
                "- Username must be provided");
-  rules.Refuse(rules.IsEmpty("PrimaryMailServer"), "- Primary mail server must be provided");
+  rules.Refuse("PrimaryMailServer", rules.IsEmpty("PrimaryMailServer"),
+               "- Primary mail server must be provided");
   return rules.Passed();
 }
 

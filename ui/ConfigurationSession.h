@@ -64,8 +64,8 @@ class ConfigurationSession : public QObject {
   void mailServersChanged();
   void sqlServersChanged();
   void documentReplaced();
-  void edited();                                      // the document may or may not have changes now
-  void validationFailed(pellorin::SectionType type);  // kind of the first section that cannot be saved
+  void edited();                                     // the document may or may not have changes now
+  void validationFailed(pellorin::Section* faulty);  // the first section that cannot be saved
 
  private:
   void Persist(Section* section, const std::string& key, const std::string& value);

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "config/Ini.h"
@@ -44,10 +45,12 @@ void ControlBinding::OnSelection(QListWidget* list, Handler handler) {
 }
 
 void ControlBinding::Bind(const TextRow& row) {
+  AddField(row.key, row.control);
   OnEdit(row.control, [this, row] { Persist(row.key, TextOf(*row.control)); });
 }
 
 void ControlBinding::Bind(const NumberRow& row) {
+  AddField(row.key, row.control);
   OnEdit(row.control, [this, row] { EditNumber(row); });
 }
 
@@ -71,6 +74,30 @@ void ControlBinding::Persist(const std::string& key, const std::string& value) {
     target_.refill();
     throw;
   }
+}
+
+// Of several fields that are on an empty one, which lacks what the setting needs.
+QWidget* ControlBinding::FieldOf(const std::string& key) const {
+  QWidget* field = nullptr;
+  const auto [first, last] = fields_.equal_range(key);
+  for (auto place = first; place != last; ++place) {
+    if (!place->second->isEnabled()) continue;
+    const auto* text = qobject_cast<const QLineEdit*>(place->second);
+    if (text != nullptr && text->text().isEmpty()) return place->second;
+    if (field == nullptr) field = place->second;
+  }
+  return field;
+}
+
+bool ControlBinding::FocusFirst(const std::vector<std::string>& keys, QWidget& start) const {
+  std::set<const QWidget*> fields;
+  for (const std::string& key : keys)
+    if (const QWidget* field = FieldOf(key)) fields.insert(field);
+  if (fields.empty()) return false;
+  QWidget* control = &start;
+  while (!fields.contains(control)) control = control->nextInFocusChain();
+  control->setFocus(Qt::TabFocusReason);  // as by Tab: what stands there is selected
+  return true;
 }
 
 void SetChosen(QRadioButton& option, bool isChosen) {

@@ -9,7 +9,9 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <functional>
+#include <map>
 #include <string>
+#include <vector>
 
 #include "config/Section.h"
 #include "platform/UserMessages.h"
@@ -58,6 +60,12 @@ class ControlBinding {
 
   void Persist(const std::string& key, const std::string& value);
 
+  // Tells which control shows a setting; for the rows above that is known. A setting may have several.
+  void AddField(const char* key, QWidget* control) { fields_.emplace(key, control); }
+  // Of the fields of these settings that are on, focuses the one that Tab reaches first from `start`. False
+  // when there is none.
+  bool FocusFirst(const std::vector<std::string>& keys, QWidget& start) const;
+
   class Quiet {
    public:
     explicit Quiet(int& depth) : depth_(depth) { ++depth_; }
@@ -73,9 +81,11 @@ class ControlBinding {
  private:
   void Run(const Handler& handler);
   void EditNumber(const NumberRow& row);
+  QWidget* FieldOf(const std::string& key) const;
 
   UserMessages& messages_;
   Target target_;
+  std::multimap<std::string, QWidget*> fields_;
   int quietDepth_ = 0;
 };
 

@@ -45,8 +45,10 @@ void MailPage::BindControls() {
     });
   for (const TextRow& row : texts_) binding_.Bind(row);
   for (const NumberRow& row : numbers_) binding_.Bind(row);
-  for (QLineEdit* part : {ui_->txtMailUsername, ui_->txtMailDomain})
+  for (QLineEdit* part : {ui_->txtMailUsername, ui_->txtMailDomain}) {
+    binding_.AddField("Username", part);
     binding_.OnEdit(part, [this] { PersistUsername(); });
+  }
   binding_.OnChoice(ui_->cmbMailServer, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
   binding_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });

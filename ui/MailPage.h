@@ -27,6 +27,7 @@ class MailPage : public SectionPage {
   bool ValidateMail();  // reports what is invalid; true when no server is shown
 
  protected:
+  ControlBinding& Binding() override { return binding_; }
   void ShowCurrent() override { Fill(); }
   bool ValidateShown() override { return ValidateMail(); }
 

@@ -63,8 +63,10 @@ void QueuesPage::BindControls() {
   for (const OptionRow& option : options_)
     binding_.OnClick(option.button, [this, &option] { Choose(option); });
   for (const TextRow& row : texts_) binding_.Bind(row);
-  for (const PickerRow& row : pickers_)
+  for (const PickerRow& row : pickers_) {
+    binding_.AddField(row.key, row.control);
     binding_.OnEdit(row.control, [this, row] { binding_.Persist(row.key, row.control->ValueText()); });
+  }
   for (const DayRow& day : days_) binding_.OnClick(day.box, [this] { PersistDays(); });
   binding_.OnChoice(ui_->cmbSpan,
                     [this] { binding_.Persist("span", ui_->cmbSpan->currentText().toStdString()); });
@@ -72,6 +74,10 @@ void QueuesPage::BindControls() {
   binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
   binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
+  binding_.AddField("days", ui_->chkMonday);
+  binding_.AddField("span", ui_->cmbSpan);
+  binding_.AddField("queuebydefaultservers", ui_->lstQueueApplServers);
+  binding_.AddField("queuebydefaultfilter", ui_->lstQueueFilter);
   binding_.OnClick(ui_->btnTestQueue, [this] { emit testRequested(); });
   connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
   connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {

@@ -34,6 +34,7 @@ class QueuesPage : public SectionPage {
   bool ValidateQueue();  // reports what is invalid; true when no queue is shown
 
  protected:
+  ControlBinding& Binding() override { return binding_; }
   void ShowCurrent() override;
   bool ValidateShown() override { return ValidateQueue(); }
 

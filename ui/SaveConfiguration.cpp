@@ -15,7 +15,7 @@ SaveOutcome SaveConfiguration(ConfigurationSession& session, UserMessages& messa
     const auto& sections = document.Sections();
     const auto faulty = std::find_if(sections.begin(), sections.end(),
                                      [](const auto& section) { return !section->ValidationError().empty(); });
-    emit session.validationFailed((*faulty)->SectionType);
+    emit session.validationFailed(faulty->get());
     return SaveOutcome::Invalid;
   }
   try {

@@ -42,6 +42,21 @@ void SectionPage::ShowSelected() {
   ShowCurrent();
 }
 
+void SectionPage::ShowFaulty(Section& faulty) {
+  const Section* shown = session_.Current(type_);
+  if (shown == nullptr || shown->ValidationError().empty()) {
+    selector_->Select(faulty);
+    session_.SetCurrent(type_, &faulty);
+    ShowCurrent();
+    faulty.Validate();  // showing may have stored defaults
+  }
+  if (!FocusFaultyField()) selector_->List().setFocus();
+}
+
+bool SectionPage::FocusFaultyField() {
+  return Binding().FocusFirst(session_.Current(type_)->FaultySettings(), selector_->List());
+}
+
 bool SectionPage::ValidateCurrent(const std::string& subject) {
   Section* section = session_.Current(type_);
   if (section == nullptr || section->Validate()) return true;
@@ -49,6 +64,7 @@ bool SectionPage::ValidateCurrent(const std::string& subject) {
                           " need to be corrected: \r\n" + section->ValidationError(),
                   .title = "Validation Errors",
                   .icon = MessageIcon::Exclamation});
+  FocusFaultyField();
   return false;
 }
 

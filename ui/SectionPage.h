@@ -7,6 +7,7 @@
 
 #include "platform/UserMessages.h"
 #include "ui/ConfigurationSession.h"
+#include "ui/ControlBinding.h"
 #include "ui/ControlTags.h"
 #include "ui/SectionSelector.h"
 
@@ -25,6 +26,9 @@ class SectionPage : public QFrame {
 
   // The handler of the selector: shows the section of the selected entry, unless the shown one is invalid.
   void ShowSelected();
+  // After the whole document was refused: shows the section and leads to its first refused field. When the
+  // shown section was refused itself it stays. Checks nothing on leaving.
+  void ShowFaulty(Section& faulty);
   // Enables the page's controls, or disables and empties them.
   void Enable();
   virtual void StartBrandNew();
@@ -34,6 +38,7 @@ class SectionPage : public QFrame {
 
  protected:
   void UseSelector(QComboBox& list) { selector_.emplace(list); }
+  virtual ControlBinding& Binding() = 0;
   virtual void ShowCurrent() = 0;  // fills the controls from the section that has become current
   // Reports what is invalid in the shown section; true when none is shown.
   virtual bool ValidateShown() = 0;
@@ -42,6 +47,8 @@ class SectionPage : public QFrame {
   // Asks whether the settings of the shown server shall go; says why they cannot. True when the user wants
   // it.
   bool ConfirmDeletionOfServer();
+  // Focuses the first field of the shown section that validation refused. False when none is on.
+  bool FocusFaultyField();
   std::string_view Kind() const;  // as the tags spell it
   // The section of the selected entry; none while nothing is loaded or selected.
   Section* Selected() const;

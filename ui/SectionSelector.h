@@ -12,6 +12,7 @@ class SectionSelector {
  public:
   explicit SectionSelector(QComboBox& list) : list_(list) {}
 
+  QComboBox& List() const { return list_; }
   bool IsEmpty() const { return list_.count() == 0; }
   void Clear();
   void Append(const Section& section);

@@ -69,8 +69,10 @@ void SqlPage::BindControls() {
 }
 
 void SqlPage::BindLists() {
-  for (const ListRow& row : lists_)
+  for (const ListRow& row : lists_) {
+    binding_.AddField(row.key, row.list);
     binding_.OnChoice(row.list, [this, row] { ChooseItem(row, row.list->currentText().toStdString()); });
+  }
   const std::pair<QAbstractButton*, QComboBox*> clears[] = {
       {ui_->btnClearStylesheet, ui_->cmbStylesheet},
       {ui_->btnClearprimaryServer, ui_->cmbPrimaryMailServer},

@@ -40,6 +40,7 @@ class SqlPage : public SectionPage {
   void noticed(bool hasNotice);  // whether the page names something that was lost
 
  protected:
+  ControlBinding& Binding() override { return binding_; }
   void ShowCurrent() override;
   bool ValidateShown() override { return ValidateSql(); }
 

@@ -124,10 +124,17 @@ void frmMain::BindControls() {
     if (hasChanges) tags_.ToggleSection("Main", true);  // what can be edited can be saved
     MarkUnusableQueues();
   });
-  connect(&session_, &ConfigurationSession::validationFailed, this, [this](SectionType type) {
-    for (SectionPage* page : pages_)
-      if (page->Type() == type) ui_->tabMain->setCurrentWidget(page);
-  });
+  connect(&session_, &ConfigurationSession::validationFailed, this, &frmMain::ShowFaulty);
+}
+
+void frmMain::ShowFaulty(Section* faulty) {
+  for (SectionPage* page : pages_) {
+    if (page->Type() != faulty->SectionType) continue;
+    ui_->tabMain->setCurrentWidget(page);
+    page->ShowFaulty(*faulty);
+  }
+  if (faulty->SectionType == SectionType::Admin)
+    binding_.FocusFirst(faulty->FaultySettings(), *ui_->txtSchedulerUsername);
 }
 
 void frmMain::BindTests() {

@@ -74,6 +74,7 @@ class frmMain : public QWidget {
   void AddPages();
   void BindControls();
   void BindTests();
+  void ShowFaulty(Section* faulty);
   bool IsInServiceFolder();
   void ReadCommandLine(const std::string& commandLine);
   void RegisterEventSources();

@@ -44,24 +44,44 @@ TEST_F(Window, SavesWhatChangedAndNothingElse) {
   EXPECT_EQ(IniBytes(), ini);
 }
 
-TEST_F(Window, BringsTheFirstFaultyPageToFront) {
-  const std::string noPrimary = "SQL:DB1\r\n- Primary mail server must be provided";
-  const std::string badSql = "[SQL:DB1]\r\nPrimaryMailServer=\r\n";
+TEST_F(Window, LeadsToTheFirstFault) {
+  const std::string bare = "[MAIL:bare]\r\nSendMethod=2\r\nAuthenticationMethod=2\r\nUsername=x\r\n";
+  const std::string sql =
+      "[SQL:A]\r\nConnectionType=Trusted\r\nDefaultFormat=Text\r\nPrimaryMailServer=one\r\n";
+  const std::string noPrimary = "[SQL:B]\r\nConnectionType=Sql\r\nSqlUsername=u\r\n";
+  const std::string third = Replaced(sql, "SQL:A", "SQL:C");
   const struct {
     std::string ini;
-    int tab;
-    Names errors;
-    const char* page;
-  } cases[] = {{kMailOne + badSql, 0, {noPrimary}, "Sql Servers"},
-               {kBadMail + badSql, 2, {noPrimary, kNoSender}, "Mail Servers"}};
+    Names queues;
+    std::string led;  // page, what the three pages show, focus
+  } cases[] = {{kMailOne + bare + sql, {}, "Mail Servers|bare|A||txtSenderEmail"},
+               {kBadMail + bare + sql, {}, "Mail Servers|one|A||txtSenderEmail"},
+               {kMailOne + Replaced(kMailTwo, "DOM\\", "") + sql, {}, "Mail Servers|two|A||txtMailDomain"},
+               {kMailOne + sql + noPrimary + third, {}, "Sql Servers|one|B||cmbPrimaryMailServer"},
+               {kMailOne + sql, {"<queue/>"}, "Mail Servers|one|A|0|txtSchedulerPassword"},
+               {kMailOne + sql + kAdmin + "SchedulerPassword=<\\_\r\n",
+                {"<queue/>", "<queue occurstype=\"every\" occursevery=\"x\" starttime=\"y\"/>"},
+                "Queues|one|A|1|txtOccursEvery"}};
+  const auto saveInVain = [this] {
+    messages.WillShowSome();
+    Press("Ctrl+S");
+    EXPECT_EQ(messages.Last().title, "Validation Errors");
+    return Page() + "|" + Text("cmbMailServer cmbSQLServer cmbQueues") + "|" + FocusName();
+  };
   for (const auto& row : cases) {
+    for (std::size_t index = 0; index < row.queues.size(); ++index)
+      WriteQueue(std::to_string(index), row.queues[index]);
     ASSERT_TRUE(Start(row.ini));
     Replace("txtSchedulerUsername", "x");
-    ClickTab(row.tab);
-    Save(Invalid(row.errors));
-    EXPECT_EQ(Page(), row.page);
+    EXPECT_EQ(saveInVain(), row.led);
     EXPECT_EQ(IniBytes(), row.ini);
   }
+  ASSERT_TRUE(Start(cases[3].ini));  // with the queues of the last one
+  ClickTab(1);
+  Choose("cmbSQLServer", 2);
+  Click("btnClearprimaryServer");
+  ClickTab(0);
+  EXPECT_EQ(saveInVain(), "Sql Servers|one|C|0|cmbPrimaryMailServer") << "the shown one is faulty itself";
 }
 
 TEST_F(Window, WhatIsPastedOrDroppedLosesItsLineEnds) {
