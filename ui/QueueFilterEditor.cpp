@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <utility>
 
 #include "platform/TextSplit.h"
 #include "ui/dialogs/frmRegEx.h"
@@ -16,8 +17,8 @@ constexpr const char* kLineSeparator = "###";
 }  // namespace
 
 QueueFilterEditor::QueueFilterEditor(const Controls& controls, UserMessages& messages,
-                                     ControlBinding& binding)
-    : controls_(controls), messages_(messages), binding_(binding) {
+                                     ControlBinding& binding, std::function<void(QWidget&)> showHelp)
+    : controls_(controls), messages_(messages), binding_(binding), showHelp_(std::move(showHelp)) {
   binding_.OnSelection(controls_.lines, [this] { ToggleQueueFilterButtons(); });
   binding_.OnClick(controls_.add, [this] { btnAddQueueFilter_Click(); });
   binding_.OnClick(controls_.edit, [this] { btnEditQueueFilter_Click(); });
@@ -46,7 +47,7 @@ void QueueFilterEditor::ToggleQueueFilterButtons() {
 
 // The new line; empty when the user did not save.
 std::string QueueFilterEditor::ShowQueueFilterForm(const std::string& field, const std::string& value) {
-  frmRegEx dialog(controls_.lines->window());
+  frmRegEx dialog(controls_.lines->window(), showHelp_);
   dialog.AddFields(kFields);
   dialog.SetField(field);
   dialog.SetValue(value);

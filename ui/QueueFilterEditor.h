@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QObject>
 #include <QPushButton>
+#include <functional>
 #include <string>
 
 #include "ui/ControlBinding.h"
@@ -23,7 +24,8 @@ class QueueFilterEditor : public QObject {
     QPushButton* remove;
   };
 
-  QueueFilterEditor(const Controls& controls, UserMessages& messages, ControlBinding& binding);
+  QueueFilterEditor(const Controls& controls, UserMessages& messages, ControlBinding& binding,
+                    std::function<void(QWidget& owner)> showHelp);
 
   void Fill(const std::string& filter);  // a stored text; stores nothing
   void ToggleQueueFilterButtons();
@@ -44,6 +46,7 @@ class QueueFilterEditor : public QObject {
   Controls controls_;
   UserMessages& messages_;
   ControlBinding& binding_;
+  std::function<void(QWidget& owner)> showHelp_;  // of the dialog
 };
 
 }  // namespace pellorin

@@ -1,6 +1,7 @@
 #include "ui/QueuesPage.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "config/SectionNames.h"
 #include "ui/FailureMessage.h"
@@ -18,7 +19,7 @@ std::unique_ptr<Ui::frmQueues> MakeControls(QFrame& page) {
 }  // namespace
 
 QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
-                       const LocaleConventions& locale)
+                       const LocaleConventions& locale, std::function<void(QWidget&)> showFilterHelp)
     : SectionPage(SectionType::Queue, session, messages, tags),
       ui_(MakeControls(*this)),
       binding_(messages,
@@ -29,7 +30,7 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
       servers_(*ui_->lstQueueApplServers, *ui_->lblQueueServersCount, session),
       filter_(
           {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
-          messages, binding_) {
+          messages, binding_, std::move(showFilterHelp)) {
   UseSelector(*ui_->cmbQueues);
   MakeTables();
   for (const PickerRow& row : pickers_) row.control->SetLocaleConventions(locale);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,7 +27,7 @@ class QueuesPage : public SectionPage {
 
  public:
   QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
-             const LocaleConventions& locale);
+             const LocaleConventions& locale, std::function<void(QWidget& owner)> showFilterHelp);
   ~QueuesPage() override;
 
   void StartBrandNew() override;

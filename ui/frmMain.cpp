@@ -61,7 +61,9 @@ void frmMain::AddPages() {
                           components_.programFolder, [this](QWidget& owner) {
                             ShowHelpTopic(owner, "ConfigurationGuide.htm#NewSqlServerInstanceDialog");
                           }});
-  queuesPage_ = new QueuesPage(session_, components_.messages, tags_, components_.locale);
+  queuesPage_ =
+      new QueuesPage(session_, components_.messages, tags_, components_.locale,
+                     [this](QWidget& owner) { ShowHelpTopic(owner, "ConfigurationGuide.htm#QueuesTab"); });
   pages_ = {mailPage_, sqlPage_, queuesPage_};
   const auto addTab = [this](QWidget* page, const char* caption, const char* key, const std::string& tip) {
     const int index = ui_->tabMain->addTab(page, QString::fromUtf8(caption));

@@ -31,13 +31,14 @@ class QueuesPageTest : public WindowFixture {
     ClickAt(place);
     if (twice) QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, place);
   }
-  // Types field, Tab, expression; then Enter, or Escape.
+  // Opens help, pastes field and expression; then Enter, or Escape.
   void WillFill(const std::string& field, const std::string& value, Qt::Key end = Qt::Key_Return) {
-    InDialog([=](const DialogUser& user) {
-      user.Press("Ctrl+A");
-      user.Type(field);
-      user.Press(Qt::Key_Tab);
-      user.Type(value);
+    InDialog([=, this](const DialogUser& user) {
+      log.clear();
+      user.Press(Qt::Key_F1);
+      EXPECT_EQ(log, Names{program + "/Pellorin.chm|ConfigurationGuide.htm#QueuesTab"});
+      user.Paste("cmbField", field + "\n");
+      user.Paste("txtValue", "\t" + value);
       user.Press(end);
     });
   }

@@ -198,7 +198,8 @@ class WindowFixture : public ::testing::Test,
     if (onRegister) onRegister();
   }
   void ShowTopic(QWidget& owner, const std::string& file, const std::string& topic) override {
-    EXPECT_EQ(&owner, window.get());
+    const QWidget* dialog = QApplication::activeModalWidget();
+    EXPECT_EQ(&owner, dialog != nullptr ? dialog : window.get());
     log.push_back(file + "|" + topic);
     if (onHelp) onHelp();
   }

@@ -2,6 +2,7 @@
 
 #include <QFocusEvent>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -72,6 +73,8 @@ void frmNewSqlServer::BindControls() {
   binding_.OnClick(ui_->btnSetup, [this] { btnSetup_Click(); });
   binding_.OnClick(ui_->btnCancel, [this] { hide(); });
   binding_.OnClick(ui_->btnHelp, [this] { services_.showHelp(*this); });
+  connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, ui_->btnHelp,
+          &QAbstractButton::click);
 }
 
 void frmNewSqlServer::FillInstances() {

@@ -2,6 +2,8 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QShortcut>
+#include <utility>
 
 #include "ui/ControlBinding.h"
 #include "ui/SingleLineInput.h"
@@ -9,7 +11,8 @@
 
 namespace pellorin {
 
-frmRegEx::frmRegEx(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
+frmRegEx::frmRegEx(QWidget* owner, std::function<void(QWidget&)> showHelp)
+    : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
   ui_->setupUi(this);
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
   IgnoreWheelWithoutFocus(*this);
@@ -18,6 +21,8 @@ frmRegEx::frmRegEx(QWidget* owner) : QDialog(owner), ui_(std::make_unique<Ui::fr
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });
+  connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this,
+          [this, showHelp = std::move(showHelp)] { showHelp(*this); });
   ToggleOk();
 }
 

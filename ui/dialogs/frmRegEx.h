@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -16,7 +17,7 @@ class frmRegEx : public QDialog {
   Q_OBJECT
 
  public:
-  explicit frmRegEx(QWidget* owner);
+  frmRegEx(QWidget* owner, std::function<void(QWidget& owner)> showHelp);  // by F1
   ~frmRegEx() override;
 
   void AddFields(const std::string& fields);  // names separated by ","
