@@ -118,7 +118,7 @@ TEST_F(QueuesPageTest, EveryControlStoresItsKey) {
   Click("txtStartTime");
   Press("Home Up");  // the hour
   Click("optEndDate");
-  Paste("txtEndDate", "12/22/2026\n");
+  Paste("txtEndDate", "12/22/2926\n");
   EXPECT_EQ(Text("lblScheduleSummary"),
             "Every 3 weeks on Mon, Fri, Sun, every 20 minutes from 1:00 AM to 11:59:59 PM, from 1/5/" + year +
                 " until 12/22/2926");
