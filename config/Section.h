@@ -56,8 +56,8 @@ class Section {
   bool HasChanges() const;
   void RollBack();  // every value back to the one loaded; entries added since become empty
 
-  // Each clears the last report, applies its rules and returns whether none failed. A deleted section is
-  // valid.
+  // Each clears the last report, applies its rules and returns whether none failed. A section that no save
+  // would write is valid.
   bool ValidateMailSettings();
   bool ValidateAdminSettings();
   bool ValidateSqlSettings();
@@ -106,6 +106,7 @@ class Section {
   void ReadQueueDocument(const std::string& path);
   void AddAttributes(const QueueDefinition& definition);
   bool LoadsAgainFrom(const std::string& bytes) const;
+  bool IsNeverWritten() const;
   void SaveToIni();
   void SaveQueue();
   std::string FileName() const;    // queues

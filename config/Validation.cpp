@@ -111,9 +111,15 @@ void Section::AppendError(const std::string& message, const std::string& setting
   if (!settingName.empty()) faultySettings_.push_back(settingName);
 }
 
+// What no save would write need not be valid, and must not keep the rest from being saved. What the user
+// changed in such a section is refused by the save itself, which says why.
+bool Section::IsNeverWritten() const {
+  return isDeleted_ || !queueProblem_.empty() || (!CanBeWritten() && !HasChanges());
+}
+
 bool Section::ValidateMailSettings() {
   Rules rules(*this);
-  if (isDeleted_) return true;
+  if (IsNeverWritten()) return true;
   CheckMailDelivery(rules, Owner->Files());
   CheckMailLogin(rules);
   rules.Refuse("SenderEmail", rules.IsEmpty("SenderEmail"), "- Sender's email must be provided");
@@ -123,7 +129,7 @@ bool Section::ValidateMailSettings() {
 
 bool Section::ValidateAdminSettings() {
   Rules rules(*this);
-  if (isDeleted_ || Owner->NumOfSections(pellorin::SectionType::Queue) < 1) return true;
+  if (IsNeverWritten() || Owner->NumOfSections(pellorin::SectionType::Queue) < 1) return true;
   rules.Refuse("SchedulerUsername", rules.IsEmpty("SchedulerUsername"),
                "- Scheduler Username must be provided");
   rules.Refuse("SchedulerPassword", rules.IsEmpty("SchedulerPassword"),
@@ -133,7 +139,7 @@ bool Section::ValidateAdminSettings() {
 
 bool Section::ValidateSqlSettings() {
   Rules rules(*this);
-  if (isDeleted_) return true;
+  if (IsNeverWritten()) return true;
   rules.Refuse("SqlUsername", rules.Is("ConnectionType", "Sql") && rules.IsEmpty("SqlUsername"),
                "- Username must be provided");
   rules.Refuse("PrimaryMailServer", rules.IsEmpty("PrimaryMailServer"),
@@ -143,7 +149,7 @@ bool Section::ValidateSqlSettings() {
 
 bool Section::ValidateQueueSettings() {
   Rules rules(*this);
-  if (isDeleted_ || !queueProblem_.empty()) return true;  // nothing of an unusable definition is ever written
+  if (IsNeverWritten()) return true;
   CheckQueueScope(rules);
   CheckQueueTimes(rules);
   CheckQueueDuration(rules, Owner->Locale());

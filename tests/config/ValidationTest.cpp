@@ -168,6 +168,11 @@ TEST_F(Validation, OfTheDocumentListsTheLastSectionFirst) {
   document.GetSection("SQL:A")->SetValue("PrimaryMailServer", "m");
   EXPECT_TRUE(document.Validate());
   EXPECT_EQ(document.ValidationError(), "");
+  Section& twin = Add("SQL:A", SectionType::Sql, "");
+  twin.SetIsTwin();  // which no save would write
+  EXPECT_TRUE(document.Validate());
+  twin.SetValue("Timeout", "1");
+  EXPECT_FALSE(document.Validate());
 }
 
 }  // namespace
