@@ -3,13 +3,14 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
+
+#include "platform/NetworkAnswer.h"
 
 namespace pellorin {
 
-// Asks again once a second while the patience lasts. Nothing when the host is unknown or does not answer.
-std::optional<std::string> AskByDatagram(const std::string& host, std::uint16_t port,
-                                         const std::string& question, std::chrono::milliseconds patience);
+// Asks again once a second while the patience lasts. Never ends as Closed.
+NetworkAnswer AskByDatagram(const std::string& host, std::uint16_t port, const std::string& question,
+                            std::chrono::milliseconds patience);
 
 }  // namespace pellorin

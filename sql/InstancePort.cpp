@@ -4,7 +4,7 @@
 
 #include "platform/Datagram.h"
 #include "platform/TextSplit.h"
-#include "sql/SqlConnection.h"
+#include "sql/ServerAddress.h"
 
 namespace pellorin {
 namespace {
@@ -26,12 +26,13 @@ std::uint16_t PortIn(const std::string& answer) {
 std::uint16_t PortOfInstance(const std::string& host, const std::string& instance,
                              std::chrono::milliseconds patience, std::uint16_t browserPort) {
   const std::string question = '\x04' + instance + '\0';
-  const auto answer = AskByDatagram(host, browserPort, question, patience);
-  const std::uint16_t port = answer ? PortIn(*answer) : std::uint16_t{0};
-  if (port != 0) return port;
+  const NetworkAnswer answer = AskByDatagram(host, browserPort, question, patience);
+  if (answer.outcome == AskOutcome::UnknownHost) throw UnknownHost(host, answer.reason);
+  const bool isAnswered = answer.outcome == AskOutcome::Answered;
+  if (const std::uint16_t port = isAnswered ? PortIn(answer.bytes) : std::uint16_t{0}; port != 0) return port;
   throw SqlError(0, "PellorinConfig.exe, InstancePort",
                  "The SQL Server Browser service of " + host + " (UDP port 1434) " +
-                     (answer ? "names no TCP port of instance " : "gave no answer about instance ") +
+                     (isAnswered ? "names no TCP port of instance " : "gave no answer about instance ") +
                      instance + ". Please check the name, or give the port, as in " + host + ",1433.");
 }
 

@@ -9,7 +9,7 @@ namespace pellorin {
 
 inline constexpr std::uint16_t kBrowserPort = 1434;  // UDP
 
-// SqlError when the service does not answer within the patience, or names no TCP port.
+// SqlError when the host is unknown, or the service does not answer within the patience or names no TCP port.
 std::uint16_t PortOfInstance(const std::string& host, const std::string& instance,
                              std::chrono::milliseconds patience, std::uint16_t browserPort = kBrowserPort);
 

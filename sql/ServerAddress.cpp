@@ -5,7 +5,6 @@
 
 #include "platform/OuterBlanks.h"
 #include "platform/TextCase.h"
-#include "sql/SqlConnection.h"
 
 namespace pellorin {
 namespace {
@@ -34,7 +33,8 @@ bool HoldsForeignCharacter(const std::string& text) {
   });
 }
 
-bool IsThisMachine(const std::string& host) {
+// Names that only this system's users know; the network knows no such host.
+bool IsUnnamed(const std::string& host) {
   return host.empty() || host == "." || EqualIgnoringCase(host, "(local)");
 }
 
@@ -61,9 +61,15 @@ ServerAddress ParseServerAddress(const std::string& server) {
   }
   if (EqualIgnoringCase(address.instance, "MSSQLSERVER")) address.instance.clear();
   if (address.port == 0 && address.instance.empty()) address.port = kDefaultSqlPort;
-  address.isThisMachine = IsThisMachine(text);
-  address.host = address.isThisMachine ? "localhost" : text;
+  address.host = IsUnnamed(text) ? "localhost" : text;
+  address.isThisMachine =
+      EqualIgnoringCase(address.host, "localhost") || address.host == "127.0.0.1" || address.host == "::1";
   return address;
+}
+
+SqlError UnknownHost(const std::string& host, const std::string& reason) {
+  return {0, kSource,
+          "Unknown host " + host + " (" + reason + "). Please check the spelling of the server's name."};
 }
 
 }  // namespace pellorin
