@@ -2,34 +2,53 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/CredentialCache.h"
+#include "platform/FileOperations.h"
 
 namespace pellorin {
 namespace {
 
-bool IsKeptElsewhere() {
-  std::ifstream file("/etc/krb5.conf");
-  const std::string text(std::istreambuf_iterator<char>(file), {});
-  return text.find("default_ccache_name") != std::string::npos;
+// Nothing for a file that is missing or cannot be read: it is of no use to the driver either.
+std::optional<std::string> ReadIfPossible(const std::string& path) {
+  try {
+    return ReadFileIfPresent(SystemFiles(), path);
+  } catch (const FileError&) {
+    return std::nullopt;
+  }
+}
+
+// Nothing when the tickets are kept elsewhere.
+std::optional<std::string> TicketFile() {
+  constexpr std::string_view kFileKind = "FILE:";
+  const char* named = std::getenv("KRB5CCNAME");
+  if (named == nullptr || *named == '\0') {
+    const auto settings = ReadIfPossible("/etc/krb5.conf");
+    if (settings && settings->find("default_ccache_name") != std::string::npos) return std::nullopt;
+    return "/tmp/krb5cc_" + std::to_string(getuid());
+  }
+  std::string path = named;
+  if (path.starts_with(kFileKind)) return path.substr(kFileKind.size());
+  if (path.front() == '/') return path;
+  return std::nullopt;
 }
 
 }  // namespace
 
 bool MayHaveKerberosTicket() {
-  constexpr std::string_view kFileKind = "FILE:";
-  const char* named = std::getenv("KRB5CCNAME");
-  if (named == nullptr || *named == '\0')
-    return IsKeptElsewhere() || access(("/tmp/krb5cc_" + std::to_string(getuid())).c_str(), R_OK) == 0;
-  std::string path = named;
-  if (path.starts_with(kFileKind))
-    path.erase(0, kFileKind.size());
-  else if (path.front() != '/')
-    return true;
-  return access(path.c_str(), R_OK) == 0;
+  const auto file = TicketFile();
+  if (!file) return true;
+  const auto bytes = ReadIfPossible(*file);
+  if (!bytes) return false;
+  const auto end = LastTicketEnd(*bytes);
+  const auto now =
+      std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch());
+  return !end || std::chrono::seconds(*end) > now;
 }
 
 }  // namespace pellorin

@@ -1,0 +1,14 @@
+// What a file of Kerberos tickets holds, as far as one needs to know whether any of them is still valid.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace pellorin {
+
+// When the last of the tickets ends, in seconds since 1970; 0 when there is none. Nothing for bytes that are
+// not a whole file of version 4 of MIT's format.
+std::optional<std::uint32_t> LastTicketEnd(std::string_view bytes);
+
+}  // namespace pellorin
