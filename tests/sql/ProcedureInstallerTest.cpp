@@ -28,7 +28,7 @@ class ProcedureInstallerTest : public SqlServerTest {
     messages.ExpectNoMore();
   }
   bool Install(bool grantsToAll = false, bool allowsTempTables = false) {
-    return installer.Install(login, {database, grantsToAll, allowsTempTables});
+    return installer.Install(login, {Database(), grantsToAll, allowsTempTables});
   }
   void ExpectRefusal(const std::string& intoDatabase, const std::string& start, const std::string& part) {
     messages.WillShowSome();
@@ -82,15 +82,16 @@ TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
                   refusal));
   EXPECT_FALSE(Install());
   login.password = password;
-  ExpectRefusal("no such [db]", "Could not switch the database context to no such [db].", "");
+  ExpectRefusal("no_such_db", "Could not switch the database context to no_such_db.", "");
   folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS SELECT 'x");
-  ExpectRefusal(database, kCreate, "");
+  ExpectRefusal(Database(), kCreate, "");
   ::unlink((folder / kInstallScript).c_str());
-  ExpectRefusal(database, kCreate, folder / kInstallScript);
+  ExpectRefusal(Database(), kCreate, folder / kInstallScript);
   EXPECT_EQ(Procedure(), "");
 }
 
 TEST_F(ProcedureInstallerTest, ListsTheDatabases) {
+  const std::string database = Database();
   const auto names = installer.ListDatabases(login);
   ASSERT_TRUE(names);
   EXPECT_EQ(std::count(names->begin(), names->end(), database), 1);
@@ -105,11 +106,11 @@ TEST_F(ProcedureInstallerTest, ListsTheDatabases) {
 TEST_F(ProcedureInstallerTest, LeavesTheDatabaseAsItWasWhateverStepFails) {
   if (IsReal()) GTEST_SKIP() << "needs a server that fails on demand";
   const std::string earlier = "CREATE PROCEDURE sp_sendPLN AS SELECT 0";
-  Do(database, earlier);
+  Do(Database(), earlier);
   const std::string denied = "Permission was denied.";
   const std::string sentences[] = {
       kCreate,  // beginning
-      "Could not switch the database context to " + database + ".",
+      "Could not switch the database context to " + Database() + ".",
       "Could not determine if the stored procedure already exists in the database.",
       kCreate,
       "Could not grant access to this procedure to role PUBLIC.",

@@ -1,6 +1,6 @@
 // Tests of the connections against a SQL Server: the one in this process, or the real one that
-// PELLORIN_TEST_SQL_SERVER, PELLORIN_TEST_SQL_USER and PELLORIN_TEST_SQL_PASSWORD name. Each test has a
-// database of its own, with a name that wants quoting.
+// PELLORIN_TEST_SQL_SERVER, PELLORIN_TEST_SQL_USER and PELLORIN_TEST_SQL_PASSWORD name. Each test that asks
+// for a database gets one of its own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/Guid.h"
+#include "platform/TextCase.h"
 #include "sql/ConnectionString.h"
 #include "sql/OdbcConnection.h"
 #include "tests/sql/TdsServer.h"
@@ -41,14 +42,20 @@ class SqlServerTest : public ::testing::Test {
     tds->AddLogin(user, password);
     server = "127.0.0.1," + std::to_string(tds->Port());
   }
-  void SetUp() override { Do("master", "create database " + Quoted(database)); }
   void TearDown() override {  // servers end the sessions of the test some time after their clients
-    std::string failure;
+    std::string failure = hasDatabase_ ? "" : "no failure";
     for (int attempt = 0; attempt < 50 && failure != "no failure"; ++attempt) {
       if (attempt > 0) std::this_thread::sleep_for(std::chrono::milliseconds(100));
-      failure = SqlFailure([&] { Do("master", "drop database " + Quoted(database)); });
+      failure = SqlFailure([&] { Do("master", "drop database " + Quoted(databaseName)); });
     }
-    EXPECT_EQ(failure, "no failure") << "the database " << database << " is left behind";
+    EXPECT_EQ(failure, "no failure") << "the database " << databaseName << " is left behind";
+    hasDatabase_ = false;
+  }
+
+  const std::string& Database() {
+    if (!hasDatabase_) Do("master", "create database " + Quoted(databaseName));
+    hasDatabase_ = true;
+    return databaseName;
   }
 
   static bool IsReal() { return std::getenv("PELLORIN_TEST_SQL_SERVER") != nullptr; }
@@ -67,16 +74,16 @@ class SqlServerTest : public ::testing::Test {
   void Do(const std::string& inDatabase, const std::string& statement) const {
     Open(inDatabase)->Execute(statement);
   }
-  std::vector<std::string> Ask(const std::string& statement) const {
-    return Open(database)->QueryColumn(statement);
+  std::vector<std::string> Ask(const std::string& statement) {
+    return Open(Database())->QueryColumn(statement);
   }
   // The text of the procedure; empty when there is none.
-  std::string Procedure() const {
+  std::string Procedure() {
     const auto found =
         Ask("select definition from sys.sql_modules where object_id = object_id('sp_sendPLN')");
     return found.empty() ? std::string() : found.front();
   }
-  bool IsGranted() const {
+  bool IsGranted() {
     return Ask("select count(*) from sys.database_permissions where major_id = object_id('sp_sendPLN') and "
                "grantee_principal_id = 0")
                .front() == "1";
@@ -91,10 +98,11 @@ class SqlServerTest : public ::testing::Test {
   std::string server = Variable("SERVER", "");
   std::string user = Variable("USER", "sales");
   std::string password = Variable("PASSWORD", "p} {w='\"\u00E4\u20AC");
-  // The files of a real server's database are named after it, and cannot be named in all ways.
-  std::string database = std::string("Pellorin test's ") + (IsReal() ? "" : "\"") + "[x] " + GenerateGUID();
+  std::string databaseName = "pellorin_test_" + FoldCase(GenerateGUID().substr(1, 8));
 
  private:
+  bool hasDatabase_ = false;
+
   static std::string Variable(const std::string& name, const std::string& otherwise) {  // of a real server
     const char* value = std::getenv(("PELLORIN_TEST_SQL_" + name).c_str());
     return IsReal() && value != nullptr ? value : otherwise;
