@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <optional>
 
 #include "platform/Utf16.h"
 
@@ -13,18 +15,33 @@ constexpr const char* kNoReason =
     "The driver gave no reason. Does a question mark stand outside the strings, as behind an unpaired quote?";
 constexpr std::size_t kLongestRecord = 4096;  // units; servers cut theirs at about half of that
 
-SqlError ErrorOf(SQLSMALLINT kind, SQLHANDLE handle, const char* operation) {
-  std::array<SQLWCHAR, 6> state{};
-  std::array<SQLWCHAR, kLongestRecord> text{};
-  SQLINTEGER number = 0;
-  SQLSMALLINT length = 0;
-  const SQLRETURN result = SQLGetDiagRecW(kind, handle, 1, state.data(), &number, text.data(),
-                                          static_cast<SQLSMALLINT>(text.size()), &length);
-  const bool hasText = SQL_SUCCEEDED(result) && length > 0;
-  const auto count = std::min(static_cast<std::size_t>(hasText ? length : 0), text.size() - 1);
-  const std::string sentence = hasText ? WithoutOrigin(Narrow(text.data(), count)) : "";
-  return SqlError(number, std::string("PellorinConfig.exe, OdbcConnection, ") + operation,
-                  sentence.empty() ? kNoReason : sentence);
+// What the server says after switching the database or the language, failure or not.
+bool IsNotice(const OdbcRecord& record) {
+  return record.number == 5701 || record.number == 5703;
+}
+
+// Each thing once, in the driver's order. What is generic only when nothing else is told, and then the first.
+std::vector<OdbcRecord> Telling(const std::vector<OdbcRecord>& records) {
+  std::vector<OdbcRecord> telling;
+  std::optional<OdbcRecord> generic;
+  for (const OdbcRecord& record : records) {
+    const bool isKnown = std::ranges::find(telling, record.text, &OdbcRecord::text) != telling.end();
+    if (record.text.empty() || isKnown || IsNotice(record)) continue;
+    if (!IsGeneric(record.text))
+      telling.push_back(record);
+    else if (!generic)
+      generic = record;
+  }
+  if (telling.empty() && generic) telling.push_back(*generic);
+  return telling;
+}
+
+SqlError ErrorOf(const std::vector<OdbcRecord>& records, const char* operation) {
+  std::string text;
+  for (const OdbcRecord& record : records) text += (text.empty() ? "" : "\r\n") + record.text;
+  return SqlError(records.empty() ? 0 : records.front().number,
+                  std::string("PellorinConfig.exe, OdbcConnection, ") + operation,
+                  text.empty() ? kNoReason : text);
 }
 
 }  // namespace
@@ -39,7 +56,32 @@ OdbcHandle::~OdbcHandle() {
 }
 
 void OdbcHandle::Check(SQLRETURN result, const char* operation) const {
-  if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw ErrorOf(kind_, handle_, operation);
+  if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw ErrorOf(Telling(Records()), operation);
+}
+
+std::vector<OdbcRecord> OdbcHandle::Records() const {
+  constexpr SQLSMALLINT kMost = 20;
+  std::vector<OdbcRecord> records;
+  for (SQLSMALLINT index = 1; index <= kMost; ++index) {
+    std::array<SQLWCHAR, 6> state{};
+    std::array<SQLWCHAR, kLongestRecord> text{};
+    SQLINTEGER number = 0;
+    SQLSMALLINT length = 0;
+    const SQLRETURN result = SQLGetDiagRecW(kind_, handle_, index, state.data(), &number, text.data(),
+                                            static_cast<SQLSMALLINT>(text.size()), &length);
+    if (!SQL_SUCCEEDED(result)) break;
+    const auto count = std::min(static_cast<std::size_t>(std::max(length, SQLSMALLINT{0})), text.size() - 1);
+    records.push_back(
+        {Narrow(state.data(), state.size() - 1), number, WithoutOrigin(Narrow(text.data(), count))});
+  }
+  return records;
+}
+
+bool IsGeneric(std::string_view text) {
+  static constexpr std::string_view kTexts[] = {"Unable to connect to data source",
+                                                "Adaptive Server connection failed",
+                                                "Could not change transaction status"};
+  return std::ranges::find(kTexts, text) != std::end(kTexts);
 }
 
 std::string WithoutOrigin(std::string_view text) {
