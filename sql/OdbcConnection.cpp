@@ -63,6 +63,16 @@ struct OdbcConnection::Session {
                       0);
     return result;
   }
+
+  // Whether the server itself told the last failure: the connection neither timed out nor broke.
+  bool HasAnswered() const {
+    SQLUINTEGER isDead = SQL_CD_FALSE;
+    SQLGetConnectAttr(connection->Get(), SQL_ATTR_CONNECTION_DEAD, &isDead, sizeof isDead, nullptr);
+    const auto records = connection->Records();
+    return isDead == SQL_CD_FALSE && std::ranges::none_of(records, [](const OdbcRecord& record) {
+             return record.state.starts_with("08") || record.state.starts_with("HYT");
+           });
+  }
 };
 
 OdbcConnection::OdbcConnection(std::string driver, std::uint16_t browserPort)
@@ -169,7 +179,13 @@ void OdbcConnection::BeginTransaction() {
 
 void OdbcConnection::CommitTransaction() {
   Session& session = Opened();
-  session.connection->Check(session.Leave(SQL_COMMIT), "CommitTransaction");
+  const SQLRETURN result = session.Leave(SQL_COMMIT);
+  try {
+    session.connection->Check(result, "CommitTransaction");
+  } catch (const SqlError& error) {
+    if (session.HasAnswered()) throw;
+    throw CommitInDoubt(error.Number(), error.Source(), error.Description());
+  }
 }
 
 void OdbcConnection::RollBackTransaction() {

@@ -75,13 +75,14 @@ bool ProcedureInstaller::Install(const SqlLogin& login, const Installation& inst
   if (!Open(*connection, login)) return false;
   const std::string cannotCreate = std::string("Could not create sp_sendPLN procedure.") + kNoPermission;
   std::string sentence = cannotCreate;  // of the step that is being taken
+  bool exists = false;
   try {
     connection->BeginTransaction();
     sentence = "Could not switch the database context to " + installation.database + "." + kNoPermission;
     connection->SetDefaultDatabase(installation.database);
     sentence = std::string("Could not determine if the stored procedure already exists in the database.") +
                kNoPermission;
-    const bool exists = Exists(*connection);
+    exists = Exists(*connection);
     sentence = cannotCreate;
     connection->Execute(Script(exists, installation));
     if (installation.grantsToAll) {
@@ -91,6 +92,14 @@ bool ProcedureInstaller::Install(const SqlLogin& login, const Installation& inst
     sentence = cannotCreate;
     connection->CommitTransaction();
     return true;
+  } catch (const CommitInDoubt& error) {
+    connection->Close();
+    ShowSqlError(messages_,
+                 std::string("The server did not answer the commit: sp_sendPLN may have been ") +
+                     (exists ? "updated" : "created") +
+                     ". Please check the database, or run the setup again.",
+                 error);
+    return false;
   } catch (const NumberedError& error) {
     RollBack(*connection);
     ShowSqlError(messages_, sentence, error);

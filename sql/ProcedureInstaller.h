@@ -33,7 +33,7 @@ class ProcedureSetup {
   // The names of the instance's databases in order; nothing when a box has said why. Gives up after 10
   // seconds of connecting and 30 of waiting for the list.
   virtual std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) = 0;
-  // True when it is done and committed; otherwise a box has said why not.
+  // True when it is done and committed; otherwise a box has said why not, or that it may have been done.
   virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
 };
 

@@ -18,6 +18,12 @@ class SqlError : public NumberedError {
   using NumberedError::NumberedError;
 };
 
+// A commit that got no answer: the server may have done it or not.
+class CommitInDoubt : public SqlError {
+ public:
+  using SqlError::SqlError;
+};
+
 struct NamedText {
   std::string name;  // with its "@"
   std::string value;
@@ -38,7 +44,7 @@ class SqlConnection {
   virtual void Close() = 0;  // without failure; a transaction that is open is rolled back by the server
 
   virtual void BeginTransaction() = 0;
-  virtual void CommitTransaction() = 0;
+  virtual void CommitTransaction() = 0;  // CommitInDoubt when the server does not answer
   virtual void RollBackTransaction() = 0;
 
   virtual void SetDefaultDatabase(const std::string& name) = 0;
