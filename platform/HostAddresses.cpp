@@ -7,6 +7,8 @@
 #include <memory>
 #include <system_error>
 
+#include "platform/HostName.h"
+
 namespace pellorin {
 
 HostAddresses AddressesOf(const std::string& host, std::uint16_t port, SocketKind kind) {
@@ -14,7 +16,7 @@ HostAddresses AddressesOf(const std::string& host, std::uint16_t port, SocketKin
   hints.ai_family = AF_UNSPEC;
   hints.ai_socktype = kind == SocketKind::Stream ? SOCK_STREAM : SOCK_DGRAM;
   addrinfo* first = nullptr;
-  const int problem = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &first);
+  const int problem = getaddrinfo(AsciiHostName(host).c_str(), std::to_string(port).c_str(), &hints, &first);
   if (problem == EAI_SYSTEM) return {{}, std::generic_category().message(errno)};
   if (problem != 0) return {{}, gai_strerror(problem)};
   const std::unique_ptr<addrinfo, decltype(&freeaddrinfo)> all(first, freeaddrinfo);

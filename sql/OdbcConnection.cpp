@@ -5,12 +5,10 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/HostName.h"
-#include "platform/KerberosTicket.h"
-#include "platform/MachineName.h"
-#include "platform/TextCase.h"
-#include "sql/ConnectionString.h"
+#include "platform/Deadline.h"
+#include "sql/OdbcDriver.h"
 #include "sql/OdbcHandles.h"
+#include "sql/ReachedServer.h"
 
 namespace pellorin {
 namespace {
@@ -23,15 +21,6 @@ SQLPOINTER Number(std::chrono::seconds value) {
 
 SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
   return static_cast<SQLINTEGER>(text.size());
-}
-
-// What the driver's own words do not say.
-std::string Hint(const std::string& description, const ConnectionSettings& settings) {
-  const bool saysNothing = description == "Unable to connect to data source";  // the server was reached
-  if (settings.isTrusted && saysNothing && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
-  if (description.find("Can't open lib") != std::string::npos)
-    return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
-  return {};
 }
 
 }  // namespace
@@ -85,55 +74,31 @@ std::string OdbcConnection::DefaultDriver() {
   return chosen != nullptr && *chosen != '\0' ? chosen : "FreeTDS";
 }
 
-// Braces keep a value together up to "};", which no value can hold: the connection string has ended it at the
-// ";". The version is fixed: while FreeTDS's driver tries versions out, no time-out holds. Without "Timeout"
-// beginning and ending a transaction would wait for ever.
-std::string OdbcConnection::DriverText(const std::string& driver, const ConnectionSettings& settings,
-                                       const std::string& host, std::uint16_t port,
-                                       std::chrono::seconds commandTimeout) {
-  const std::string folded = FoldCase(driver);
-  const bool isMicrosofts =
-      folded.find("odbc driver ") != std::string::npos || folded.find("msodbcsql") != std::string::npos;
-  std::string text = "DRIVER={" + driver + "};";
-  text += isMicrosofts
-              ? "SERVER=tcp:" + host + "," + std::to_string(port) + ";TrustServerCertificate=yes;"
-              : "SERVER=" + host + ";PORT=" + std::to_string(port) +
-                    ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(commandTimeout.count()) +
-                    ";";
-  text += settings.isTrusted ? "Trusted_Connection=Yes;DATABASE=" + settings.database + ";"
-                             : "UID={" + settings.user + "};PWD={" + settings.password + "};";
-  return text;
-}
-
-// A named instance's port is asked for here, because the driver asks sixteen times, whatever the time-out.
-std::uint16_t OdbcConnection::PortOf(const ServerAddress& address) const {
-  if (address.port != 0) return address.port;
-  const auto patience = std::min<std::chrono::milliseconds>(ConnectionTimeout / 2, std::chrono::seconds(4));
-  return PortOfInstance(address.host, address.instance, patience, browserPort_);
-}
-
 void OdbcConnection::Open() {
-  const auto start = std::chrono::steady_clock::now();
+  const Deadline end(ConnectionTimeout);
+  securityNote_.clear();
   const ConnectionSettings settings = ReadConnectionString(ConnectionString);
-  ServerAddress address = ParseServerAddress(settings.server);
-  address.host = AsciiHostName(address.host);
   if (!settings.isTrusted && settings.user.empty())
     throw SqlError(0, kSource, "A SQL login needs a user name.");
-  // Tickets are for names: there is none for "localhost".
-  const std::string host = settings.isTrusted && address.isThisMachine ? GetHostName() : address.host;
-  auto wide = Wide(DriverText(driver_, settings, host, PortOf(address), CommandTimeout));
-  const auto spent = std::chrono::floor<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
-  const auto left = std::max(ConnectionTimeout - spent, std::chrono::seconds(1));
+  const ReachedServer server = ReachServer(settings, browserPort_, end);
+  auto wide = Wide(DriverText(driver_, settings, server, CommandTimeout));
+  const auto left = std::max(std::chrono::floor<std::chrono::seconds>(end.Left()), std::chrono::seconds(1));
   auto session = std::make_unique<Session>();
   const OdbcHandle& connection = *session->connection;
   SQLSetConnectAttr(connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(left), SQL_IS_UINTEGER);
+  const std::string note = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
   try {
     connection.Check(SQLDriverConnectW(connection.Get(), nullptr, wide.data(), SQL_NTS, nullptr, 0, nullptr,
                                        SQL_DRIVER_NOPROMPT),
                      "Open");
   } catch (const SqlError& error) {
-    throw SqlError(error.Number(), error.Source(), error.Description() + Hint(error.Description(), settings));
+    const std::string& text = error.Description();
+    const bool hasSentPassword = !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
+    if (hasSentPassword) securityNote_ = note;
+    throw SqlError(error.Number(), error.Source(),
+                   text + WhatDriverLeavesOut(text, settings.isTrusted, server.offersEncryption));
   }
+  securityNote_ = note;
   session->isConnected = true;
   session_ = std::move(session);
 }

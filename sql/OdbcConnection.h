@@ -6,9 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "sql/ConnectionString.h"
 #include "sql/InstancePort.h"
-#include "sql/ServerAddress.h"
 #include "sql/SqlConnection.h"
 
 namespace pellorin {
@@ -21,12 +19,9 @@ class OdbcConnection : public SqlConnection {
   ~OdbcConnection() override;
 
   static std::string DefaultDriver();
-  // What a driver is told; Microsoft's by its own words.
-  static std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
-                                const std::string& host, std::uint16_t port,
-                                std::chrono::seconds commandTimeout);
 
   void Open() override;
+  std::string SecurityNote() const override { return securityNote_; }
   void Close() override;
   void BeginTransaction() override;
   void CommitTransaction() override;
@@ -40,13 +35,13 @@ class OdbcConnection : public SqlConnection {
  private:
   struct Session;
 
-  std::uint16_t PortOf(const ServerAddress& address) const;
   Session& Opened() const;  // SqlError while closed
   std::unique_ptr<OdbcHandle> Statement() const;
   void FinishResults(const OdbcHandle& statement, const char* operation) const;
 
   std::string driver_;
   std::uint16_t browserPort_;
+  std::string securityNote_;
   std::unique_ptr<Session> session_;
 };
 

@@ -37,10 +37,12 @@ class SqlConnection {
 
   // To be set before Open; as ConnectionString.h builds it.
   std::string ConnectionString;
-  std::chrono::seconds ConnectionTimeout{15};  // for each of the server's two or three answers
+  std::chrono::seconds ConnectionTimeout{15};  // until the driver connects, and then for each answer
   std::chrono::seconds CommandTimeout{30};     // for each operation; a silent server may take twice that
 
   virtual void Open() = 0;
+  // A sentence on what protected the last attempt to open; empty when nothing that matters was sent.
+  virtual std::string SecurityNote() const = 0;
   virtual void Close() = 0;  // without failure; a transaction that is open is rolled back by the server
 
   virtual void BeginTransaction() = 0;

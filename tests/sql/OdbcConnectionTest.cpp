@@ -2,9 +2,12 @@
 #include <array>
 #include <bit>
 
+#include "platform/MachineName.h"
 #include "sql/InstallScript.h"
+#include "sql/OdbcDriver.h"
 #include "sql/SendProcedure.h"
 #include "tests/sql/SqlServerFixture.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace pellorin::test {
 namespace {
@@ -42,10 +45,13 @@ TEST_F(OdbcConnectionTest, SaysWhyItDoesNotOpen) {
   EXPECT_EQ(OpeningFailure(server, user, "se;cret"),
             "A server name, user name or password that holds \";\" cannot be used to connect.");
   EXPECT_EQ(OpeningFailure(server, "", password), "A SQL login needs a user name.");
-  const std::string unheard = OpeningFailure("127.0.0.1,1", user, password);
-  EXPECT_NE(unheard, "no failure");
-  EXPECT_EQ(unheard.find(password), std::string::npos);
-  EXPECT_NE(OpeningFailure("no-such-host.invalid", user, password), "no failure");
+  EXPECT_EQ(OpeningFailure("127.0.0.1,1", user, password),
+            "Port 1 of 127.0.0.1 cannot be reached (Connection refused). Please check that SQL Server runs "
+            "there, listens on this port and allows TCP/IP connections.");
+  for (const char* unknown : {"no-such-host.invalid", "no-such-host.invalid\\SALES"}) {
+    const std::string failure = OpeningFailure(unknown, user, password);
+    EXPECT_TRUE(failure.starts_with("Unknown host no-such-host.invalid (")) << failure;
+  }
   const std::string missing = OpeningFailure(server, user, password, OdbcConnection("no such driver"));
   EXPECT_NE(missing.find("PELLORIN_ODBC_DRIVER"), std::string::npos);
 }
@@ -53,17 +59,25 @@ TEST_F(OdbcConnectionTest, SaysWhyItDoesNotOpen) {
 TEST(DriverText, SpeaksEachDriversWords) {
   const ConnectionSettings login{"", "u", "p", "", false};
   const std::string freeTds =
-      "SERVER=h;PORT=5000;TDS_Version=7.4;ClientCharset=UTF-8;Timeout=30;UID={u};PWD={p};";
-  const std::string microsofts = "SERVER=tcp:h,5000;TrustServerCertificate=yes;UID={u};PWD={p};";
+      "SERVER=h;PORT=5000;TDS_Version=7.4;ClientCharset=UTF-8;Timeout=30;Encryption=require;UID={u};PWD={p};";
+  const std::string microsofts = "SERVER=tcp:h,5000;Encrypt=yes;TrustServerCertificate=yes;UID={u};PWD={p};";
   for (const auto& [driver, text] : {std::pair("FreeTDS", freeTds),
                                      {"/usr/lib/libtdsodbc.so", freeTds},
                                      {"ODBC Driver 18 for SQL Server", microsofts},
                                      {"/opt/microsoft/lib/libmsodbcsql-18.so", microsofts}})
-    EXPECT_EQ(OdbcConnection::DriverText(driver, login, "h", 5000, std::chrono::seconds(30)),
+    EXPECT_EQ(DriverText(driver, login, {"h", 5000, true}, std::chrono::seconds(30)),
               "DRIVER={" + std::string(driver) + "};" + text);
-  EXPECT_TRUE(
-      OdbcConnection::DriverText("FreeTDS", {"", "", "", "master", true}, "h", 1, std::chrono::seconds(1))
-          .ends_with("Timeout=1;Trusted_Connection=Yes;DATABASE=master;"));
+  const auto inClear = [](const char* driver) {
+    return DriverText(driver, {"", "", "", "master", true}, {"h", 1, false}, std::chrono::seconds(1));
+  };
+  EXPECT_TRUE(inClear("FreeTDS").ends_with("Timeout=1;Trusted_Connection=Yes;DATABASE=master;"));
+  EXPECT_NE(inClear("ODBC Driver 18 for SQL Server").find(";Encrypt=no;"), std::string::npos);
+}
+
+TEST(SecuritySentence, SaysWhatCrossedTheNetwork) {
+  EXPECT_EQ(SecuritySentence("h", true, false), "The connection to h was encrypted, server not verified.");
+  EXPECT_EQ(SecuritySentence("h", false, true),
+            "The connection to h was not encrypted: queries crossed the network in clear.");
 }
 
 TEST_F(OdbcConnectionTest, KeepsOrTakesBackATransaction) {
@@ -123,11 +137,6 @@ TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
   EXPECT_EQ(failure({"o'x", "why?", "s"}, true),
             "The driver gave no reason. Does a question mark stand outside the strings, as behind an "
             "unpaired quote?");
-  if (!tds) return;
-  EXPECT_NE(SqlFailure([&] { SendByParameters(*Open("master"), mail); }), "no failure");
-  EXPECT_EQ(tds->Calls().front().statement,
-            "exec sp_sendPLN @recipients=@P1,@message=@P2,@query=@P3,@attachments=@P4,"
-            "@copy_recipients=@P5,@blind_copy_recipients=@P6,@subject=@P7");
 }
 
 // Servers may fold letters in names or refuse signs: one that does fails here and nowhere else. The files of
@@ -146,14 +155,21 @@ class UnreliableServer : public OdbcConnectionTest {
     SqlServerTest::SetUp();
     if (IsReal()) GTEST_SKIP() << "needs a server that fails on demand";
   }
+  std::string Silence() const {
+    return "127.0.0.1 did not answer on port " + std::to_string(tds->Port()) +
+           " in time. Please check the server's name and port, and that no firewall keeps it from answering.";
+  }
 };
 
 TEST_F(UnreliableServer, IsGivenUpAfterTheTimeOut) {
-  for (int step = 1; step <= 2; ++step) {
+  for (int step = 1; step <= kOpening; ++step) {
+    tds->AtStep(tds->Steps() + 1, Hook::Delay(std::chrono::milliseconds(700)));
     tds->AtStep(tds->Steps() + step, Hook::Silent());
     const auto connection = Closed();
-    connection->ConnectionTimeout = std::chrono::seconds(1);
-    EXPECT_EQ(SqlFailure([&] { connection->Open(); }), "Timeout expired") << step;
+    connection->ConnectionTimeout = std::chrono::seconds(2);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(SqlFailure([&] { connection->Open(); }), step == 1 ? Silence() : "Timeout expired") << step;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500)) << step;
   }
   const auto each = [&](const char* name, auto operation) {
     const auto connection = Closed();
@@ -178,9 +194,55 @@ TEST_F(UnreliableServer, MayBeSlowDropTheConnectionOrFailLate) {
   EXPECT_EQ(SqlFailure([&] { slow->Execute("CREATE PROCEDURE sp_sendPLN AS SELECT 1"); }), "Too late.");
   tds->AtStep(tds->Steps() + 1, Hook::Drop());
   EXPECT_NE(SqlFailure([&] { slow->DefaultDatabase(); }), "no failure");
-  for (int step = 1; step <= 2; ++step) {
+  for (int step = 2; step <= kOpening; ++step) {
     tds->AtStep(tds->Steps() + step, Hook::Drop());
     EXPECT_EQ(SqlFailure([&] { Closed()->Open(); }), "Unexpected EOF from the server") << step;
+  }
+}
+
+// An answer to the question whether the server encrypts: option 1, placed at `place`, and its value.
+std::string Reply(char place, char value, char size = 15) {
+  return {4, 1, 0, size, 0, 0, 1, 0, 1, 0, place, 0, 1, '\xFF', value};
+}
+
+TEST_F(UnreliableServer, IsToldByItsFirstAnswer) {
+  const std::string port = std::to_string(tds->Port());
+  const std::string foreign = "What answers on port " + port +
+                              " of 127.0.0.1 is not a SQL Server. Please check the server's name and port.";
+  const std::string inTwoPackets = std::string("\x04\0\0\x09\0\0\0\0\xFF\x04\x01\0\x08\0\0\0\0", 17);
+  for (const auto& [hook, failure] :
+       {std::pair(Hook::Bytes("HTTP/1.1 400 Bad Request"), foreign),
+        {Hook::Bytes(Reply(6, 2, 7)), foreign},  // shorter than its own header
+        {Hook::Bytes(Reply(7, 2)), foreign},     // the value lies beyond the end
+        {Hook::Bytes(Reply(6, 9)), foreign},     // no such kind of encryption
+        {Hook::Bytes(Reply(6, 2)), "no failure"},
+        {Hook::Bytes(inTwoPackets), "no failure"},
+        {Hook::Bytes(Reply(6, 2).substr(0, 5)), Silence()},
+        {Hook::Drop(), "127.0.0.1 closed the connection on port " + port +
+                           " without an answer. Please check that a SQL Server listens on this port."}}) {
+    tds->AtStep(tds->Steps() + 1, hook);
+    const auto connection = Closed();
+    connection->ConnectionTimeout = std::chrono::seconds(1);
+    EXPECT_EQ(SqlFailure([&] { connection->Open(); }), failure) << ::testing::PrintToString(hook.text);
+  }
+}
+
+TEST_F(UnreliableServer, GetsNothingInClearWhenItOffersTls) {
+  for (int step = 1; step <= 2; ++step) tds->AtStep(step, Hook::Bytes(Reply(6, 1)));
+  EXPECT_EQ(OpeningFailure(server, user, password),
+            "Unable to connect to data source\r\nThe server offers TLS, so the connection was tried with "
+            "encryption only. Please check the server's certificate and its TLS settings.");
+  EXPECT_EQ(tds->Steps(), 3) << "more came than the question, the driver's question and its handshake";
+  EXPECT_TRUE(tds->Logins().empty());
+  for (const auto& [required, failure] :
+       {std::pair("require",
+                  "127.0.0.1 does not offer encryption, and PELLORIN_SQL_ENCRYPTION asks for it. Please "
+                  "enable TLS on the server, or unset that variable."),
+        {"requre", "PELLORIN_SQL_ENCRYPTION is \"requre\". Please set it to \"require\", or not at all."}}) {
+    ::setenv("PELLORIN_SQL_ENCRYPTION", required, 1);
+    EXPECT_EQ(OpeningFailure(server, user, password), failure);
+    ::unsetenv("PELLORIN_SQL_ENCRYPTION");
+    EXPECT_TRUE(tds->Logins().empty());
   }
 }
 
@@ -231,14 +293,39 @@ TEST_F(UnreliableServer, IsFoundByTheNameOfItsInstance) {
   EXPECT_TRUE(open("127.0.0.1\\SALES", 1).starts_with(none));  // nobody listens there
 }
 
-TEST(TrustedConnection, SaysThatThereIsNoTicket) {
+TEST(TrustedConnection, SaysWhenNoTicketIsValid) {
   TdsServer server;
-  ::setenv("KRB5CCNAME", "FILE:/no/such/file", 1);
-  OdbcConnection connection;
-  connection.ConnectionString = TrustedConnectionString("127.0.0.1," + std::to_string(server.Port()));
-  const std::string failure = SqlFailure([&] { connection.Open(); });
+  const TemporaryFolder folder;
+  ::setenv("KRB5CCNAME", ("FILE:" + folder / "tickets").c_str(), 1);
+  const auto failure = [](const std::string& at) {
+    OdbcConnection connection;
+    connection.ConnectionString = TrustedConnectionString(at);
+    return SqlFailure([&] { connection.Open(); });
+  };
+  const auto tickets = [](char end) {  // one, all zeros but for four bytes: 1 is in 1970, 255 in 2106
+    return "\x05\x04" + std::string(52, '\0') + std::string(4, end) + std::string(25, '\0');
+  };
+  const std::string reached = "127.1," + std::to_string(server.Port());  // not this machine by its name
+  const std::string text = "Unable to connect to data source", hint = text + "\r\nno Kerberos ticket (kinit)";
+  EXPECT_EQ(failure(reached), hint) << "there is no file";
+  server.AtStep(server.Steps() + 2, Hook::Drop());
+  EXPECT_EQ(failure(reached), "Unexpected EOF from the server");
+  for (const auto& [bytes, expected] :
+       {std::pair(tickets('\1'), hint), {tickets('\xFF'), text}, {tickets('\1').substr(0, 80), text}}) {
+    folder.Write("tickets", bytes);
+    EXPECT_EQ(failure(reached), expected) << ::testing::PrintToString(bytes);
+    EXPECT_EQ(failure("no-such-host.invalid").find("kinit"), std::string::npos);
+  }
   ::unsetenv("KRB5CCNAME");
-  EXPECT_TRUE(failure.ends_with("\r\nno Kerberos ticket (kinit)")) << failure;
+}
+
+TEST(TrustedConnection, GoesToThisMachineByItsName) {
+  for (const char* server : {".,1", "localhost,1", "LOCALHOST\\SALES,1", "127.0.0.1,1", "::1,1"}) {
+    OdbcConnection connection;
+    connection.ConnectionString = TrustedConnectionString(server);
+    const std::string failure = SqlFailure([&] { connection.Open(); });
+    EXPECT_NE(failure.find(" " + GetHostName() + " "), std::string::npos) << server << ": " << failure;
+  }
 }
 
 }  // namespace

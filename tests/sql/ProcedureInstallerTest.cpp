@@ -96,7 +96,7 @@ TEST_F(ProcedureInstallerTest, ListsTheDatabases) {
   ASSERT_TRUE(names);
   EXPECT_EQ(std::count(names->begin(), names->end(), database), 1);
   if (!tds) return;
-  tds->AtStep(tds->Steps() + 3, Hook::Error(229, "The SELECT permission was denied."));
+  tds->AtStep(tds->Steps() + kOpening + 1, Hook::Error(229, "The SELECT permission was denied."));
   messages.WillShow(
       SqlErrorBox("Could not retrieve the list of databases. Please make sure that the account you "
                   "use to connect has sufficient permissions.\r\nThe SELECT permission was denied."));
@@ -115,7 +115,6 @@ TEST_F(ProcedureInstallerTest, LeavesTheDatabaseAsItWasWhateverStepFails) {
       kCreate,
       "Could not grant access to this procedure to role PUBLIC.",
       kCreate};  // committing
-  constexpr int kOpening = 2;
   const int last = static_cast<int>(std::size(sentences));
   for (int index = 0; index < last; ++index) {
     for (const Hook& hook :

@@ -32,6 +32,7 @@ std::string SqlFailure(Operation&& operation) {
 }
 
 using tds::Hook;
+using tds::kOpening;
 using tds::TdsServer;
 
 class SqlServerTest : public ::testing::Test {

@@ -7,7 +7,6 @@
 #include "platform/Utf16.h"
 #include "sql/ConnectionString.h"
 #include "sql/InstallScript.h"
-#include "sql/SendProcedure.h"
 #include "sql/ServerAddress.h"
 #include "sql/SqlInstances.h"
 #include "tests/support/TemporaryFolder.h"
@@ -119,11 +118,6 @@ TEST(InstallScript, TheOneThatShipsCanBeInstalled) {
   EXPECT_EQ(script.find("*/"), std::string::npos);
   // A line "GO" is a command of query tools and no Transact-SQL.
   EXPECT_FALSE(std::regex_search(script, std::regex("\n[ \t]*GO[ \t]*\r?(\n|$)", std::regex::icase)));
-}
-
-TEST(SendProcedure, PutsTheCommandTextTogetherAsItIs) {
-  EXPECT_EQ(QueueCommandText({"o'x", "line\r\nline", "s"}, "Q1"),
-            "exec sp_sendPLN @recipients='o'x',@message='line\r\nline',@subject='s',@queue='Q1'");
 }
 
 TEST(Utf16, IsReadAndWritten) {

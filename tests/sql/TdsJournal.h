@@ -13,11 +13,12 @@ namespace pellorin::tds {
 
 // What happens at one step of the conversation instead of, or besides, the usual answer.
 struct Hook {
-  enum class Kind { kNone, kSilent, kDrop, kDelay, kError, kErrorAfterResult };
+  enum class Kind { kNone, kSilent, kDrop, kBytes, kDelay, kError, kErrorAfterResult };
   enum class Transaction { kKept, kRolledBack };
 
   static Hook Silent() { return {Kind::kSilent}; }  // from now on, for the connection
   static Hook Drop() { return {Kind::kDrop}; }
+  static Hook Bytes(std::string bytes) { return {Kind::kBytes, {}, 0, std::move(bytes)}; }  // as they are
   static Hook Delay(std::chrono::milliseconds time) { return {Kind::kDelay, time}; }
   // Instead of doing what is asked; severe errors end the transaction as well.
   static Hook Error(int number, std::string text, Transaction transaction = Transaction::kKept) {
@@ -35,6 +36,9 @@ struct Hook {
   std::string text = {};
   Transaction transaction = Transaction::kKept;
 };
+
+// Steps until a connection is open: the program's question, the driver's PRELOGIN, LOGIN7.
+inline constexpr int kOpening = 3;
 
 class TdsJournal {
  public:

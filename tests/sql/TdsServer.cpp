@@ -67,6 +67,9 @@ class Conversation {
       case Hook::Kind::kDrop:
         isOpen_ = false;
         return true;
+      case Hook::Kind::kBytes:
+        ::send(descriptor_, hook.text.data(), hook.text.size(), MSG_NOSIGNAL);
+        return true;
       case Hook::Kind::kDelay:
         std::this_thread::sleep_for(hook.time);
         return false;

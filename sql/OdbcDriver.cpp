@@ -1,0 +1,64 @@
+#include "sql/OdbcDriver.h"
+
+#include "platform/HostName.h"
+#include "platform/KerberosTicket.h"
+#include "platform/TextCase.h"
+#include "sql/OdbcHandles.h"
+
+namespace pellorin {
+namespace {
+
+bool IsMicrosofts(const std::string& driver) {
+  const std::string folded = FoldCase(driver);
+  return folded.find("odbc driver ") != std::string::npos || folded.find("msodbcsql") != std::string::npos;
+}
+
+// Its "yes" means encrypted throughout; "no" is told because the later versions would insist by themselves.
+std::string MicrosoftsText(const ReachedServer& server) {
+  return "SERVER=tcp:" + AsciiHostName(server.host) + "," + std::to_string(server.port) +
+         ";Encrypt=" + (server.offersEncryption ? "yes" : "no") + ";TrustServerCertificate=yes;";
+}
+
+// The version is fixed: while this driver tries versions out, no time-out holds. Without "Timeout" beginning
+// and ending a transaction would wait for ever. Without "require" it encrypts nothing but the login.
+std::string FreeTdsText(const ReachedServer& server, std::chrono::seconds commandTimeout) {
+  return "SERVER=" + AsciiHostName(server.host) + ";PORT=" + std::to_string(server.port) +
+         ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(commandTimeout.count()) + ";" +
+         (server.offersEncryption ? "Encryption=require;" : "");
+}
+
+}  // namespace
+
+// Braces keep a value together up to "};", which no value can hold: the connection string has ended it at the
+// ";".
+std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
+                       const ReachedServer& server, std::chrono::seconds commandTimeout) {
+  return "DRIVER={" + driver + "};" +
+         (IsMicrosofts(driver) ? MicrosoftsText(server) : FreeTdsText(server, commandTimeout)) +
+         (settings.isTrusted ? "Trusted_Connection=Yes;DATABASE=" + settings.database + ";"
+                             : "UID={" + settings.user + "};PWD={" + settings.password + "};");
+}
+
+bool IsDriverMissing(const std::string& description) {
+  return description.find("Can't open lib") != std::string::npos;
+}
+
+std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, bool isEncrypted) {
+  if (IsDriverMissing(description))
+    return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
+  if (!IsGeneric(description)) return {};
+  if (isTrusted) return MayHaveKerberosTicket() ? "" : "\r\nno Kerberos ticket (kinit)";
+  if (isEncrypted)
+    return "\r\nThe server offers TLS, so the connection was tried with encryption only. Please check the "
+           "server's certificate and its TLS settings.";
+  return {};
+}
+
+std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted) {
+  const std::string connection = "The connection to " + server + " was ";
+  if (isEncrypted) return connection + "encrypted, server not verified.";
+  return connection + "not encrypted: " + (isTrusted ? "queries" : "the password") +
+         " crossed the network in clear.";
+}
+
+}  // namespace pellorin

@@ -1,0 +1,23 @@
+// What an ODBC driver is told of a server, in the words of FreeTDS's driver or of Microsoft's.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "sql/ConnectionString.h"
+#include "sql/ReachedServer.h"
+
+namespace pellorin {
+
+// Where encryption is offered the driver is told to insist on it: it then fails rather than go on in clear.
+std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
+                       const ReachedServer& server, std::chrono::seconds commandTimeout);
+
+// A line to go below the driver's words for a connection that failed: what they do not say. May be empty.
+std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, bool isEncrypted);
+// What protected a connection, in a sentence: SqlConnection::SecurityNote.
+std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted);
+// Whether the driver itself is missing, so that nothing was sent.
+bool IsDriverMissing(const std::string& description);
+
+}  // namespace pellorin

@@ -1,0 +1,54 @@
+#include "sql/ReachedServer.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "platform/MachineName.h"
+#include "platform/TextCase.h"
+#include "sql/InstancePort.h"
+#include "sql/Prelogin.h"
+#include "sql/ServerAddress.h"
+
+namespace pellorin {
+namespace {
+
+constexpr const char* kSource = "PellorinConfig.exe, ReachedServer";
+
+// Whether what a server does not encrypt is refused. A value that is not known must not count as "no".
+bool IsEncryptionRequired() {
+  constexpr const char* kVariable = "PELLORIN_SQL_ENCRYPTION";
+  const char* chosen = std::getenv(kVariable);
+  if (chosen == nullptr || *chosen == '\0') return false;
+  if (EqualIgnoringCase(chosen, "require")) return true;
+  throw SqlError(
+      0, kSource,
+      std::string(kVariable) + " is \"" + chosen + "\". Please set it to \"require\", or not at all.");
+}
+
+// The driver would ask sixteen times, whatever the time-out.
+std::uint16_t PortOf(const ServerAddress& address, std::uint16_t browserPort, const Deadline& end) {
+  if (address.port != 0) return address.port;
+  const auto patience = std::min(end.Left() / 2, std::chrono::milliseconds(4000));
+  return PortOfInstance(address.host, address.instance, patience, browserPort);
+}
+
+}  // namespace
+
+ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t browserPort,
+                          const Deadline& end) {
+  const bool isRequired = IsEncryptionRequired();
+  const ServerAddress address = ParseServerAddress(settings.server);
+  ReachedServer server;
+  // Tickets are for names: there is none for "localhost".
+  server.host = settings.isTrusted && address.isThisMachine ? GetHostName() : address.host;
+  server.port = PortOf(address, browserPort, end);
+  server.offersEncryption = OffersEncryption(server.host, server.port, end.Left());
+  if (isRequired && !server.offersEncryption)
+    throw SqlError(0, kSource,
+                   server.host +
+                       " does not offer encryption, and PELLORIN_SQL_ENCRYPTION asks for it. Please "
+                       "enable TLS on the server, or unset that variable.");
+  return server;
+}
+
+}  // namespace pellorin
