@@ -37,8 +37,11 @@ ProcedureInstaller::ProcedureInstaller(SqlConnectionFactory connect, FileOperati
       messages_(messages) {}
 
 bool ProcedureInstaller::Open(SqlConnection& connection, const SqlLogin& login) {
-  return login.isTrusted ? OpenTrustedConnection(connection, login.server, messages_)
-                         : OpenSqlConnection(connection, login.server, login.user, login.password, messages_);
+  const bool isOpen =
+      login.isTrusted ? OpenTrustedConnection(connection, login.server, messages_)
+                      : OpenSqlConnection(connection, login.server, login.user, login.password, messages_);
+  securityNote_ = connection.SecurityNote();
+  return isOpen;
 }
 
 std::optional<std::vector<std::string>> ProcedureInstaller::ListDatabases(const SqlLogin& login) {

@@ -35,6 +35,8 @@ class ProcedureSetup {
   virtual std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) = 0;
   // True when it is done and committed; otherwise a box has said why not, or that it may have been done.
   virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
+  // Of the connection that the last of these operations made: SqlConnection::SecurityNote.
+  virtual std::string SecurityNote() const = 0;
 };
 
 class ProcedureInstaller : public ProcedureSetup {
@@ -44,6 +46,7 @@ class ProcedureInstaller : public ProcedureSetup {
 
   std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) override;
   bool Install(const SqlLogin& login, const Installation& installation) override;
+  std::string SecurityNote() const override { return securityNote_; }
 
  private:
   bool Open(SqlConnection& connection, const SqlLogin& login);
@@ -54,6 +57,7 @@ class ProcedureInstaller : public ProcedureSetup {
   FileOperations& files_;
   std::string programFolder_;
   UserMessages& messages_;
+  std::string securityNote_;
 };
 
 }  // namespace pellorin

@@ -29,7 +29,7 @@ void QueueTest::Run() {
 bool QueueTest::Send(const std::string& address, const Section& instance, const Section& queue) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForTest(*connection, instance, login_, services_.messages)) return false;
+  if (!OpenForTest(*connection, instance, login_, services_)) return false;
   connection->SetDefaultDatabase(instance.GetValue("ConfiguredDB"));
   const std::string body = Body(instance, queue, connection->DefaultDatabase());
   try {

@@ -115,6 +115,10 @@ void QueuesPage::PersistDays() {
   binding_.Persist("days", days);
 }
 
+void QueuesPage::ShowSecurity(const std::string& note) {
+  ui_->lblQueueConnection->Say(note);
+}
+
 bool QueuesPage::ValidateQueue() {
   return ValidateCurrent("queue");
 }

@@ -32,7 +32,8 @@ class QueuesPage : public SectionPage {
 
   void StartBrandNew() override;
   void AddNewQueue(const std::string& name);
-  bool ValidateQueue();  // reports what is invalid; true when no queue is shown
+  void ShowSecurity(const std::string& note);  // of the connection that the last test made
+  bool ValidateQueue();                        // reports what is invalid; true when no queue is shown
 
  protected:
   ControlBinding& Binding() override { return binding_; }

@@ -64,6 +64,11 @@ void SqlPage::BindControls() {
   binding_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
   binding_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
   binding_.OnClick(ui_->btnTestSqlServer, [this] { emit testRequested(); });
+  for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
+    connect(part, &QLineEdit::textChanged, this, &SqlPage::loginChanged);
+  for (QRadioButton* option : {ui_->optTrusted, ui_->optSqlNative})
+    connect(option, &QRadioButton::toggled, this, &SqlPage::loginChanged);
+  connect(this, &SqlPage::loginChanged, this, [this] { ShowSecurity(""); });
   connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { lost_.clear(); });
   connect(&session_, &ConfigurationSession::mailServersChanged, this, [this] { RefreshMailServers(); });
 }
@@ -162,6 +167,7 @@ void SqlPage::PersistInstallation(const frmNewSqlServer& dialog) {
   binding_.Persist("AccessType", dialog.AccessType());
   binding_.Persist("AllowTempTables", std::to_string(dialog.AllowTempTables()));
   ShowDatabase();
+  ShowSecurity(dialog.SecurityNote());
 }
 
 void SqlPage::btnConfigure_Click() {

@@ -34,10 +34,12 @@ class SqlPage : public SectionPage {
   bool ValidateSql();  // reports what is invalid; true when no instance is shown
   void LoadLists();    // of style sheets and mail servers; stores nothing
   ShownLogin Login() const;
-  bool ShowsConfiguredDatabase() const;  // whether the shown instance's procedure is installed anywhere
+  void ShowSecurity(const std::string& note);  // of the last connection to the shown instance
+  bool ShowsConfiguredDatabase() const;        // whether the shown instance's procedure is installed anywhere
 
  signals:
   void noticed(bool hasNotice);  // whether the page names something that was lost
+  void loginChanged();           // another instance or login is shown: what was learnt of the last one is old
 
  protected:
   ControlBinding& Binding() override { return binding_; }

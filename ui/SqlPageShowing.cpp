@@ -18,6 +18,7 @@ const QString kNoDatabase = QStringLiteral("None");
 void SqlPage::ShowCurrent() {
   RunGuarded(messages_, [this] {
     const ConfigurationSession::Edits edits(session_);
+    emit loginChanged();
     Fill();
     ShowNotice();
     if (session_.CurrentSql()->CanBeWritten()) StoreShown();
@@ -96,6 +97,10 @@ void SqlPage::ShowNotice() {
   emit noticed(!text.empty());
 }
 
+void SqlPage::ShowSecurity(const std::string& note) {
+  ui_->lblSqlConnection->Say(note);
+}
+
 void SqlPage::ShowDatabase() {
   const Section* instance = session_.CurrentSql();
   const std::string database = instance == nullptr ? std::string() : instance->GetValue("ConfiguredDB");
@@ -113,6 +118,7 @@ bool SqlPage::ShowsConfiguredDatabase() const {
 void SqlPage::StartBrandNew() {
   SectionPage::StartBrandNew();
   connection_ = nullptr;
+  emit loginChanged();
   ShowDatabase();
   ShowNotice();
 }

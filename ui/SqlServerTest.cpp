@@ -18,7 +18,7 @@ void SqlServerTest::Run() {
 bool SqlServerTest::Send(const std::string& address, const Section& instance) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForTest(*connection, instance, login_, services_.messages)) return false;
+  if (!OpenForTest(*connection, instance, login_, services_)) return false;
   try {
     connection->SetDefaultDatabase(instance.GetValue("ConfiguredDB"));
     SendByParameters(*connection, {address, Body(instance), "Pellorin: Test Email from SQL Server"});

@@ -28,10 +28,13 @@ std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now) {
 }
 
 bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                 UserMessages& messages) {
+                 const TestServices& services) {
   const std::string server = instance.DisplayName();
-  return login.isTrusted ? OpenTrustedConnection(connection, server, messages)
-                         : OpenSqlConnection(connection, server, login.user, login.password, messages);
+  const bool isOpen =
+      login.isTrusted ? OpenTrustedConnection(connection, server, services.messages)
+                      : OpenSqlConnection(connection, server, login.user, login.password, services.messages);
+  services.showSecurity(connection.SecurityNote());
+  return isOpen;
 }
 
 void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success) {

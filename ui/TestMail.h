@@ -27,6 +27,8 @@ struct TestServices {
   MailComponent& mail;
   SqlConnectionFactory connect;
   std::function<std::unique_ptr<TestWork>()> beginWork;
+  std::function<void(const std::string& note)>
+      showSecurity;  // of the test's connection, on the page in front
 };
 
 // As the SQL page shows it, saved or not.
@@ -53,7 +55,7 @@ std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = Q
 
 // Opens the connection to the shown instance; false when a box has said why not.
 bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                 UserMessages& messages);
+                 const TestServices& services);
 
 // Shows the end of `send`: the text of its success, its failed call as "Test Failed", or nothing when it
 // returns false because no connection could be opened, which a box has told already. Other exceptions pass.

@@ -30,8 +30,12 @@ const std::string kQueuesTip = "Configure Queues";
 
 frmMain::frmMain(const Components& components)
     : components_(components),
-      tests_{session_, components_.messages, components_.mail, components_.connect,
-             [this] { return std::make_unique<WatchedWork>(*this, components_.mail); }},
+      tests_{session_,
+             components_.messages,
+             components_.mail,
+             components_.connect,
+             [this] { return std::make_unique<WatchedWork>(*this, components_.mail); },
+             [this](const std::string& note) { ShowSecurity(note); }},
       ui_(std::make_unique<Ui::frmMain>()),
       tags_(*this),
       binding_(components_.messages,
@@ -75,6 +79,7 @@ void frmMain::AddPages() {
   addTab(queuesPage_, kQueuesTab, "Queue", kQueuesTip);
   // What is named on a page that nobody looks at must not be missed.
   connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) { MarkTab(*sqlPage_, hasNotice); });
+  connect(sqlPage_, &SqlPage::loginChanged, queuesPage_, [this] { queuesPage_->ShowSecurity(""); });
   // The pages joined the window last, but Tab leads through them before the common area below them.
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
@@ -147,6 +152,13 @@ void frmMain::BindTests() {
   onTest(mailPage_, [this] { MailServerTest(tests_).Run(); });
   onTest(sqlPage_, [this] { SqlServerTest(tests_, sqlPage_->Login()).Run(); });
   onTest(queuesPage_, [this] { QueueTest(tests_, sqlPage_->Login()).Run(); });
+}
+
+void frmMain::ShowSecurity(const std::string& note) {
+  if (ui_->tabMain->currentWidget() == queuesPage_)
+    queuesPage_->ShowSecurity(note);
+  else
+    sqlPage_->ShowSecurity(note);
 }
 
 void frmMain::StartBrandNew(std::string_view sectionKind) {

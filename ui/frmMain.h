@@ -75,6 +75,7 @@ class frmMain : public QWidget {
   void BindControls();
   void BindTests();
   void ShowFaulty(Section* faulty);
+  void ShowSecurity(const std::string& note);
   bool IsInServiceFolder();
   void ReadCommandLine(const std::string& commandLine);
   void RegisterEventSources();

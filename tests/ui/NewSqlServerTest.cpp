@@ -146,6 +146,8 @@ TEST_F(NewSqlServerTest, ListsTheDatabasesForTheUser) {
   Press(Qt::Key_Tab);
   EXPECT_EQ(dialog->Database() + "|" + FocusName(), "master|cmbDatabase");
   EXPECT_TRUE(OffersDatabase());
+  EXPECT_TRUE(Text("lblConnectionNotice").starts_with("The connection to " + server + " was "));
+  EXPECT_TRUE(Find("lblConnectionNotice").isVisible());
   for (const std::string typed : {"", "not [there]"}) {
     Paste("cmbDatabase", typed);
     Click("btnRefresh");
@@ -156,6 +158,7 @@ TEST_F(NewSqlServerTest, ListsTheDatabasesForTheUser) {
   Paste("ddcSqlServers", server + "x");
   EXPECT_EQ(dialog->Database(), "not [there]");
   EXPECT_TRUE(Entries("cmbDatabase").empty());
+  EXPECT_FALSE(Find("lblConnectionNotice").isVisible());
   Paste("ddcSqlServers", server);
   const int before = connections;
   Find("cmbDatabase").setFocus();  // not by the user
@@ -195,8 +198,12 @@ TEST_F(NewSqlServerTest, AFailedListComesBackOnlyWhenAskedFor) {
     EXPECT_EQ(messages.Last().title, row.title) << row.step;
     EXPECT_EQ(dialog->Database() + "|" + FocusName(), "|cmbDatabase");
     ExpectUsable();
+    if (tds) {
+      EXPECT_EQ(dialog->SecurityNote().empty(), row.step == 1) << "the password was sent: " << row.step;
+    }
     Press("Shift+Tab Tab");  // shows no box again
     Paste("txtSqlPassword", "other");
+    EXPECT_EQ(dialog->SecurityNote(), "");
   }
   Paste("txtSqlPassword", password);
   Click("btnRefresh");

@@ -51,12 +51,15 @@ class ServerTests : public SqlServerTest, private MailComponent {
   RecordingMessages messages;
   ConfigurationSession session;
   std::string asked;
-  TestServices services{session, messages, *this,
+  TestServices services{session,
+                        messages,
+                        *this,
                         [this] {
                           return std::make_unique<RedirectedConnection>(
                               asked, SqlLoginConnectionString(server, user, password));
                         },
-                        [] { return std::make_unique<TestWork>(); }};
+                        [] { return std::make_unique<TestWork>(); },
+                        [](const std::string& /*note*/) {}};
 
  private:
   std::string InstallFolder() override { return {}; }

@@ -180,8 +180,10 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   ClickTab(2);
   AddQueue("Q");
   ClickTab(1);
+  setup.note = "how the installer was connected";
   WillInstall("HOST9", "sales", "sa");
   Click("btnAddNewSqlServer");
+  EXPECT_EQ(Text("lblSqlConnection"), setup.note);
   EXPECT_EQ(title, "New Sql Server Instance");
   EXPECT_EQ(setup.asked, "HOST9 sa/pw sales");
   EXPECT_EQ(Entries("cmbSQLServer"), (Names{"HOST9", "A"}));
@@ -196,6 +198,7 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   Delete("btnDeleteSqlSettings", "settings for server HOST9");
   EXPECT_EQ(Entries("cmbSQLServer"), Names{"A"});
   EXPECT_EQ(Lines("lstQueueApplServers"), "A");
+  EXPECT_EQ(Text("lblSqlConnection"), "") << "another instance is shown";
   setup.succeeds = false;
   WillInstall("HOST8", "sales");
   Click("btnAddNewSqlServer");

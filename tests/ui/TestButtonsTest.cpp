@@ -217,6 +217,8 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   WillAskAddress("a@b");
   WillSucceed("Email Sent");
   Click("btnTestSqlServer");
+  const std::string note =
+      "The connection to " + instance + " was not encrypted: the password crossed the network in clear.";
   const std::string end = "\r\nSQL Connection: sales\r\nMail Server: one\r\nSend On: ";
   const std::string message = server.Calls().back().values.at(1).value.value_or("");
   EXPECT_NE(message.find(end), std::string::npos) << message;
@@ -236,6 +238,11 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   WillFail("Test Failed: Unclosed quotation mark after the character string ''.");
   Click("btnTestQueue");
   EXPECT_EQ(Stored("Q1", "title"), "new");
+  EXPECT_EQ(Text("lblSqlConnection lblQueueConnection"), note + "|" + note);
+  ClickTab(1);
+  EXPECT_TRUE(Find("lblSqlConnection").isVisible());
+  Replace("txtSqlPassword", "other");
+  EXPECT_EQ(Text("lblSqlConnection lblQueueConnection"), "|");
   EXPECT_EQ(connections, 4);
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }

@@ -50,8 +50,10 @@ class FakeSetup : public ProcedureSetup {
     return succeeds;
   }
 
+  std::string SecurityNote() const override { return note; }
+
   bool succeeds = true;
-  std::string asked;
+  std::string asked, note;
 };
 
 class WindowFixture : public ::testing::Test,

@@ -67,7 +67,7 @@ void frmNewSqlServer::BindControls() {
   binding_.OnClick(ui_->optTrusted, [this] { UseTrusted(); });
   binding_.OnClick(ui_->optSqlNative, [this] { UseNative(); });
   for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
-    binding_.OnEdit(part, [this] { hasLoadFailed_ = false; });
+    binding_.OnEdit(part, [this] { ForgetConnection(); });
   binding_.OnClick(ui_->btnRefresh, [this] { LoadDatabases(); });
   binding_.OnClick(ui_->btnReviewSource, [this] { review_.Open(); });
   binding_.OnClick(ui_->btnSetup, [this] { btnSetup_Click(); });
@@ -160,20 +160,39 @@ void frmNewSqlServer::SetIsServerReadOnly(bool isReadOnly) {
 void frmNewSqlServer::UseTrusted() {
   ControlTags::Switch(*ui_->txtSqlUsername, false);
   ControlTags::Switch(*ui_->txtSqlPassword, false);
-  hasLoadFailed_ = false;
+  ForgetConnection();
 }
 
 void frmNewSqlServer::UseNative() {
   ControlTags::Switch(*ui_->txtSqlUsername, true);
   ControlTags::Switch(*ui_->txtSqlPassword, true);
-  hasLoadFailed_ = false;
+  ForgetConnection();
   if (isVisible()) ui_->txtSqlUsername->setFocus();
 }
 
 // A layout alone would let the window become too low for its texts of several lines.
-void frmNewSqlServer::showEvent(QShowEvent* event) {
+void frmNewSqlServer::FitHeight() {
   setMinimumHeight(heightForWidth(minimumSizeHint().width()));
+}
+
+void frmNewSqlServer::showEvent(QShowEvent* event) {
+  FitHeight();
   QDialog::showEvent(event);
+}
+
+std::string frmNewSqlServer::SecurityNote() const {
+  return ui_->lblConnectionNotice->text().toStdString();
+}
+
+void frmNewSqlServer::ShowSecurity(const std::string& note) {
+  ui_->lblConnectionNotice->Say(note);
+  FitHeight();
+}
+
+// What was learnt of another instance, or with another login.
+void frmNewSqlServer::ForgetConnection() {
+  hasLoadFailed_ = false;
+  ShowSecurity("");
 }
 
 bool frmNewSqlServer::eventFilter(QObject* watched, QEvent* event) {
@@ -190,7 +209,7 @@ void frmNewSqlServer::ClearDatabases() {
   const bool isListed = ui_->cmbDatabase->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
   ui_->cmbDatabase->clear();
   ui_->cmbDatabase->setEditText(isListed ? QString() : text);
-  hasLoadFailed_ = false;
+  ForgetConnection();
 }
 
 void frmNewSqlServer::LoadDatabases() {
@@ -199,6 +218,7 @@ void frmNewSqlServer::LoadDatabases() {
   if (!HasValidName()) return;
   const BusyWindow busy(*this);
   const auto names = services_.setup.ListDatabases(Login());
+  ShowSecurity(services_.setup.SecurityNote());
   if (names) ShowDatabases(*names);
   hasLoadFailed_ = !names;
 }
@@ -256,6 +276,7 @@ void frmNewSqlServer::btnSetup_Click() {
     configured_ = services_.setup.Install(Login(), {.database = Database(),
                                                     .grantsToAll = AccessType() == "public",
                                                     .allowsTempTables = AllowTempTables() == 1});
+    ShowSecurity(services_.setup.SecurityNote());
   }
   if (configured_) hide();
 }

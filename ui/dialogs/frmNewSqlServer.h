@@ -51,6 +51,8 @@ class frmNewSqlServer : public QDialog {
   int AllowTempTables() const;  // 0 or 1
   void SetAllowTempTables(int allow);
   bool Configured() const { return configured_; }  // the procedure was installed
+  // What protected the last connection; empty once another instance or login is chosen.
+  std::string SecurityNote() const;
 
   // For an instance that is configured already: nothing is added, so its name is no longer asked or checked.
   void SetIsServerReadOnly(bool isReadOnly);
@@ -74,6 +76,9 @@ class frmNewSqlServer : public QDialog {
   SqlLogin Login() const;
   bool IsDuplicate() const;
   bool HasValidName() const;
+  void ForgetConnection();
+  void ShowSecurity(const std::string& note);
+  void FitHeight();
   void Warn(const std::string& title, const std::string& text) const;
   void btnSetup_Click();
 
