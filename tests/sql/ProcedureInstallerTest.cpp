@@ -90,12 +90,8 @@ TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
   EXPECT_EQ(Procedure(), "");
 }
 
-TEST_F(ProcedureInstallerTest, ListsTheDatabases) {
-  const std::string database = Database();
-  const auto names = installer.ListDatabases(login);
-  ASSERT_TRUE(names);
-  EXPECT_EQ(std::count(names->begin(), names->end(), database), 1);
-  if (!tds) return;
+TEST_F(ProcedureInstallerTest, SaysWhyItCannotListTheDatabases) {
+  if (IsReal()) GTEST_SKIP() << "needs a server that fails on demand";
   tds->AtStep(tds->Steps() + kOpening + 1, Hook::Error(229, "The SELECT permission was denied."));
   messages.WillShow(
       SqlErrorBox("Could not retrieve the list of databases. Please make sure that the account you "

@@ -1,7 +1,6 @@
 // What reached the test server, and what it shall do at which step. Safe to use from any thread.
 #pragma once
 
-#include <chrono>
 #include <map>
 #include <mutex>
 #include <string>
@@ -13,25 +12,23 @@ namespace pellorin::tds {
 
 // What happens at one step of the conversation instead of, or besides, the usual answer.
 struct Hook {
-  enum class Kind { kNone, kSilent, kDrop, kBytes, kDelay, kError, kErrorAfterResult };
+  enum class Kind { kNone, kSilent, kDrop, kBytes, kError, kErrorAfterResult };
   enum class Transaction { kKept, kRolledBack };
 
   static Hook Silent() { return {Kind::kSilent}; }  // from now on, for the connection
   static Hook Drop() { return {Kind::kDrop}; }
-  static Hook Bytes(std::string bytes) { return {Kind::kBytes, {}, 0, std::move(bytes)}; }  // as they are
-  static Hook Delay(std::chrono::milliseconds time) { return {Kind::kDelay, time}; }
+  static Hook Bytes(std::string bytes) { return {Kind::kBytes, 0, std::move(bytes)}; }  // as they are
   // Instead of doing what is asked; severe errors end the transaction as well.
   static Hook Error(int number, std::string text, Transaction transaction = Transaction::kKept) {
-    return {Kind::kError, {}, number, std::move(text), transaction};
+    return {Kind::kError, number, std::move(text), transaction};
   }
   // Does what a batch asks and answers so, with the error behind the result (a count where there would be
   // none).
   static Hook ErrorAfterResult(int number, std::string text) {
-    return {Kind::kErrorAfterResult, {}, number, std::move(text)};
+    return {Kind::kErrorAfterResult, number, std::move(text)};
   }
 
   Kind kind = Kind::kNone;
-  std::chrono::milliseconds time{};
   int number = 0;
   std::string text = {};
   Transaction transaction = Transaction::kKept;

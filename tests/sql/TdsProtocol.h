@@ -41,7 +41,6 @@ struct Login {
 // A parameter of a remote call as received.
 struct CallValue {
   std::string name;  // with "@"
-  std::string type;  // as declared in Transact-SQL: nvarchar(4000), ntext
   std::optional<std::string> value;
 };
 

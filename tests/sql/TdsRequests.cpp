@@ -48,12 +48,10 @@ class ByteReader {
     Number(1);  // by reference or not
     const std::uint64_t type = Number(1);
     if (type == kNtextType) {
-      parameter.type = "ntext";
       Bytes(4 + kCollationSize);
       parameter.value = Text(Number(4));
     } else if (type == kNvarcharType) {
-      parameter.type = "nvarchar(" + std::to_string(Number(2) / 2) + ")";
-      Bytes(kCollationSize);
+      Bytes(2 + kCollationSize);
       parameter.value = Text(Number(2));
     } else {
       throw ProtocolError("a parameter of the unknown type " + std::to_string(type));

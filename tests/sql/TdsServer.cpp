@@ -70,9 +70,6 @@ class Conversation {
       case Hook::Kind::kBytes:
         ::send(descriptor_, hook.text.data(), hook.text.size(), MSG_NOSIGNAL);
         return true;
-      case Hook::Kind::kDelay:
-        std::this_thread::sleep_for(hook.time);
-        return false;
       case Hook::Kind::kError: {
         TokenWriter reply;
         if (hook.transaction == Hook::Transaction::kRolledBack && !database_.End(session_, false))

