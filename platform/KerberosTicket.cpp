@@ -10,6 +10,8 @@
 
 #include "platform/CredentialCache.h"
 #include "platform/FileOperations.h"
+#include "platform/OuterBlanks.h"
+#include "platform/TextSplit.h"
 
 namespace pellorin {
 namespace {
@@ -23,13 +25,22 @@ std::optional<std::string> ReadIfPossible(const std::string& path) {
   }
 }
 
+// Whether the settings of Kerberos say where tickets are kept, other than in a comment.
+bool NamesAnotherPlace(const std::string& settings) {
+  for (const std::string& line : SplitAt("\n", settings)) {
+    const std::string_view text = WithoutOuterBlanks(line);
+    if (text.starts_with("default_ccache_name")) return true;
+  }
+  return false;
+}
+
 // Nothing when the tickets are kept elsewhere.
 std::optional<std::string> TicketFile() {
   constexpr std::string_view kFileKind = "FILE:";
   const char* named = std::getenv("KRB5CCNAME");
   if (named == nullptr || *named == '\0') {
     const auto settings = ReadIfPossible("/etc/krb5.conf");
-    if (settings && settings->find("default_ccache_name") != std::string::npos) return std::nullopt;
+    if (settings && NamesAnotherPlace(*settings)) return std::nullopt;
     return "/tmp/krb5cc_" + std::to_string(getuid());
   }
   std::string path = named;

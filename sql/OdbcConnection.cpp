@@ -23,6 +23,13 @@ SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
   return static_cast<SQLINTEGER>(text.size());
 }
 
+// Whether the server itself told why it refuses: then the login had been sent.
+bool IsLoginAnswered(const std::vector<OdbcRecord>& records) {
+  return std::ranges::any_of(records, [](const OdbcRecord& record) {
+    return record.state.starts_with("28") || record.state.starts_with("42");
+  });
+}
+
 }  // namespace
 
 struct OdbcConnection::Session {
@@ -86,19 +93,20 @@ void OdbcConnection::Open() {
   auto session = std::make_unique<Session>();
   const OdbcHandle& connection = *session->connection;
   SQLSetConnectAttr(connection.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(left), SQL_IS_UINTEGER);
-  const std::string note = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
   try {
     connection.Check(SQLDriverConnectW(connection.Get(), nullptr, wide.data(), SQL_NTS, nullptr, 0, nullptr,
                                        SQL_DRIVER_NOPROMPT),
                      "Open");
   } catch (const SqlError& error) {
     const std::string& text = error.Description();
-    const bool hasSentPassword = !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
-    if (hasSentPassword) securityNote_ = note;
+    const bool mayHaveSentPassword =
+        !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
+    if (mayHaveSentPassword)
+      securityNote_ = SecuritySentence(settings.server, false, false, IsLoginAnswered(connection.Records()));
     throw SqlError(error.Number(), error.Source(),
                    text + WhatDriverLeavesOut(text, settings.isTrusted, server.offersEncryption));
   }
-  securityNote_ = note;
+  securityNote_ = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
   session->isConnected = true;
   session_ = std::move(session);
 }

@@ -3,6 +3,7 @@
 #include "platform/HostName.h"
 #include "platform/KerberosTicket.h"
 #include "platform/TextCase.h"
+#include "platform/Utf16.h"
 #include "sql/OdbcHandles.h"
 
 namespace pellorin {
@@ -47,18 +48,19 @@ std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, 
   if (IsDriverMissing(description))
     return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
   if (!IsGeneric(description)) return {};
-  if (isTrusted) return MayHaveKerberosTicket() ? "" : "\r\nno Kerberos ticket (kinit)";
+  if (isTrusted && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
   if (isEncrypted)
     return "\r\nThe server offers TLS, so the connection was tried with encryption only. Please check the "
-           "server's certificate and its TLS settings.";
+           "server's TLS settings.";
   return {};
 }
 
-std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted) {
-  const std::string connection = "The connection to " + server + " was ";
+std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted, bool isKnown) {
+  constexpr std::size_t kLongest = 60;  // so that the sentence does not widen a window
+  const std::string connection = "The connection to " + Shortened(server, kLongest) + " was ";
   if (isEncrypted) return connection + "encrypted, server not verified.";
-  return connection + "not encrypted: " + (isTrusted ? "queries" : "the password") +
-         " crossed the network in clear.";
+  return connection + "not encrypted: " + (isTrusted ? "queries " : "the password ") +
+         (isKnown ? "crossed" : "may have crossed") + " the network in clear.";
 }
 
 }  // namespace pellorin

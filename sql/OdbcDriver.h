@@ -15,8 +15,10 @@ std::string DriverText(const std::string& driver, const ConnectionSettings& sett
 
 // A line to go below the driver's words for a connection that failed: what they do not say. May be empty.
 std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, bool isEncrypted);
-// What protected a connection, in a sentence: SqlConnection::SecurityNote.
-std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted);
+// What protected a connection, in a sentence: SqlConnection::SecurityNote. `isKnown` is false for a
+// connection that failed without an answer to the login, which may not have been sent.
+std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted,
+                             bool isKnown = true);
 // Whether the driver itself is missing, so that nothing was sent.
 bool IsDriverMissing(const std::string& description);
 

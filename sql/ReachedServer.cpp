@@ -46,7 +46,7 @@ ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t brow
   if (isRequired && !server.offersEncryption)
     throw SqlError(0, kSource,
                    server.host +
-                       " does not offer encryption, and PELLORIN_SQL_ENCRYPTION asks for it. Please "
+                       " does not offer encryption, and PELLORIN_SQL_ENCRYPTION requires it. Please "
                        "enable TLS on the server, or unset that variable.");
   return server;
 }

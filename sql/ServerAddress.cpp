@@ -62,14 +62,14 @@ ServerAddress ParseServerAddress(const std::string& server) {
   if (EqualIgnoringCase(address.instance, "MSSQLSERVER")) address.instance.clear();
   if (address.port == 0 && address.instance.empty()) address.port = kDefaultSqlPort;
   address.host = IsUnnamed(text) ? "localhost" : text;
-  address.isThisMachine =
-      EqualIgnoringCase(address.host, "localhost") || address.host == "127.0.0.1" || address.host == "::1";
+  address.isThisMachine = EqualIgnoringCase(address.host, "localhost") || address.host == "127.0.0.1";
   return address;
 }
 
 SqlError UnknownHost(const std::string& host, const std::string& reason) {
   return {0, kSource,
-          "Unknown host " + host + " (" + reason + "). Please check the spelling of the server's name."};
+          "Unknown host " + host + " (" + reason +
+              "). Please check the server's name, and that this machine can look up names."};
 }
 
 }  // namespace pellorin

@@ -1,5 +1,5 @@
 // Where a SQL Server is reached, as its users write it: HOST, HOST,PORT, HOST\INSTANCE, with "tcp:" before it
-// or not; "." and "(local)" are this machine, and so are "localhost" and its addresses.
+// or not; "." and "(local)" are this machine, and so are "localhost" and 127.0.0.1.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// A line that says what protected the last connection to a SQL Server. Not there while it has nothing to say;
-// it takes the width that it is given and asks for one line's height, so that it does not push the window.
+// A line that says what protected the last connection to a SQL Server. Hidden while it has nothing to say. It
+// asks for one line's height and no width, so that it does not widen the window.
 #pragma once
 
 #include <QLabel>

@@ -180,7 +180,9 @@ TEST_F(UnreliableServer, MayFailLateOrDropTheConnection) {
   EXPECT_EQ(SqlFailure([&] { late->Execute("CREATE PROCEDURE sp_sendPLN AS SELECT 1"); }), "Too late.");
   for (int step = 2; step <= kOpening; ++step) {
     tds->AtStep(tds->Steps() + step, Hook::Drop());
-    EXPECT_EQ(SqlFailure([&] { Closed()->Open(); }), "Unexpected EOF from the server") << step;
+    const auto dropped = Closed();
+    EXPECT_EQ(SqlFailure([&] { dropped->Open(); }), "Unexpected EOF from the server") << step;
+    EXPECT_TRUE(dropped->SecurityNote().ends_with("the password may have crossed the network in clear."));
   }
 }
 
@@ -215,12 +217,12 @@ TEST_F(UnreliableServer, GetsNothingInClearWhenItOffersTls) {
   for (int step = 1; step <= 2; ++step) tds->AtStep(step, Hook::Bytes(Reply(6, 1)));
   EXPECT_EQ(OpeningFailure(server, user, password),
             "Unable to connect to data source\r\nThe server offers TLS, so the connection was tried with "
-            "encryption only. Please check the server's certificate and its TLS settings.");
+            "encryption only. Please check the server's TLS settings.");
   EXPECT_EQ(tds->Steps(), 3) << "more came than the question, the driver's question and its handshake";
   EXPECT_TRUE(tds->Logins().empty());
   for (const auto& [required, failure] :
        {std::pair("require",
-                  "127.0.0.1 does not offer encryption, and PELLORIN_SQL_ENCRYPTION asks for it. Please "
+                  "127.0.0.1 does not offer encryption, and PELLORIN_SQL_ENCRYPTION requires it. Please "
                   "enable TLS on the server, or unset that variable."),
         {"requre", "PELLORIN_SQL_ENCRYPTION is \"requre\". Please set it to \"require\", or not at all."}}) {
     ::setenv("PELLORIN_SQL_ENCRYPTION", required, 1);
@@ -301,11 +303,14 @@ TEST(TrustedConnection, SaysWhenNoTicketIsValid) {
     EXPECT_EQ(TrustedFailure(reached), expected) << ::testing::PrintToString(bytes);
     EXPECT_EQ(TrustedFailure("no-such-host.invalid").find("kinit"), std::string::npos);
   }
+  folder.Write("tickets", tickets('\xFF'));
+  for (int step = 1; step <= 2; ++step) server.AtStep(server.Steps() + step, Hook::Bytes(Reply(6, 1)));
+  EXPECT_TRUE(TrustedFailure(reached).starts_with(text + "\r\nThe server offers TLS, "));
   ::unsetenv("KRB5CCNAME");
 }
 
 TEST(TrustedConnection, GoesToThisMachineByItsName) {
-  for (const char* server : {".,1", "localhost,1", "LOCALHOST\\SALES,1", "127.0.0.1,1", "::1,1"}) {
+  for (const char* server : {".,1", "localhost,1", "LOCALHOST\\SALES,1", "127.0.0.1,1"}) {
     const std::string failure = TrustedFailure(server);
     EXPECT_NE(failure.find(" " + GetHostName() + " "), std::string::npos) << server << ": " << failure;
   }

@@ -248,12 +248,6 @@ TEST_F(NewSqlServerTest, InstallsAndUpdates) {
   Press("Tab Ctrl+A");
   Type(Database());
   EXPECT_EQ(dialog->Database(), Database());
-  Paste("txtSqlPassword", "wrong");
-  messages.WillShowSome();
-  Click("btnSetup");
-  EXPECT_EQ(messages.Last().title + FocusName(), "Connection ErrorbtnSetup");
-  ExpectUsable();
-  Paste("txtSqlPassword", password);
   Press(Qt::Key_Return);
   EXPECT_TRUE(dialog->Configured());
   EXPECT_FALSE(dialog->isVisible());
@@ -296,16 +290,6 @@ TEST_F(NewSqlServerTest, NothingIsClickedWhileTheServerWorks) {
   QCoreApplication::processEvents();
   EXPECT_TRUE(dialog->Configured());
   EXPECT_EQ(connections, 2);
-}
-
-TEST_F(NewSqlServerTest, IsLeftWithoutATrace) {
-  for (const auto& leave : std::vector<std::function<void()>>{
-           [this] { Click("btnCancel"); }, [this] { Press(Qt::Key_Escape); }, [this] { dialog->close(); }}) {
-    MakeAndLogIn();
-    leave();
-    EXPECT_FALSE(dialog->isVisible() || dialog->Configured());
-  }
-  EXPECT_EQ(connections, 0);
 }
 
 TEST_F(NewSqlServerTest, ShowsTheScript) {
