@@ -51,11 +51,11 @@ Section& Ini::AddQueue(const std::string& name) {
   Section& queue = Add(name, SectionType::Queue);
   try {
     queue.Load();
-    if (!queue.QueueProblem().empty())
+    if (!queue.CanBeWritten())
       throw NumberedError(50110, "PellorinConfig.exe, Ini, AddQueue",
                           "Queue " + name +
                               " could not be added: the definition that it starts from cannot be used.\r\n" +
-                              queue.QueueProblem());
+                              (queue.QueueProblem().empty() ? queues_.TemplatePath() : queue.QueueProblem()));
   } catch (...) {
     sections_.Remove(std::string(queue.Key));
     throw;
@@ -127,7 +127,8 @@ void Ini::Load(const std::string& iniFileName) {
   LoadSections(ProfileFile(std::move(bytes)));
   AdminSection();
   for (const auto& [queueName, fileName] : queues_.Queues())
-    Add(WithEscapedBytes(queueName), SectionType::Queue).LoadQueueFile(fileName);
+    Add(QueueFolder::NameProblem(fileName).empty() ? queueName : Escaped(queueName), SectionType::Queue)
+        .LoadQueueFile(fileName);
 }
 
 void Ini::LoadSections(const ProfileFile& file) {

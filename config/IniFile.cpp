@@ -41,7 +41,10 @@ std::string IniFile::Open(const std::string& fileName) {
   path_ = JoinPath(folder_, fileName);
   std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
   if (!bytes) {  // perhaps in other letter case
-    const std::vector<std::string> spellings = SpellingsOf(files_, folder_, fileName);
+    std::vector<std::string> spellings = SpellingsOf(files_, folder_, fileName);
+    std::erase_if(spellings, [this](const std::string& name) {
+      return files_.Status(JoinPath(folder_, name)).kind == FileKind::Folder;
+    });
     if (spellings.size() > 1) RefuseToChoose(spellings, fileName, folder_);
     if (!spellings.empty()) path_ = JoinPath(folder_, spellings.front());
     bytes = ReadFileIfPresent(files_, path_);

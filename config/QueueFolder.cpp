@@ -31,7 +31,7 @@ std::string TemplateAmong(const std::vector<FolderEntry>& entries) {
   int spellings = 0;
   for (const FolderEntry& entry : entries) {
     if (entry.name == kTemplateName) return kTemplateName;
-    if (entry.name.size() != folded.size() || FoldCase(entry.name) != folded) continue;
+    if (entry.isFolder || entry.name.size() != folded.size() || FoldCase(entry.name) != folded) continue;
     found = entry.name;
     ++spellings;
   }
@@ -81,13 +81,11 @@ std::vector<QueueFolder::QueueFile> QueueFolder::Queues() {
 
 // An instance's section could not hold the name of such a queue.
 std::string QueueFolder::NameProblem(const std::string& fileName) {
-  if (fileName.find_first_of("\r\n") != std::string::npos)
-    return "Its name holds a line break. Please rename the file.";
+  const std::string cure = " Please rename the file.";
+  if (fileName.find_first_of("\r\n") != std::string::npos) return "Its name holds a line break." + cure;
   if (Utf8ToAnsi(fileName)) return {};
-  if (WithEscapedBytes(fileName) != fileName) return "Its name is not valid text. Please rename the file.";
-  return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252). Please "
-         "rename "
-         "the file.";
+  if (Escaped(fileName) != fileName) return "Its name is not valid text." + cure;
+  return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252)." + cure;
 }
 
 std::string QueueFolder::PathOf(const std::string& fileName) const {

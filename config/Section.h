@@ -88,8 +88,10 @@ class Section {
   bool IsTwin() const { return isTwin_; }
   void SetIsTwin() { isTwin_ = true; }
   // False when every save of it is refused: it is a twin, was cut off on loading, or its definition cannot be
-  // used.
-  bool CanBeWritten() const { return !isTwin_ && !cutOffOnLoading_ && queueProblem_.empty(); }
+  // used, or not be written in its encoding.
+  bool CanBeWritten() const {
+    return !isTwin_ && !cutOffOnLoading_ && queueProblem_.empty() && !hasUnwritableEncoding_;
+  }
   // Whether it came from the INI file and is all that the file held of it.
   bool IsWholeIniSection() const {
     return SectionType != pellorin::SectionType::Queue && isOriginal_ && CanBeWritten();
@@ -106,6 +108,7 @@ class Section {
   void ReadQueueDocument(const std::string& path);
   void AddAttributes(const QueueDefinition& definition);
   bool LoadsAgainFrom(const std::string& bytes) const;
+  bool CanKeepEncoding() const;
   bool IsNeverWritten() const;
   void SaveToIni();
   void SaveQueue();
@@ -119,6 +122,7 @@ class Section {
   bool isOriginal_ = false;
   bool isTwin_ = false;
   bool cutOffOnLoading_ = false;  // the file holds more of this section than was read
+  bool hasUnwritableEncoding_ = false;
   std::optional<QueueDefinition> queueDocument_;
   std::string queueFileName_;
   std::string queueProblem_;

@@ -23,6 +23,11 @@ constexpr const char* kTwinProblem =
     "The file holds two sections of this name, and only the first can be reached. Please rename one in the "
     "file.";
 
+std::string UnwritableReason(const QueueDefinition& definition) {
+  return "What would be written does not load as the same settings (encoding " + definition.Encoding() +
+         "). Please save the file in UTF-8 with a text editor.";
+}
+
 // The line of one setting as Pellorin.ini holds it. Throws the reason, a text, when it cannot hold it.
 struct CannotBeWritten {
   std::string reason;
@@ -127,7 +132,7 @@ void Section::LoadQueueFile(const std::string& fileName) {
     ReadQueueDocument(path);
   } else {
     isOriginal_ = true;
-    queueProblem_ = WithEscapedBytes(path) + "\r\n" + problem;
+    queueProblem_ = Escaped(path) + "\r\n" + problem;
   }
 }
 
@@ -144,6 +149,7 @@ void Section::ReadQueueDocument(const std::string& path) {
   }
   try {
     AddAttributes(*queueDocument_);
+    hasUnwritableEncoding_ = !CanKeepEncoding();
   } catch (const CollectionError& error) {
     throw CollectionError(error.Number(), error.Source(),
                           "Queue " + Name + " holds an attribute twice: " + error.Description(), path);
@@ -175,6 +181,18 @@ bool Section::LoadsAgainFrom(const std::string& bytes) const {
            const Setting* again = loaded.GetSetting(setting->Name);
            return again != nullptr && again->Value == setting->Value;
          });
+}
+
+// Tried before anything is changed, so that showing such a queue need not change it. The usual encodings can
+// always be written.
+bool Section::CanKeepEncoding() const {
+  const std::string& encoding = queueDocument_->Encoding();
+  if (EqualIgnoringCase(encoding, "UTF-8") || EqualIgnoringCase(encoding, "UTF-16")) return true;
+  try {
+    return LoadsAgainFrom(queueDocument_->Serialize());
+  } catch (const NumberedError&) {
+    return false;
+  }
 }
 
 void Section::Save() {
@@ -245,9 +263,7 @@ void Section::SaveQueue() {
         document.SetAttribute(name, document.Attribute(name).value_or(setting->Value));
     }
     const std::string bytes = document.Serialize();
-    if (!LoadsAgainFrom(bytes))
-      throw CannotBeWritten{"What would be written does not load as the same settings (encoding " +
-                            document.Encoding() + "). Please save the file in UTF-8 with a text editor."};
+    if (!LoadsAgainFrom(bytes)) throw CannotBeWritten{UnwritableReason(document)};
     queueFileName_ = fileName;  // as in SaveToIni: a failed write may have reached the disk
     WriteFileAtomically(Owner->Files(), path, bytes, NewFileAccess::FolderUsual);
     queueDocument_ = std::move(document);

@@ -52,13 +52,15 @@ inline void AppendUtf8(std::string& text, char32_t value) {
   append(0x80 | (value & 0x3F));
 }
 
-// The text with each byte that is not UTF-8 as "\xNN": for showing what no text can hold.
-inline std::string WithEscapedBytes(std::string_view text) {
+// The text with each byte that is not UTF-8, and each control character, as "\xNN": for showing any name on
+// one line.
+inline std::string Escaped(std::string_view text) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string shown;
   for (std::size_t position = 0; position < text.size();) {
-    const std::size_t length = DecodeUtf8(text, position).length;
-    if (length > 0) {
+    const auto [value, length] = DecodeUtf8(text, position);
+    const bool isControl = value < 0x20 || value == 0x7F;
+    if (length > 0 && !isControl) {
       shown += text.substr(position, length);
     } else {
       const auto byte = static_cast<unsigned char>(text[position]);

@@ -21,7 +21,7 @@ std::string NameList(const std::vector<std::string>& names) {
 
 Message Compose(const NumberedError& error, const std::string& state) {
   std::string text = error.Description();
-  const std::string path = WithEscapedBytes(error.Path());
+  const std::string path = Escaped(error.Path());
   if (!path.empty() && text.find(path) == std::string::npos) text += kLineBreak + path;
   text += state;
   text += std::string(kLineBreak) + kLineBreak + "Error Number: " + std::to_string(error.Number()) +

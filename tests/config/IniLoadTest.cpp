@@ -96,6 +96,9 @@ TEST(IniLoad, CreatesAMissingFileThatOthersCannotReadUnlessItHasOtherLetterCase)
               "letter case only. Please keep one of them and call it Pellorin.ini.",
               other.Path()));
   EXPECT_FALSE(other.Has("Pellorin.ini"));
+  fs::remove(other / "pellorin.ini");
+  fs::create_directory(other / "pellorin.ini");
+  EXPECT_NO_THROW(other.Loaded()) << "a folder is not such a file";
 }
 
 TEST(IniLoad, NamesTheFolderThatCannotBeListed) {

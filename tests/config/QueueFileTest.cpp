@@ -157,7 +157,7 @@ TEST(QueueFile, AFileNameThatNoInstanceCouldHoldMakesItUnusable) {
   folder.WriteQueue("\\xDC.xml", "<queue every=\"4\"/>");
   const auto document = folder.Loaded();
   EXPECT_EQ(Shown(*document),
-            "2ADMIN:Pellorin{}\n3\\xDC{every=4;}\n3two\nlines{}?\n3\\xDCbung{}?\n3\u4E2D{}?\n");
+            "2ADMIN:Pellorin{}\n3\\xDC{every=4;}\n3two\\x0Alines{}?\n3\\xDCbung{}?\n3\u4E2D{}?\n");
   Section& unreadable = document->Item(4);
   EXPECT_EQ(unreadable.QueueProblem(),
             folder.QueuePath("\\xDCbung.xml") + "\r\nIts name is not valid text. Please rename the file.");
