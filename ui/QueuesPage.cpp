@@ -34,6 +34,9 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
   UseSelector(*ui_->cmbQueues);
   MakeTables();
   for (const PickerRow& row : pickers_) row.control->SetLocaleConventions(locale);
+  QSizePolicy keepsItsPlace = ui_->lblQueueConnection->sizePolicy();
+  keepsItsPlace.setRetainSizeWhenHidden(true);  // else the window would grow when the line appears
+  ui_->lblQueueConnection->setSizePolicy(keepsItsPlace);
   BindControls();
 }
 
@@ -84,6 +87,7 @@ void QueuesPage::BindControls() {
   connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {
     const Section* queue = session_.CurrentQueue();
     if (queue == nullptr || !queue->QueueProblem().empty()) return;
+    if (!queue->CanBeWritten()) return servers_.Fill(queue->GetValue("queuebydefaultservers"));
     RunGuarded(messages_, [this] { servers_.RefreshQueuedServers(); });
   });
 }
@@ -127,6 +131,14 @@ bool QueuesPage::IsDuplicate(const std::string& name) const {
   const auto& sections = session_.Document()->Sections();
   return std::any_of(sections.begin(), sections.end(), [&name](const auto& section) {
     return section->SectionType == SectionType::Queue && EqualIgnoringCase(section->Name, name);
+  });
+}
+
+bool QueuesPage::IsNameShared(const Section& queue) const {
+  const auto& sections = session_.Document()->Sections();
+  return std::any_of(sections.begin(), sections.end(), [&queue](const auto& section) {
+    return section.get() != &queue && section->SectionType == SectionType::Queue &&
+           section->Name == queue.Name;
   });
 }
 
@@ -174,8 +186,8 @@ void QueuesPage::btnDeleteQueue_Click() {
                       .title = "Delete Section",
                       .buttons = MessageButtons::YesNo}) != Answer::Yes)
     return;
-  // The queue goes though an instance cannot forget it.
-  RunGuarded(messages_, [this] { servers_.ForgetQueue(); });
+  // The queue goes though an instance cannot forget it. An escaped name may be that of another queue.
+  if (!IsNameShared(*queue)) RunGuarded(messages_, [this] { servers_.ForgetQueue(); });
   RemoveShown();
 }
 

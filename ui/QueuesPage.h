@@ -68,6 +68,7 @@ class QueuesPage : public SectionPage {
   void ShowOccurance(bool isWeekly);
   void PersistDays();
   bool IsDuplicate(const std::string& name) const;
+  bool IsNameShared(const Section& queue) const;
 
   void btnAddQueue_Click();
   void btnDeleteQueue_Click();

@@ -48,9 +48,9 @@ void QueuesPage::ShowCurrent() {
   RunGuarded(messages_, [&] {
     const ConfigurationSession::Edits edits(session_);
     Fill();
-    StoreShown();
+    if (queue.CanBeWritten()) StoreShown();
   });
-  if (!HasKnownFrequency(queue))
+  if (!HasKnownFrequency(queue) && !IsLeadingToFault())
     messages_.Show({.text = "Incorrect 'Occurs' value. Possible values are Daily or Weekly.",
                     .icon = MessageIcon::Critical});
 }

@@ -47,7 +47,9 @@ void SectionPage::ShowFaulty(Section& faulty) {
   if (shown == nullptr || shown->ValidationError().empty()) {
     selector_->Select(faulty);
     session_.SetCurrent(type_, &faulty);
+    isLeadingToFault_ = true;
     ShowCurrent();
+    isLeadingToFault_ = false;
     faulty.Validate();  // showing may have stored defaults
   }
   if (!FocusFaultyField()) selector_->List().setFocus();

@@ -47,6 +47,8 @@ class SectionPage : public QFrame {
   // Asks whether the settings of the shown server shall go; says why they cannot. True when the user wants
   // it.
   bool ConfirmDeletionOfServer();
+  // Whether a section is being shown because it is faulty: a box has told that, and no other must follow.
+  bool IsLeadingToFault() const { return isLeadingToFault_; }
   // Focuses the first field of the shown section that validation refused. False when none is on.
   bool FocusFaultyField();
   std::string_view Kind() const;  // as the tags spell it
@@ -62,6 +64,7 @@ class SectionPage : public QFrame {
  private:
   SectionType type_;
   std::optional<SectionSelector> selector_;
+  bool isLeadingToFault_ = false;
 };
 
 }  // namespace pellorin

@@ -12,6 +12,7 @@ namespace pellorin {
 namespace {
 
 const QString kNoDatabase = QStringLiteral("None");
+constexpr const char* kConnectionType = "ConnectionType";
 
 }  // namespace
 
@@ -85,8 +86,12 @@ void SqlPage::ShowNotice() {
   std::string text;
   const auto add = [&text](const std::string& sentence) { text += (text.empty() ? "" : "\r\n") + sentence; };
   if (instance != nullptr) {
-    const std::string connection = instance->GetValue("ConnectionType");
-    if (connection.empty())
+    const std::string connection = instance->GetValue(kConnectionType);
+    const Setting* misspelt = instance->Settings().Find(kConnectionType);
+    if (misspelt != nullptr && misspelt->Name != kConnectionType)
+      add("The connection type is stored as \"" + misspelt->Name +
+          "\". Please correct the spelling of this key in the file.");
+    else if (connection.empty())
       add("No connection type is stored. Please choose one.");
     else if (connection != "Trusted" && connection != "Sql")
       add("The stored connection type is neither Trusted nor Sql. Please choose one.");

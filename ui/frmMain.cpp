@@ -107,9 +107,11 @@ void frmMain::MarkUnusableQueues() {
         names += "\r\n" + section->Name;
   if (count > kMostNames) names += "\r\nand " + std::to_string(count - kMostNames) + " more";
   MarkTab(*queuesPage_, count > 0);
-  ui_->tabMain->setTabToolTip(
-      ui_->tabMain->indexOf(queuesPage_),
-      QString::fromStdString(kQueuesTip + (count > 0 ? "\r\nThese queues cannot be used:" + names : "")));
+  const std::string tip = kQueuesTip + (count > 0 ? "\r\nThese queues cannot be used:" + names : "");
+  const int index = ui_->tabMain->indexOf(queuesPage_);
+  ui_->tabMain->setTabToolTip(index, QString::fromStdString(tip));
+  ui_->tabMain->tabBar()->setAccessibleTabName(
+      index, count > 0 ? QString::fromStdString(std::string(kQueuesTab) + ". " + tip) : QString());
 }
 
 void frmMain::BindControls() {

@@ -39,11 +39,8 @@ bool NamesPlatform(int argumentCount, char** arguments) {
 
 void TellLocalesNotInstalled() {
   for (const std::string& name : pellorin::LocalesNotInstalled())
-    std::fprintf(
-        stderr,
-        "PellorinConfig: the locale \"%s\" is not installed; numbers, dates and times are written as in "
-        "US English instead.\n",
-        name.c_str());
+    std::fprintf(stderr, "PellorinConfig: the locale \"%s\" is not installed; US English takes its place.\n",
+                 name.c_str());
 }
 
 std::vector<std::string> LocalInstances() {

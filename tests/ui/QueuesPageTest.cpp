@@ -325,9 +325,11 @@ TEST_F(QueuesPageTest, AnUnusableFileIsNamedAndOnlyEverDeleted) {
 // Whatever the window kept as text would lead from one of these to the other.
 TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
   const std::string first = "\xDC-", second = "\xE4-";
-  for (const std::string& name : {first, second, std::string("a")}) WriteQueue(name, kDailyQueue);
+  for (const std::string& name : {first, second}) WriteQueue(name, kDailyQueue);
+  WriteQueue("\\xE4-",
+             Replaced(kDailyQueue, "none\" queuebydefaultservers=\"", "all\" queuebydefaultservers=\"B"));
   Open();
-  EXPECT_EQ(Entries("cmbQueues"), (Names{"a", "\\xDC-", "\\xE4-"}));
+  EXPECT_EQ(Entries("cmbQueues"), (Names{"\\xE4-", "\\xDC-", "\\xE4-"}));  // the first one is usable
   const auto& tabs = Find<QTabWidget>("tabMain");
   EXPECT_FALSE(tabs.tabIcon(2).isNull());
   EXPECT_EQ(tabs.tabToolTip(2).toStdString(),
@@ -335,7 +337,8 @@ TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
   Choose("cmbQueues", 2);
   Delete("btnDeleteQueue", "queue \\xE4-");
   SaveSuccessfully();
-  EXPECT_TRUE(HasQueue(first) && !HasQueue(second));
+  EXPECT_TRUE(HasQueue(first) && !HasQueue(second) && HasQueue("\\xE4-"));
+  EXPECT_EQ(Stored("SQL:B", "Queues"), "Q2,\\xE4-");
   Choose("cmbQueues", 1);
   Delete("btnDeleteQueue", "queue \\xDC-");
   EXPECT_TRUE(tabs.tabIcon(2).isNull());

@@ -123,10 +123,16 @@ TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
 }
 
 TEST_F(SqlPageTest, TellsAMissingConnectionTypeAndTakesARefusedOneBack) {
-  for (const char* line : {"", "ConnectionType=\r\n", "connectiontype=Trusted\r\n"}) {
+  const std::string none = "No connection type is stored. Please choose one.";
+  for (const auto& [line, notice] : {std::pair("", none),
+                                     {"ConnectionType=\r\n", none},
+                                     {"connectiontype=Trusted\r\n",
+                                      "The connection type is stored as \"connectiontype\". Please correct "
+                                      "the spelling of this key in the "
+                                      "file."}}) {
     Open(kInstance + Replaced(kBare, "ConnectionType=Trusted\r\n", line));
     Choose("cmbSQLServer", 1);
-    EXPECT_EQ(Text("lblSqlNotice"), "No connection type is stored. Please choose one.") << line;
+    EXPECT_EQ(Text("lblSqlNotice"), notice);
     EXPECT_EQ(Checked("optTrusted optSqlNative"), "optSqlNative");
   }
   messages.WillShowSome();
@@ -141,10 +147,12 @@ TEST_F(SqlPageTest, ShowingLeavesSectionsAloneThatCannotBeWritten) {
                           std::string(10000, 'x') + "\r\n";
   const std::string ini = kMailTwo + first + first + cut + kAdmin + "SchedulerPassword=<\\_\r\n";
   WriteQueue("Q", "<queue queuebydefault=\"all\" queuebydefaultservers=\"B\"/>");
+  WriteQueue("Unwritable", "<?xml version=\"1.0\" encoding=\"HZ\"?><queue/>");
   ASSERT_TRUE(Start(ini));
   ClickTab(1);
   for (const int index : {1, 2, 1}) Choose("cmbSQLServer", index);
   ClickTab(2);
+  for (const int index : {1, 0}) Choose("cmbQueues", index);
   Find("lstQueueApplServers").setFocus();
   Press("Home Space Space");  // another instance
   SaveSuccessfully();

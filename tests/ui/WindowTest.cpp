@@ -54,14 +54,15 @@ TEST_F(Window, LeadsToTheFirstFault) {
     std::string ini;
     Names queues;
     std::string led;  // page, what the three pages show, focus
-  } cases[] = {{kMailOne + bare + sql, {}, "Mail Servers|bare|A||txtSenderEmail"},
-               {kBadMail + bare + sql, {}, "Mail Servers|one|A||txtSenderEmail"},
-               {kMailOne + Replaced(kMailTwo, "DOM\\", "") + sql, {}, "Mail Servers|two|A||txtMailDomain"},
-               {kMailOne + sql + noPrimary + third, {}, "Sql Servers|one|B||cmbPrimaryMailServer"},
-               {kMailOne + sql, {"<queue/>"}, "Mail Servers|one|A|0|txtSchedulerPassword"},
-               {kMailOne + sql + kAdmin + "SchedulerPassword=<\\_\r\n",
-                {"<queue/>", "<queue occurstype=\"every\" occursevery=\"x\" starttime=\"y\"/>"},
-                "Queues|one|A|1|txtOccursEvery"}};
+  } cases[] = {
+      {kMailOne + bare + sql, {}, "Mail Servers|bare|A||txtSenderEmail"},
+      {kBadMail + bare + sql, {}, "Mail Servers|one|A||txtSenderEmail"},
+      {kMailOne + Replaced(kMailTwo, "DOM\\", "") + sql, {}, "Mail Servers|two|A||txtMailDomain"},
+      {kMailOne + sql + noPrimary + third, {}, "Sql Servers|one|B||cmbPrimaryMailServer"},
+      {kMailOne + sql, {"<queue/>"}, "Mail Servers|one|A|0|txtSchedulerPassword"},
+      {kMailOne + sql + kAdmin + "SchedulerPassword=<\\_\r\n",
+       {"<queue/>", "<queue frequency=\"D\" occurstype=\"every\" occursevery=\"x\" starttime=\"y\"/>"},
+       "Queues|one|A|1|txtOccursEvery"}};
   const auto saveInVain = [this] {
     messages.WillShowSome();
     Press("Ctrl+S");
