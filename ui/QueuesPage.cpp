@@ -34,9 +34,9 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
   UseSelector(*ui_->cmbQueues);
   MakeTables();
   for (const PickerRow& row : pickers_) row.control->SetLocaleConventions(locale);
-  QSizePolicy keepsItsPlace = ui_->lblQueueConnection->sizePolicy();
-  keepsItsPlace.setRetainSizeWhenHidden(true);  // else the window would grow when the line appears
-  ui_->lblQueueConnection->setSizePolicy(keepsItsPlace);
+  ui_->lblQueueConnection->show();  // room for it from the start: the window must not grow when it appears
+  setMinimumHeight(layout()->minimumSize().height());
+  ui_->lblQueueConnection->hide();
   BindControls();
 }
 
