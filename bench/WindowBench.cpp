@@ -68,6 +68,7 @@ class Surroundings : public UserMessages,
     box_ += login.server;
     return std::nullopt;
   }
+  std::string SecurityNote() const override { return {}; }
   bool Install(const SqlLogin& login, const Installation& /*installation*/) override {
     box_ += login.server;
     return false;
@@ -145,7 +146,7 @@ class Site {
   void Measure() {
     Print("Choosing another queue", [this](int) { return ChooseNextQueue(); });
     Require(!window_.isWindowModified(), "the sample configuration is not complete");
-    Print("Clicking a server", [this](int run) { return ClickServer(run % 3); });  // those in sight
+    Print("Clicking a server", [this](int run) { return ClickServer(run % 3); });
     Require(window_.isWindowModified(), "the clicks changed nothing");
   }
 
@@ -192,8 +193,8 @@ class Site {
     return time;
   }
 
-  double ClickServer(int row) {
-    const QListWidgetItem& server = *servers_.item(row);
+  double ClickServer(int row) {  // counted from the first in sight
+    const QListWidgetItem& server = *servers_.item(servers_.indexAt(QPoint(1, 1)).row() + row);
     const bool wasSelected = server.isSelected();
     const QPoint place = servers_.viewport()->mapTo(&window_, servers_.visualItemRect(&server).center());
     const auto click = [&] { QTest::mouseClick(window_.windowHandle(), Qt::LeftButton, {}, place); };

@@ -3,6 +3,7 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QTabBar>
+#include <utility>
 
 #include "ui/FailureMessage.h"
 #include "ui/MailPage.h"
@@ -106,6 +107,7 @@ void frmMain::MarkUnusableQueues() {
       if (!section->QueueProblem().empty() && !section->IsDeleted() && ++count <= kMostNames)
         names += "\r\n" + section->Name;
   if (count > kMostNames) names += "\r\nand " + std::to_string(count - kMostNames) + " more";
+  if (std::exchange(unusableQueues_, names) == names) return;  // marking a tab lays out the window anew
   MarkTab(*queuesPage_, count > 0);
   const std::string tip = kQueuesTip + (count > 0 ? "\r\nThese queues cannot be used:" + names : "");
   const int index = ui_->tabMain->indexOf(queuesPage_);

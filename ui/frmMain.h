@@ -105,6 +105,7 @@ class frmMain : public QWidget {
   SqlPage* sqlPage_ = nullptr;
   QueuesPage* queuesPage_ = nullptr;
   std::array<SectionPage*, 3> pages_{};
+  std::string unusableQueues_;  // as the tip of their tab names them
   bool installMode_ = false;
 };
 
