@@ -26,7 +26,7 @@ class QueueDefinition {
   // attribute of the first element "queue".
   std::vector<std::pair<std::string, std::string>> Attributes() const;
 
-  // The text of the first attribute of that local name, wherever it stands; nothing when there is none.
+  // The text of the first attribute of that local name, on whatever element. Nothing without one.
   std::optional<std::string> Attribute(const std::string& name) const;
 
   // Whether there is an element "queue" to carry the settings.

@@ -85,7 +85,7 @@ class Description {
   }
 
   std::string Dates(const char* from = ", from ") const {
-    if (schedule_.IsEmpty("startdate")) return {};  // then there is no end date either
+    if (schedule_.IsEmpty("startdate")) return {};  // an end date needs a start date
     const std::string start = from + Date("startdate");
     return schedule_.HasEndDate() ? start + " until " + Date("enddate") : start;
   }

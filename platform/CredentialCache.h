@@ -7,8 +7,8 @@
 
 namespace pellorin {
 
-// When the last of the tickets ends, in seconds since 1970; 0 when there is none. Nothing for bytes that are
-// not a whole file of version 4 of MIT's format.
+// When the last of the tickets ends, in seconds since 1970; 0 for a file without tickets. Nothing for bytes
+// that are not a whole file of version 4 of MIT's format.
 std::optional<std::uint32_t> LastTicketEnd(std::string_view bytes);
 
 }  // namespace pellorin

@@ -94,8 +94,7 @@ std::string ReadFile(FileOperations& files, const std::string& path) {
   return std::move(*content);
 }
 
-// A folder that cannot be listed is no failure here: whoever uses the name meets the same obstacle and
-// reports it.
+// Returns nothing for a folder that cannot be listed: opening the file then fails too, and that is reported.
 std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
                                      const std::string& name) {
   std::vector<std::string> spellings;

@@ -8,7 +8,7 @@ namespace pellorin {
 enum class AskOutcome {
   Answered,
   UnknownHost,  // its name leads to no address
-  Refused,      // nobody listens there, or there is no way to it
+  Refused,      // the port is closed, or the host cannot be reached
   Silent,       // nothing came in time
   Closed,       // the connection was closed before the whole answer had come
 };

@@ -18,7 +18,7 @@ bool IsOnlyLater(int error) {
   return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
 }
 
-// Leaves the socket whose connection opens first. Answered stands for that; else there is no connection.
+// Keeps only the socket that connects first and returns Answered. With any other outcome none connected.
 NetworkAnswer Connect(std::vector<HostSocket>& sockets, const Deadline& end) {
   std::string reason;
   while (true) {

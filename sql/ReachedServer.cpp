@@ -39,7 +39,7 @@ ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t brow
   const bool isRequired = IsEncryptionRequired();
   const ServerAddress address = ParseServerAddress(settings.server);
   ReachedServer server;
-  // Tickets are for names: there is none for "localhost".
+  // Kerberos issues tickets for host names, never for "localhost".
   server.host = settings.isTrusted && address.isThisMachine ? GetHostName() : address.host;
   server.port = PortOf(address, browserPort, end);
   server.offersEncryption = OffersEncryption(server.host, server.port, end.Left());
