@@ -20,6 +20,7 @@
 #include "bench/ProgramFolder.h"
 #include "bench/SampleConfiguration.h"
 #include "config/Ini.h"
+#include "files/FileLookup.h"
 
 namespace pellorin {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "platform/OuterBlanks.h"
-#include "platform/TextCase.h"
+#include "base/Text.h"
+#include "base/TextCase.h"
 
 namespace pellorin {
 

@@ -5,9 +5,9 @@
 #include <set>
 #include <utility>
 
-#include "platform/AnsiText.h"
+#include "base/AnsiText.h"
+#include "base/Utf8.h"
 #include "platform/Guid.h"
-#include "platform/Utf8.h"
 
 namespace pellorin {
 namespace {

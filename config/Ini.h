@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "config/IniFile.h"
 #include "config/KeyedCollection.h"
-#include "config/QueueFolder.h"
 #include "config/Section.h"
+#include "config/ini/IniFile.h"
+#include "config/queues/QueueFolder.h"
 #include "platform/FileOperations.h"
 #include "platform/SystemLocale.h"
 

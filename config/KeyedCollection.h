@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/NumberedError.h"
-#include "platform/TextCase.h"
+#include "base/NumberedError.h"
+#include "base/TextCase.h"
 
 namespace pellorin {
 

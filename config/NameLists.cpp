@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
-#include "platform/TextCase.h"
-#include "platform/TextSplit.h"
+#include "base/Text.h"
+#include "base/TextCase.h"
 
 namespace pellorin {
 namespace {

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "platform/OuterBlanks.h"
+#include "base/Text.h"
 
 namespace pellorin {
 

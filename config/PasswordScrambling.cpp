@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/AnsiText.h"
+#include "base/NumberedError.h"
 #include "config/RandomGenerator.h"
-#include "platform/AnsiText.h"
-#include "platform/NumberedError.h"
 
 namespace pellorin {
 

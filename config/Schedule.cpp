@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/TextCase.h"
 #include "config/NumericText.h"
-#include "platform/TextCase.h"
 
 namespace pellorin {
 

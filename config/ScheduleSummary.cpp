@@ -1,8 +1,8 @@
 #include "config/ScheduleSummary.h"
 
+#include "base/Text.h"
+#include "base/Utf16.h"
 #include "config/Schedule.h"
-#include "platform/OuterBlanks.h"
-#include "platform/Utf16.h"
 
 namespace pellorin {
 namespace {

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "config/KeyedCollection.h"
-#include "config/QueueDefinition.h"
 #include "config/Setting.h"
+#include "config/queues/QueueDefinition.h"
 
 namespace pellorin {
 

@@ -4,12 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "base/AnsiText.h"
+#include "base/Utf8.h"
 #include "config/Ini.h"
 #include "config/PasswordScrambling.h"
 #include "config/Section.h"
-#include "platform/AnsiText.h"
-#include "platform/AtomicFile.h"
-#include "platform/Utf8.h"
+#include "files/AtomicFile.h"
+#include "files/FileLookup.h"
 
 namespace pellorin {
 namespace {

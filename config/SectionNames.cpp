@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/AnsiText.h"
-#include "platform/TextCase.h"
+#include "base/AnsiText.h"
+#include "base/TextCase.h"
 
 namespace pellorin {
 namespace {

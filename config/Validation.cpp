@@ -1,11 +1,11 @@
 // The rules that a section must meet before it is saved or used by a test, and the document's report. A
 // failed rule puts its message in front of the earlier ones, so a report lists them in the reverse of the
 // order of checking.
+#include "base/Text.h"
 #include "config/DateTimeText.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
 #include "config/ValueOrDefault.h"
-#include "platform/TextSplit.h"
 
 namespace pellorin {
 namespace {

@@ -1,7 +1,7 @@
 #include "sql/ConnectionString.h"
 
-#include "platform/TextCase.h"
-#include "platform/TextSplit.h"
+#include "base/Text.h"
+#include "base/TextCase.h"
 #include "sql/SqlConnection.h"
 
 namespace pellorin {

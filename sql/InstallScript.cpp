@@ -3,8 +3,10 @@
 #include <limits>
 #include <string_view>
 
-#include "platform/AnsiText.h"
-#include "platform/TextCase.h"
+#include "base/AnsiText.h"
+#include "base/TextCase.h"
+#include "files/FileLookup.h"
+#include "platform/Paths.h"
 
 namespace pellorin {
 namespace {

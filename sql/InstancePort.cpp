@@ -2,8 +2,8 @@
 
 #include <charconv>
 
+#include "base/Text.h"
 #include "platform/Datagram.h"
-#include "platform/TextSplit.h"
 #include "sql/ServerAddress.h"
 
 namespace pellorin {

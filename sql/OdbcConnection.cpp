@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/Deadline.h"
+#include "base/Deadline.h"
 #include "sql/OdbcDriver.h"
 #include "sql/OdbcHandles.h"
 #include "sql/ReachedServer.h"

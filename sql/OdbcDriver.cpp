@@ -1,9 +1,9 @@
 #include "sql/OdbcDriver.h"
 
+#include "base/TextCase.h"
+#include "base/Utf16.h"
 #include "platform/HostName.h"
-#include "platform/KerberosTicket.h"
-#include "platform/TextCase.h"
-#include "platform/Utf16.h"
+#include "platform/posix/KerberosTicket.h"
 #include "sql/OdbcHandles.h"
 
 namespace pellorin {

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/Utf16.h"
+#include "base/Utf16.h"
 
 namespace pellorin {
 namespace {

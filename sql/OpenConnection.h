@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/UserMessages.h"
+#include "base/UserMessages.h"
 #include "sql/SqlConnection.h"
 
 namespace pellorin {

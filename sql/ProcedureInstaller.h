@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/UserMessages.h"
 #include "platform/FileOperations.h"
-#include "platform/UserMessages.h"
 #include "sql/SqlConnection.h"
 
 namespace pellorin {

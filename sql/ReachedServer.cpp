@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "base/TextCase.h"
 #include "platform/MachineName.h"
-#include "platform/TextCase.h"
 #include "sql/InstancePort.h"
 #include "sql/Prelogin.h"
 #include "sql/ServerAddress.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Deadline.h"
+#include "base/Deadline.h"
 #include "sql/ConnectionString.h"
 
 namespace pellorin {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/NumberedError.h"
+#include "base/NumberedError.h"
 
 namespace pellorin {
 

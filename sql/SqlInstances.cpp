@@ -1,7 +1,7 @@
 #include "sql/SqlInstances.h"
 
-#include "platform/AnsiText.h"
-#include "platform/TextSplit.h"
+#include "base/AnsiText.h"
+#include "base/Text.h"
 
 namespace pellorin {
 namespace {

@@ -5,16 +5,17 @@
 #include <QTabBar>
 #include <utility>
 
-#include "ui/FailureMessage.h"
-#include "ui/MailPage.h"
-#include "ui/MailServerTest.h"
-#include "ui/QueueTest.h"
-#include "ui/QueuesPage.h"
-#include "ui/SaveConfiguration.h"
-#include "ui/SingleLineInput.h"
-#include "ui/SqlPage.h"
-#include "ui/SqlServerTest.h"
-#include "ui/WatchedWork.h"
+#include "platform/Paths.h"
+#include "ui/boxes/FailureMessage.h"
+#include "ui/controls/SingleLineInput.h"
+#include "ui/mail/MailPage.h"
+#include "ui/pages/SaveConfiguration.h"
+#include "ui/probes/MailServerTest.h"
+#include "ui/probes/QueueTest.h"
+#include "ui/probes/SqlServerTest.h"
+#include "ui/probes/WatchedWork.h"
+#include "ui/queues/QueuesPage.h"
+#include "ui/sql/SqlPage.h"
 #include "ui_frmMain.h"
 
 // The pictures lie in this library: without this call the linker leaves them out.

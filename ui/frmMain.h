@@ -14,11 +14,11 @@
 #include "service/EventLogRegistration.h"
 #include "service/MailComponent.h"
 #include "sql/ProcedureInstaller.h"
-#include "ui/ConfigurationSession.h"
-#include "ui/ControlBinding.h"
-#include "ui/ControlTags.h"
-#include "ui/HelpViewer.h"
-#include "ui/TestMail.h"
+#include "ui/boxes/HelpViewer.h"
+#include "ui/controls/ControlTags.h"
+#include "ui/pages/ConfigurationSession.h"
+#include "ui/pages/ControlBinding.h"
+#include "ui/probes/TestMail.h"
 
 namespace Ui {
 class frmMain;

@@ -1,11 +1,12 @@
 // Start-up of the main window: the checks before it shows, loading the document, filling the pages.
 #include <cstdio>
 
-#include "ui/FailureMessage.h"
-#include "ui/MailPage.h"
-#include "ui/QueuesPage.h"
-#include "ui/SqlPage.h"
+#include "files/FileLookup.h"
+#include "ui/boxes/FailureMessage.h"
 #include "ui/frmMain.h"
+#include "ui/mail/MailPage.h"
+#include "ui/queues/QueuesPage.h"
+#include "ui/sql/SqlPage.h"
 #include "ui_frmMain.h"
 
 namespace pellorin {

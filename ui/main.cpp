@@ -4,13 +4,13 @@
 #include <cstdlib>
 
 #include "platform/MachineName.h"
-#include "service/LocalMailComponent.h"
 #include "service/RegistryEventLog.h"
+#include "service/mail/LocalMailComponent.h"
 #include "sql/OdbcConnection.h"
 #include "sql/SqlInstances.h"
-#include "ui/HelpFileBox.h"
-#include "ui/ProgramStyle.h"
-#include "ui/QtUserMessages.h"
+#include "ui/boxes/HelpFileBox.h"
+#include "ui/boxes/QtUserMessages.h"
+#include "ui/controls/ProgramStyle.h"
 #include "ui/frmMain.h"
 
 namespace {

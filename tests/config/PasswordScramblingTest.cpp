@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/AnsiText.h"
+#include "base/AnsiText.h"
 #include "tests/config/ServiceFolder.h"
 #include "tests/support/TestData.h"
 

@@ -1,9 +1,9 @@
 // The texts about and within a queue's settings: its schedule in words, its lists of names.
 #include <gtest/gtest.h>
 
+#include "base/Text.h"
 #include "config/NameLists.h"
 #include "config/ScheduleSummary.h"
-#include "platform/TextSplit.h"
 #include "tests/config/ServiceFolder.h"
 
 namespace pellorin::test {

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "base/Text.h"
 #include "config/Ini.h"
-#include "platform/TextSplit.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace pellorin::test {

@@ -1,80 +1,17 @@
-// Comparing and finding names, names of hosts, the registry, GUIDs.
+// Names of hosts, the registry, GUIDs.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <regex>
 #include <set>
-#include <tuple>
 
 #include "platform/Guid.h"
 #include "platform/HostName.h"
 #include "platform/Registry.h"
-#include "platform/TextCase.h"
 #include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace pellorin::test {
 namespace {
-
-namespace fs = std::filesystem;
-
-TEST(TextCase, ComparesCharacterByCharacter) {
-  const std::tuple<const char*, const char*, bool> rows[] = {
-      {"SQL:Main", "sql:mAIN", true},
-      {"ab", "abc", false},
-      {"[", "{", false},
-      {"ÄÖÜŸŠ", "äöüÿš", true},
-      {"ß", "ss", false},
-      {"xΣЖ1", "Xσж1", true},
-      {"I", "ı", false},
-      {"A\xFF", "a\xFF", true},  // no UTF-8: as it is
-      {"\xC4", "\xE4", false},
-      {"a\u212A", "AK", true},  // the Kelvin sign folds to an ASCII letter
-  };
-  for (const auto& [left, right, equal] : rows) {
-    EXPECT_EQ(EqualIgnoringCase(left, right), equal) << left << " " << right;
-    EXPECT_EQ(FoldCase(left) == FoldCase(right), equal) << left << " " << right;
-    if (equal) {
-      EXPECT_EQ(HashIgnoringCase(left), HashIgnoringCase(right)) << left << " " << right;
-    }
-  }
-}
-
-TEST(FindIgnoringCase, PrefersTheExactSpellingThenTheOnlyOther) {
-  const TemporaryFolder folder;
-  for (const char* name : {"Night.XML", "night.xml", "Ärger.xml", "ONLY"}) folder.Write(name, "");
-  const auto find = [&](const std::string& name) {
-    return FindIgnoringCase(SystemFiles(), folder.Path(), name);
-  };
-  EXPECT_EQ(find("night.xml"), "night.xml");
-  EXPECT_EQ(find("Night.XML"), "Night.XML");
-  EXPECT_EQ(find("NIGHT.XML"), "NIGHT.XML");  // two differ in case only
-  EXPECT_EQ(find("äRGER.XML"), "Ärger.xml");
-  EXPECT_EQ(find("only"), "ONLY");
-  EXPECT_EQ(FindIgnoringCase(SystemFiles(), folder / "absent", "Name"), "Name");
-  FailingFiles files(SystemFiles());
-  EXPECT_EQ(FindIgnoringCase(files, folder.Path(), "ONLY"), "ONLY");
-  EXPECT_EQ(files.Count(), 1) << "an exact name needs no listing";
-}
-
-TEST(SameFolder, IgnoresSpellingAndLinks) {
-  const TemporaryFolder folder;
-  fs::create_directories(folder / "Real/Inner");
-  fs::create_directory(folder / "other");
-  fs::create_symlink("Real", folder / "link");
-  fs::create_symlink(folder / "link/Inner", folder / "deep");
-  fs::create_symlink("loop", folder / "loop");
-  const auto same = [&](const std::string& left, const std::string& right) {
-    return SameFolder(SystemFiles(), folder / left, folder / right);
-  };
-  EXPECT_TRUE(same("Real", "rEAL//"));
-  EXPECT_TRUE(same("LINK/inner", "deep"));
-  EXPECT_TRUE(same("Real/Inner/..", "other/../link/."));
-  EXPECT_TRUE(same("absent/Sub/", "ABSENT/sub"));
-  EXPECT_TRUE(same("loop/", "loop"));
-  EXPECT_FALSE(same("Real", "other"));
-  EXPECT_FALSE(same("Real", "Real/Inner"));
-}
 
 TEST(AsciiHostName, ConvertsOtherLettersAndNothingElse) {
   const std::pair<std::string, std::string> rows[] = {

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/LocaleFormats.h"
+#include "platform/posix/LocaleFormats.h"
 
 using namespace pellorin;
 

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "service/LocalMailComponent.h"
 #include "service/RegistryEventLog.h"
+#include "service/mail/LocalMailComponent.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace pellorin {

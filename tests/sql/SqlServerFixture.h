@@ -12,8 +12,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/TextCase.h"
 #include "platform/Guid.h"
-#include "platform/TextCase.h"
 #include "sql/ConnectionString.h"
 #include "sql/OdbcConnection.h"
 #include "tests/sql/TdsServer.h"

@@ -4,7 +4,7 @@
 #include <regex>
 #include <tuple>
 
-#include "platform/Utf16.h"
+#include "base/Utf16.h"
 #include "sql/ConnectionString.h"
 #include "sql/InstallScript.h"
 #include "sql/ServerAddress.h"

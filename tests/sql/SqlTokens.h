@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/TextCase.h"
+#include "base/TextCase.h"
 #include "tests/sql/TdsProtocol.h"
 
 namespace pellorin::tds {

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/TextCase.h"
+#include "base/TextCase.h"
 #include "tests/sql/SqlTokens.h"
 
 namespace pellorin::tds {

@@ -1,7 +1,7 @@
 // The replies of the test server.
 #pragma once
 
-#include "platform/Utf16.h"
+#include "base/Utf16.h"
 #include "tests/sql/TdsProtocol.h"
 
 namespace pellorin::tds {

@@ -1,5 +1,5 @@
 // Requests taken apart.
-#include "platform/Utf16.h"
+#include "base/Utf16.h"
 #include "tests/sql/TdsProtocol.h"
 
 namespace pellorin::tds {

@@ -7,7 +7,7 @@
 #include <deque>
 #include <string>
 
-#include "platform/UserMessages.h"
+#include "base/UserMessages.h"
 
 namespace pellorin::test {
 

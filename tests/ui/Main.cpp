@@ -3,7 +3,7 @@
 
 #include <QApplication>
 
-#include "ui/ProgramStyle.h"
+#include "ui/controls/ProgramStyle.h"
 
 int main(int argumentCount, char** arguments) {
   ::testing::InitGoogleTest(&argumentCount, arguments);

@@ -6,13 +6,13 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "base/TextCase.h"
 #include "config/SectionNames.h"
-#include "platform/TextCase.h"
-#include "ui/BusyWindow.h"
-#include "ui/ControlTags.h"
-#include "ui/FailureMessage.h"
-#include "ui/ListItems.h"
-#include "ui/SingleLineInput.h"
+#include "ui/boxes/BusyWindow.h"
+#include "ui/boxes/FailureMessage.h"
+#include "ui/controls/ControlTags.h"
+#include "ui/controls/ListItems.h"
+#include "ui/controls/SingleLineInput.h"
 #include "ui_frmNewSqlServer.h"
 
 namespace pellorin {

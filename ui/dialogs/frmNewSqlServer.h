@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "sql/ProcedureInstaller.h"
-#include "ui/ControlBinding.h"
-#include "ui/ScriptReview.h"
+#include "ui/dialogs/ScriptReview.h"
+#include "ui/pages/ControlBinding.h"
 
 namespace Ui {
 class frmNewSqlServer;

@@ -5,8 +5,8 @@
 #include <QShortcut>
 #include <utility>
 
-#include "ui/ControlBinding.h"
-#include "ui/SingleLineInput.h"
+#include "ui/controls/SingleLineInput.h"
+#include "ui/pages/ControlBinding.h"
 #include "ui_frmRegEx.h"
 
 namespace pellorin {

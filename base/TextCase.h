@@ -1,0 +1,17 @@
+// Comparing UTF-8 texts without regard to letter case, as names of sections, settings and files are compared:
+// character by character, the same on every system and in every locale. Bytes that are not UTF-8 are compared
+// as they are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace pellorin {
+
+std::string FoldCase(std::string_view text);
+// Equal for texts that are EqualIgnoringCase.
+std::uint32_t HashIgnoringCase(std::string_view text);
+bool EqualIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace pellorin

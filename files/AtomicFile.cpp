@@ -1,0 +1,141 @@
+#include "files/AtomicFile.h"
+
+#include <cerrno>
+#include <random>
+
+#include "files/OpenFile.h"
+#include "platform/Paths.h"
+
+namespace pellorin {
+namespace {
+
+// A hidden file beside the target: a rename is atomic only within one folder. Long names are cut, so that
+// what is added to them still fits the file system's limit for names.
+std::string TemporaryPathBeside(const std::string& target) {
+  constexpr std::size_t kLongestPart = 200;
+  constexpr const char* kDigits = "0123456789abcdef";
+  std::random_device random;
+  std::string name = ".";
+  name += NameOf(target).substr(0, kLongestPart);
+  name += '.';
+  for (int digit = 0; digit < 16; ++digit) name += kDigits[random() % 16];
+  name += ".tmp";
+  return JoinPath(FolderOf(target), name);
+}
+
+// Gone with everything written to it unless it takes the target's place.
+class TemporaryFile {
+ public:
+  TemporaryFile(FileOperations& files, const std::string& path, NewFileAccess access)
+      : files_(files), path_(path), file_(files, files.CreateNew(path, access)) {}
+
+  ~TemporaryFile() {
+    if (renamed_) return;
+    file_.CloseQuietly();
+    try {
+      files_.Remove(path_);
+    } catch (const FileError&) {
+      // The failure that led here is the one to report.
+    }
+  }
+
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  void CopyAccess(const std::string& from) { files_.CopyAccess(file_.Handle(), from); }
+
+  void Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const std::size_t written = files_.Write(file_.Handle(), bytes);
+      if (written == 0) throw FileError(EIO, "Cannot write the file: nothing is taken", path_);
+      bytes.remove_prefix(written);
+    }
+  }
+
+  void Replace(const std::string& target) {
+    files_.Synchronize(file_.Handle());
+    file_.Close();
+    files_.Rename(path_, target);
+    renamed_ = true;
+  }
+
+ private:
+  FileOperations& files_;
+  std::string path_;
+  OpenFile file_;
+  bool renamed_ = false;
+};
+
+void RequireWritable(FileOperations& files, FileKind kind, const std::string& target) {
+  if (kind == FileKind::Missing) return;
+  if (kind == FileKind::Folder) {
+    throw FileError(EISDIR, "Cannot write the file: it is a folder", target);
+  }
+  if (kind == FileKind::Other) {
+    throw FileError(EINVAL, "Cannot write the file: it is not an ordinary file", target);
+  }
+  if (files.IsReadOnly(target)) throw FileError(EACCES, "The file is read-only", target);
+}
+
+// The renaming or removing itself survives a loss of power only when the folder has reached the disk.
+void SynchronizeFolder(FileOperations& files, const std::string& folder) {
+  OpenFile opened(files, files.OpenFolder(folder));
+  files.Synchronize(opened.Handle());
+  opened.Close();
+}
+
+void ReplaceFile(FileOperations& files, const std::string& target, std::string_view bytes,
+                 NewFileAccess access) {
+  const FileKind kind = files.Status(target).kind;
+  RequireWritable(files, kind, target);
+  const bool exists = kind == FileKind::File;
+  {
+    // An existing file's access is set before the first byte is written: at no time may anybody read the new
+    // content who may not read the old.
+    TemporaryFile temporary(files, TemporaryPathBeside(target),
+                            exists ? NewFileAccess::OwnerAndFolderGroup : access);
+    if (exists) temporary.CopyAccess(target);
+    temporary.Write(bytes);
+    temporary.Replace(target);
+  }
+  SynchronizeFolder(files, FolderOf(target));
+}
+
+}  // namespace
+
+void WriteFileAtomically(FileOperations& files, const std::string& path, std::string_view bytes,
+                         NewFileAccess access) {
+  const std::string target = files.ResolveLinks(path);
+  try {
+    ReplaceFile(files, target, bytes, access);
+  } catch (const FileError& error) {
+    // The administrator knows the file, not its temporary stand-in.
+    throw FileError(error.Number(), error.Description(), target);
+  }
+}
+
+void WriteNewFileAtomically(FileOperations& files, const std::string& temporary, const std::string& target,
+                            std::string_view bytes, NewFileAccess access) {
+  {
+    TemporaryFile file(files, temporary, access);
+    file.Write(bytes);
+    file.Replace(target);
+  }
+  try {
+    SynchronizeFolder(files, FolderOf(target));
+  } catch (const FileError&) {
+    // It is on its way: neither to be undone nor to be done again.
+  }
+}
+
+void RemoveFileDurably(FileOperations& files, const std::string& path) {
+  try {
+    files.Remove(path);
+  } catch (const FileError& error) {
+    if (error.Number() == ENOENT || error.Number() == ENOTDIR) return;
+    throw;
+  }
+  SynchronizeFolder(files, FolderOf(path));
+}
+
+}  // namespace pellorin

@@ -1,0 +1,48 @@
+#include "service/mail/PickupDelivery.h"
+
+#include <cerrno>
+#include <filesystem>
+
+#include "files/AtomicFile.h"
+#include "platform/Paths.h"
+#include "service/mail/MailFailure.h"
+
+namespace pellorin {
+namespace {
+
+std::string Envelope(const MailMessage& message) {
+  std::string lines = "X-Sender: " + message.from.address + "\r\n";
+  for (const MailAddress& recipient : message.to) lines += "X-Receiver: " + recipient.address + "\r\n";
+  return lines;
+}
+
+void RequireUsableFolder(FileOperations& files, const std::string& folder) {
+  const auto refuse = [&folder](int number, const std::string& reason) {
+    throw MailFailure(number, "The pickup folder " + folder + " " + reason);
+  };
+  if (folder.empty()) throw MailFailure(kBadMailArgument, "The pickup folder is not set.");
+  // The service and this program start in different folders.
+  if (!std::filesystem::path(folder).is_absolute()) refuse(kBadMailArgument, "is no full path.");
+  const FileKind kind = files.Status(folder).kind;
+  if (kind == FileKind::Missing) refuse(ENOENT, "does not exist.");
+  if (kind != FileKind::Folder) refuse(ENOTDIR, "is not a folder.");
+  if (files.IsReadOnly(folder)) refuse(EACCES, "is read-only.");
+}
+
+}  // namespace
+
+void DeliverToPickupFolder(FileOperations& files, const std::string& folder, const std::string& guid,
+                           const MailMessage& message, const std::string& text) {
+  try {
+    RequireUsableFolder(files, folder);
+    const std::string path = JoinPath(folder, guid);
+    WriteNewFileAtomically(files, path + ".part", path + ".eml", Envelope(message) + text,
+                           NewFileAccess::FolderUsual);
+  } catch (const FileError& error) {
+    throw MailFailure(error.Number(), "The message could not be put into the pickup folder " + folder +
+                                          ".\r\n" + error.Description() +
+                                          (error.Path().empty() ? "" : "\r\n" + error.Path()));
+  }
+}
+
+}  // namespace pellorin

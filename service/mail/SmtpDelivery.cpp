@@ -1,0 +1,61 @@
+#include "service/mail/SmtpDelivery.h"
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <optional>
+#include <system_error>
+
+#include "service/mail/MailFailure.h"
+#include "service/mail/SmtpFailure.h"
+#include "service/mail/SmtpTransfer.h"
+
+namespace pellorin {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::future<void> Start(SmtpTransfer& transfer) {
+  try {
+    return std::async(std::launch::async, [&transfer] { transfer.Run(); });
+  } catch (const std::system_error& error) {
+    throw MailFailure(error.code().value(), "The mail cannot be sent: no thread could be started (" +
+                                                error.code().message() + ").");
+  }
+}
+
+// Until the transfer has ended: asks the watch, and lets no server draw out the closing, which takes two
+// seconds at most and none beyond the time-out.
+void WaitFor(std::future<void>& end, SmtpTransfer& transfer, int timeout, const MailComponent::Watch& watch) {
+  constexpr std::chrono::milliseconds kBetweenLooks(50);
+  constexpr std::chrono::seconds kLongestClosing(2);
+  const Clock::time_point start = Clock::now();
+  std::optional<Clock::time_point> endOfClosing;
+  while (end.wait_for(kBetweenLooks) != std::future_status::ready) {
+    if (!endOfClosing && transfer.IsSettled()) {
+      endOfClosing = Clock::now() + kLongestClosing;
+      if (timeout != 0) endOfClosing = std::min(*endOfClosing, start + std::chrono::seconds(timeout));
+    }
+    if (endOfClosing && Clock::now() >= *endOfClosing) transfer.ShutDownConnection();
+    try {
+      if (watch && !transfer.IsCancelled() && !watch()) transfer.Cancel();
+    } catch (...) {
+      transfer.Cancel();
+      throw;
+    }
+  }
+  end.get();
+}
+
+}  // namespace
+
+void DeliverBySmtp(const SmtpServer& server, const MailMessage& message, const std::string& text,
+                   const MailComponent::Watch& watch) {
+  SmtpTransfer transfer(server, message, text);
+  std::future<void> end = Start(transfer);
+  WaitFor(end, transfer, server.timeout, watch);
+  // Nothing that goes wrong after the acceptance unmakes it.
+  if (!transfer.Dialogue().IsAccepted()) throw FailureOf(transfer, server, message);
+}
+
+}  // namespace pellorin

@@ -1,0 +1,165 @@
+#include "config/ini/ProfileFile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <tuple>
+
+#include "files/AtomicFile.h"
+#include "files/FileLookup.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestData.h"
+
+namespace pellorin {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+using test::TemporaryFolder;
+using test::Unescape;
+
+std::string Joined(const ProfileText& text) {
+  std::string joined;
+  for (const std::string_view piece : text.Pieces()) (joined += joined.empty() ? "" : " | ") += piece;
+  return joined;
+}
+
+Lines SplitBehindNuls(std::string text) {
+  Lines lines;
+  for (std::size_t end = text.find('\0'); end != std::string::npos; end = text.find('\0')) {
+    lines.push_back(text.substr(0, end));
+    text.erase(0, end + 1);
+  }
+  return lines;
+}
+
+// Every row runs on a real file, as the store does it.
+TEST(ProfileFile, BehavesAsTheSystemsProfileFunctions) {
+  for (const auto& row : test::ReadTable(TEST_DATA "/ini/profile_cases.tsv", 10)) {
+    SCOPED_TRACE(row[0] + ": " + row[2]);
+    const std::string op = row[1], state = row[3], section = Unescape(row[6]);
+    const std::size_t buffer = row[4].empty() ? 0 : std::stoul(row[4]), returned = std::stoul(row[8]);
+    const bool tooLong = row[5].starts_with("(long");
+    const std::string before =
+        tooLong ? "[SQL:A]\r\nx=" + std::string(12000, 'v') + "\r\ny=2\r\n" : Unescape(row[5]);
+    const std::string expected = tooLong ? "x=" + std::string(9996, 'v') : Unescape(row[9]);
+
+    const TemporaryFolder folder;
+    const std::string name = state == "nofolder" ? "absent/a.ini" : "a.ini";
+    if (state == "file" || state == "readonly") folder.Write(name, before);
+    if (state == "readonly") fs::permissions(folder / name, fs::perms::owner_read);
+    const ProfileFile file(folder.Has(name) ? ReadFile(SystemFiles(), folder / name) : "");
+
+    if (op == "names" || op == "section") {
+      const ProfileText text = op == "names" ? file.SectionNames(buffer) : file.SectionLines(section, buffer);
+      EXPECT_EQ(text.buffer.size(), returned);
+      EXPECT_EQ(Joined(text), expected);
+      continue;
+    }
+    ASSERT_TRUE(op == "write" || op == "delete") << op;
+    const std::string after = op == "write" ? file.WithSection(section, SplitBehindNuls(Unescape(row[7])))
+                                            : file.WithoutSection(section);
+    std::size_t succeeded = 1;
+    try {
+      WriteFileAtomically(SystemFiles(), folder / name, after, NewFileAccess::OwnerAndFolderGroup);
+    } catch (const FileError&) {
+      succeeded = 0;
+    }
+    EXPECT_EQ(succeeded, returned);
+    EXPECT_EQ(folder.Has(name) ? folder.Read(name) : "<no file>", expected);
+  }
+}
+
+TEST(ProfileFile, TellsWhetherTheBufferCutSomething) {
+  const ProfileFile file("[A]\nx=12345\ny=67890\n[B]\n");
+  const std::tuple<std::size_t, const char*, bool> rows[] = {
+      {17, "x=12345 | y=67890", false}, {16, "x=12345 | y=6789", true}, {9, "x=12345", true}, {0, "", true}};
+  for (const auto& [buffer, pieces, cutOff] : rows) {
+    const ProfileText text = file.SectionLines("A", buffer);
+    EXPECT_EQ(Joined(text), pieces) << buffer;
+    EXPECT_EQ(text.cutOff, cutOff) << buffer;
+    EXPECT_FALSE(file.SectionLines("B", buffer).cutOff) << buffer;
+  }
+}
+
+TEST(ProfileFile, ReadsHeadersAndLinesHoweverTheyAreSpelled) {
+  const ProfileFile file(
+      "\xEF\xBB\xBF[ First ]\r\n \t x \t=\t 1 = 2 \t\r\n\t;c=1\r\n#d=1\r\n = e\r\n  junk \r"
+      "\t [Second]] rest=1\ra=1\r[Third\nb=1\n\n[]\nc=1\n[fIRST]\nlost=1");
+  EXPECT_EQ(Joined(file.SectionNames(1000)), "First | Second | Third | fIRST");
+  EXPECT_EQ(Joined(file.SectionLines("first", 1000)), "x=1 = 2 | #d=1 | =e | junk");
+  EXPECT_EQ(Joined(file.SectionLines("Second", 1000)), "a=1");
+  EXPECT_EQ(Joined(file.SectionLines("Third", 1000)), "b=1");
+  EXPECT_EQ(Joined(file.SectionLines("", 1000)), "c=1");
+  EXPECT_TRUE(file.HasSection("THIRD"));
+  EXPECT_FALSE(file.HasSection("Fourth"));
+}
+
+TEST(ProfileFile, ComparesNamesInTheCodePage) {
+  const ProfileFile file("[MAIL:\xC4\x8A]\nx=1\n[MAIL:\xE4\x9A]\nx=2\n[MAIL:\x81]\nx=3\n");
+  EXPECT_EQ(Joined(file.SectionLines("mail:\xE4\x8A", 100)), "x=1");
+  EXPECT_FALSE(file.HasSection("MAIL:\x8D"));
+  EXPECT_FALSE(file.HasSection("MAIL:a\x8A"));
+}
+
+TEST(ProfileFile, NulsEndTexts) {
+  using namespace std::string_literals;
+  const ProfileFile file("[A]\r\nx=1\0y = 2\r\n\0\0\r\nz=3\0\r\n"s);
+  const ProfileText text = file.SectionLines("A", 1000);
+  EXPECT_EQ(Joined(text), "x=1 | y = 2 | z=3");
+  EXPECT_EQ(text.buffer.size(), 18u);
+  EXPECT_EQ(file.WithSection("A", {"x=9"}), "[A]\r\nx=9\r\n");
+  EXPECT_TRUE(ProfileFile(std::string(5000, '\0')).SectionNames(10000).buffer.empty());
+}
+
+TEST(ProfileFile, ReplacesOnlyWhatChanges) {
+  struct Case {
+    const char* before;
+    Lines lines;
+    const char* after;
+  };
+  const std::string file =
+      "; first\n  [a] note\r\n; c1\r\n\r\n x =  1 \r\n;c2\ny=2\r ;c3\r\n\t\r\nz=3\r\n;c4\r\n[B]\n q = 1\n";
+  const Case cases[] = {
+      // Nothing changes; one line; one less; none; more.
+      {file.c_str(), {"x=1", "y=2", "z=3"}, file.c_str()},
+      {file.c_str(),
+       {"x=1", "y=5", "z=3"},
+       "; first\n  [a] note\r\n; c1\r\n\r\n x =  1 \r\n;c2\ny=5\r ;c3\r\n\t\r\nz=3\r\n;c4\r\n[B]\n q = 1\n"},
+      {file.c_str(),
+       {"x=0", "z=3"},
+       "; first\n  [a] note\r\n; c1\r\n\r\nx=0\r\n;c2\nz=3\r ;c3\r\n\t\r\n;c4\r\n[B]\n q = 1\n"},
+      {file.c_str(), {}, "; first\n  [a] note\r\n; c1\r\n\r\n;c2\n ;c3\r\n\t\r\n;c4\r\n[B]\n q = 1\n"},
+      {file.c_str(),
+       {"x=1", "y=2", "z=3", "n=4", "m=5"},
+       "; first\n  [a] note\r\n; c1\r\n\r\n x =  1 \r\n;c2\ny=2\r ;c3\r\n\t\r\nz=3\r\nn=4\r\nm=5\r\n;c4\r\n"
+       "[B]\n q = 1\n"},
+      // Line ends of the neighbours; a missing one.
+      {"[A]\n[B]\n", {"x=1", "y=2"}, "[A]\nx=1\ny=2\n[B]\n"},
+      {"[A]\r;c\r[B]\r", {"x=1"}, "[A]\rx=1\r;c\r[B]\r"},
+      {"[A]\nx=1", {"x=2", "y=3"}, "[A]\nx=2\r\ny=3\r\n"},
+      {"[A]", {"x=1"}, "[A]\r\nx=1\r\n"},
+      // A new section.
+      {"[B]\rx=1\r", {}, "[B]\rx=1\r[A]\r\n"},
+      {"[B]\r\n ;c", {"x=2"}, "[B]\r\n ;c\r\n[A]\r\nx=2\r\n"},
+      {"\xEF\xBB\xBF", {"x=2"}, "\xEF\xBB\xBF[A]\r\nx=2\r\n"},
+      {"\xEF\xBB\xBF[A]\nx=1\n", {"x=2"}, "\xEF\xBB\xBF[A]\nx=2\n"},
+      // Of two sections of one name the first; foreign bytes outside stay.
+      {"[A]\nx=1\n[a]\nx=2\n\x81\xFF=\x8D\n", {"x=3"}, "[A]\nx=3\n[a]\nx=2\n\x81\xFF=\x8D\n"},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(ProfileFile(row.before).WithSection("A", row.lines), row.after) << row.before;
+  }
+}
+
+TEST(ProfileFile, DeletingASectionKeepsItsComments) {
+  const char* const cases[][2] = {
+      {"p=1\r\n[A]\r\n;c\r\n\r\nx=1\r\n ;d\n[B]\ny=2", "p=1\r\n;c\r\n\r\n ;d\n[B]\ny=2"},
+      {"\xEF\xBB\xBF[A]\nx=1\n[B]\n", "\xEF\xBB\xBF[B]\n"},
+      {"[B]\ny=1\n[A]\nx=1\n; last", "[B]\ny=1\n; last"},
+  };
+  for (const auto& [before, after] : cases) EXPECT_EQ(ProfileFile(before).WithoutSection("A"), after);
+}
+
+}  // namespace
+}  // namespace pellorin

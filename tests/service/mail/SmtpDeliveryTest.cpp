@@ -1,0 +1,344 @@
+// Delivery to real servers on the loopback address.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <regex>
+
+#include "service/mail/MailFailure.h"
+#include "service/mail/SmtpDelivery.h"
+#include "tests/service/mail/MailFixture.h"
+#include "tests/service/mail/MailServerProcess.h"
+
+namespace pellorin {
+namespace {
+
+using test::Login;
+using test::MailFixture;
+using test::MailServerProcess;
+using test::Remote;
+using test::RemoteWithin;
+using Options = std::vector<std::string>;
+
+constexpr const char* kCannotConnect = "The transport failed to connect";
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+double SecondsOf(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(SmtpDelivery, ArrivesAsItWasSent) {
+  const MailServerProcess server("server");
+  ::setenv("all_proxy", "http://127.0.0.1:1", 1);  // diverts no mail
+  std::string port = std::to_string(server.Port());
+  port.insert(port.size() - 3, ",");
+  MailFixture mail(
+      "SendMethod=2\r\nRemoteServerName= Loc\xAAlhost \r\nRemoteServerPort=+" + port +
+      "\r\nConnectionTimeout=.5e1\r\nDefaultDomain=example.net\r\nSenderEmail=Dienst f\xFCr Post <post>\r\n");
+  mail.subject = "Grüße an alle, die diese lange Betreffzeile bis zu ihrem Ende lesen: ΑΒΓ 邮件";
+  mail.body = "Zeile 1\r\n.\r\n..\r\n\r\nüöä " + std::string(100, 'x') + " 邮件\r\nblank \r\nFrom me";
+  ASSERT_EQ(mail.Failure("\"Doe, Joe\" <joe@example.org>; Zoë <zoe>"), "sent");
+  ::unsetenv("all_proxy");
+  const std::string received = server.Received("mail.txt");
+  for (const std::string& line :
+       {std::string("sender: post@example.net"), std::string("recipients: joe@example.org zoe@example.net"),
+        std::string("encrypted: False"), std::string("from: Dienst für Post <post@example.net>"),
+        std::string("to: \"Doe, Joe\" <joe@example.org>, Zoë <zoe@example.net>"), "subject: " + mail.subject,
+        std::string("date: True"), std::string("type: text/plain; charset=\"utf-8\""),
+        std::string("defects: 0"), std::string("bare: False"),
+        "body: 'Zeile 1\\r\\n.\\r\\n..\\r\\n\\r\\nüöä " + std::string(100, 'x') +
+            " 邮件\\r\\nblank \\r\\nFrom me\\r\\n'"})
+    EXPECT_TRUE(Contains(received, line + "\n")) << line << "\n" << received;
+  EXPECT_TRUE(std::regex_search(received, std::regex("id: <[0-9A-F]{32}@example.net>\n"))) << received;
+  EXPECT_TRUE(
+      std::regex_search(received, std::regex("hello: (\\[[0-9.]+\\]|[a-zA-Z0-9-]+\\.[a-zA-Z0-9.-]+)\n")))
+      << received;
+  EXPECT_TRUE(std::regex_search(received, std::regex("longest: ([0-6]?[0-9]|7[0-6])\n"))) << received;
+}
+
+TEST(SmtpDelivery, LogsIn) {
+  const Options words = {"user=d\xC3\xBC\\j o", "password=p\xC3\xA4ss \xE2\x82\xAC:w"};
+  for (const std::string kind : {"PLAIN", "NTLM LOGIN"}) {
+    const MailServerProcess server("server", {"login=" + kind, words[0], words[1]});
+    EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "d\xFC\\j o", "päss €:w"))).Failure(), "sent");
+    EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True")) << kind;
+    EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "d\xFC\\j o", "wrong"))).Failure(),
+              "535 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+                  " refused the login:\r\n535-5.7.8 Not you\r\n535 5.7.8 Go away");
+  }
+}
+
+TEST(SmtpDelivery, ProvesAnNtlmLogin) {
+  const MailServerProcess server("server",
+                                 {"login=NTLM PLAIN", "domain=OFFICE", "user=Jürgen", "password=päss:w/ord"});
+  const auto login = [](const std::string& user, const std::string& password) {
+    return Login("2", user, password);
+  };
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("OFFICE\\J\xFCrgen", "päss:w/ord"))).Failure(), "sent");
+  EXPECT_EQ(server.Received("login.txt"), "proved");
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True"));
+  const std::string refused = "535 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+                              " refused the login:\r\n535-5.7.8 ***\r\n535 5.7.8 ";
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("OFFICE\\J\xFCrgen", "guess"))).Failure(),
+            refused + "wrong password");
+  EXPECT_EQ(MailFixture(Remote(server.Port(), login("HOME\\joe", "päss:w/ord"))).Failure(),
+            refused + "another user: HOME joe");
+}
+
+TEST(SmtpDelivery, EncryptsWhereTheServerOffersItAndNeverFallsBack) {
+  const MailServerProcess server("server", {"tls=starttls", "login=PLAIN", "user=joe", "password=secret"});
+  EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "joe", "secret"))).Failure(), "sent");
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "encrypted: True"));
+  EXPECT_TRUE(Contains(server.Received("mail.txt"), "authenticated: True"));
+
+  const MailServerProcess implicit("server", {"tls=implicit"});
+  const MailMessage message{{"", "a@b"}, {{"", "c@d"}}, "s", "b"};
+  DeliverBySmtp({.host = "127.0.0.1", .port = implicit.Port(), .isEncryptedFromStart = true, .timeout = 5},
+                message, BuildMessage(message, 0, "id"), {});
+  EXPECT_TRUE(Contains(implicit.Received("mail.txt"), "encrypted: True"));
+
+  const std::pair<const char*, const char*> cases[] = {
+      {"STARTTLS=454-Not|454 now", "454 The mail server 127.0.0.1, port "},
+      {"STARTTLS=220 Go", "35 The encrypted connection (TLS) to the mail server 127.0.0.1, port "},
+      {"STARTTLS=220 Go|220 text that is not encrypted",
+       "8 The connection to the mail server 127.0.0.1, port "},
+      {"STARTTLS=close", "56 The connection to the mail server 127.0.0.1, port "},
+  };
+  for (const auto& [reply, expected] : cases) {
+    const MailServerProcess liar("script", {"EHLO=250-STARTTLS|250 AUTH PLAIN LOGIN", reply});
+    const std::string failure = MailFixture(Remote(liar.Port(), Login("1", "joe", "secret"))).Failure();
+    EXPECT_TRUE(failure.starts_with(expected)) << failure;
+    EXPECT_FALSE(Contains(failure, kCannotConnect)) << failure;
+    const std::string commands = liar.Received("commands.txt");
+    EXPECT_TRUE(Contains(commands, "STARTTLS"));
+    EXPECT_FALSE(Contains(commands, "AUTH") || Contains(commands, "MAIL")) << commands;
+  }
+  const MailServerProcess silent("script", {"GREET=silent"});
+  try {
+    DeliverBySmtp({.host = "127.0.0.1", .port = silent.Port(), .isEncryptedFromStart = true, .timeout = 1},
+                  message, "", {});
+    ADD_FAILURE();
+  } catch (const MailFailure& failure) {
+    EXPECT_EQ(failure.Description(),
+              "The transport failed to connect to the mail server 127.0.0.1, port " +
+                  std::to_string(silent.Port()) +
+                  ".\r\nNo answer to the beginning of the encryption (TLS) within 1 second.");
+  }
+}
+
+TEST(SmtpDelivery, SaysWhatTheServerRefuses) {
+  struct Case {
+    Options script;
+    std::string settings;
+    std::string failure;  // P stands for the server and its port
+    std::string notSent;  // a command
+  };
+  const std::string login = Login("1", "joe", "secret");
+  const Case cases[] = {
+      {{"GREET=554-Go|554 away"}, "", "554 P refused the connection:\r\n554-Go\r\n554 away", "EHLO"},
+      {{"EHLO=500 What", "HELO=502-No|502 no"},
+       "",
+       "502 P refused this machine's introduction (EHLO):\r\n502-No\r\n502 no",
+       "MAIL"},
+      {{"EHLO=421-Busy|421 later", "HELO=close"},
+       "",
+       "421 P refused this machine's introduction (EHLO):\r\n421-Busy\r\n421 later\r\nThe server closed the "
+       "connection instead of the answer to this machine's simple introduction (HELO).",
+       "MAIL"},
+      {{"EHLO=500 What", "MAIL=550 no"},
+       "",
+       "550 P refused the sender service@example.com:\r\n550 no",
+       "RCPT"},
+      {{"MAIL=530-Log|530 in first"},
+       "",
+       "530 P refused the sender service@example.com:\r\n530-Log\r\n530 in first",
+       "RCPT"},
+      {{"RCPT=451 Later"}, "", "451 P refused the recipient joe@example.org:\r\n451 Later", "DATA"},
+      {{"DOT=251 perhaps"},
+       "",
+       "8 P gave an unexpected answer to the message:\r\n251 perhaps\r\nIt is not known whether the message "
+       "was delivered.",
+       ""},
+      {{"DATA=250 OK"}, "", "8 P gave an unexpected answer to DATA:\r\n250 OK", "Subject"},
+      {{"DATA=451 No"}, "", "451 P refused to take the message (DATA):\r\n451 No", "Subject"},
+      {{"DOT=554-No|554 spam \xFC"}, "", "554 P refused the message:\r\n554-No\r\n554 spam ü", ""},
+      {{"EHLO=250 AUTH PLAIN", "AUTH=334 ", "LOGIN=535 not secret"},
+       login,
+       "535 P refused the login:\r\n535 not ***",
+       "MAIL"},
+      {{"EHLO=250 AUTH LOGIN", "AUTH=334 VXNlcm5hbWU6", "LOGIN=334 x"},
+       login,
+       "67 Login failed: the dialogue with the mail server P was not what its kind of login prescribes. "
+       "Nothing was sent.",
+       "MAIL"},
+      {{"EHLO=250 test.invalid"},
+       login,
+       "67 Login failed: the mail server P does not offer the basic login that is configured (it offers no "
+       "login). Nothing was sent.",
+       "MAIL"},
+      {{"EHLO=250-AUTH PLAIN|250 AUTH XYZ"},
+       Login("2", "D\\joe", "secret"),
+       "67 Login failed: the mail server P does not offer the NTLM login that is configured (it offers PLAIN "
+       "XYZ). Nothing was sent.",
+       "AUTH"},
+      {{"EHLO=250 AUTH plain"},
+       login,
+       "67 Login failed: the basic login that the mail server P offers cannot be used: it does not spell "
+       "AUTH and the login's name in capital letters. Nothing was sent.",
+       "MAIL"},
+      {{"EHLO=250 AUTH NTLM", "AUTH=334 ",
+        "LOGIN=334 TlRMTVNTUAACAAAAAAAAAAAAAAABAgAAASNFZ4mrze8AAAAAAAAAAAAAAAAAAAAA"},
+       Login("2", "D\\joe", "secret"),
+       "67 Login failed: the mail server P asks for the first version of NTLM without encryption, which "
+       "would give the password away. Nothing was sent.",
+       "TlRMTVNTUAAD"},
+      {{"EHLO=250-StartTls|250 AUTH PLAIN LOGIN"},
+       login,
+       "64 The encryption that the mail server P offers cannot be used: it does not spell STARTTLS in "
+       "capital letters. Nothing was sent.",
+       "AUTH"},
+  };
+  for (const Case& one : cases) {
+    const MailServerProcess server("script", one.script);
+    const std::string name = "127.0.0.1, port " + std::to_string(server.Port());
+    std::string expected = one.failure;
+    const std::string full = Contains(expected, "the mail server P") ? name : "The mail server " + name;
+    expected.replace(expected.find("P "), 1, full);
+    EXPECT_EQ(MailFixture(Remote(server.Port(), one.settings)).Failure(), expected);
+    if (!one.notSent.empty()) {
+      EXPECT_FALSE(Contains(server.Received("commands.txt"), one.notSent)) << one.failure;
+    }
+  }
+  const MailServerProcess server("server", {"refuse=b@example.org"});
+  EXPECT_EQ(
+      MailFixture(Remote(server.Port())).Failure("a@example.org, b@example.org"),
+      "550 The mail server 127.0.0.1, port " + std::to_string(server.Port()) +
+          " refused the recipient b@example.org:\r\n550-5.1.1 No such user\r\n550-5.1.1 b@example.org\r\n"
+          "550 5.1.1 Sorry");
+  EXPECT_EQ(server.Received("mail.txt"), "");
+}
+
+TEST(SmtpDelivery, SaysThatItCannotConnect) {
+  int free = 0;
+  { free = MailServerProcess("script").Port(); }
+  const std::string port = std::to_string(free);
+  EXPECT_EQ(MailFixture(Remote(free)).Failure(),
+            "7 The transport failed to connect to the mail server 127.0.0.1, port " + port +
+                ".\r\nConnection refused");
+  // A name that no name server needs to be asked about.
+  EXPECT_EQ(MailFixture(Remote(free, "", "no..such-host")).Failure(),
+            "6 The transport failed to connect to the mail server no..such-host, port " + port +
+                ".\r\nCould not resolve host: no..such-host");
+  EXPECT_TRUE(MailFixture(Remote(free, "", "::1"))
+                  .Failure()
+                  .starts_with("7 The transport failed to connect to the mail server ::1, port " + port));
+  EXPECT_TRUE(Contains(MailFixture(RemoteWithin("0", free)).Failure(), kCannotConnect));
+}
+
+TEST(SmtpDelivery, KeepsTheTimeoutInEveryPhase) {
+  struct Case {
+    std::string mode;
+    Options script;
+    bool couldNotConnect;
+    std::string failure;
+    int timeout = 1;
+  };
+  const Case cases[] = {
+      {"deaf", {}, true, "No answer within 1 second."},
+      {"script", {"GREET=silent"}, true, "No greeting within 1 second."},
+      {"script", {"GREET=220-but"}, true, "No greeting within 1 second."},
+      {"script", {"GREET=close"}, true, "The server closed the connection instead of the greeting."},
+      {"script", {"EHLO=silent"}, false, "No answer to this machine's introduction (EHLO) within 1 second."},
+      {"script",
+       {"EHLO=421 later", "HELO=silent"},
+       false,
+       "421 later\r\nNo answer to this machine's simple introduction (HELO) within 1 second."},
+      {"script",
+       {"EHLO=250 STARTTLS", "STARTTLS=220 Go", "TLS=silent"},
+       false,
+       "No answer to the beginning of the encryption (TLS) within 1 second."},
+      {"server",
+       {"tls=starttls", "silent=encrypted"},
+       false,
+       "No answer to this machine's introduction (EHLO) within 2 seconds.",
+       2},
+      {"script", {"MAIL=silent"}, false, "No answer to the sender's address (MAIL) within 1 second."},
+      {"script",
+       {"DOT=silent"},
+       false,
+       "No answer to the message within 2 seconds.\r\nIt is not known whether the message was delivered.",
+       2},
+      {"script",
+       {"DOT=close"},
+       false,
+       "The server closed the connection instead of the answer to the message.\r\nIt is not known whether "
+       "the message was delivered."},
+      // Taking leave never takes more than two seconds, and none beyond the time-out.
+      {"script", {"DOT=late", "QUIT=silent"}, false, "sent", 3},
+      {"script", {"QUIT=silent"}, false, "sent", 9},
+      {"script", {"MAIL=550 no", "QUIT=silent"}, false, "refused the sender", 9},
+  };
+  std::vector<std::future<void>> running;
+  for (const Case& one : cases)
+    running.push_back(std::async(std::launch::async, [&one] {
+      const MailServerProcess server(one.mode, one.script);
+      MailFixture mail(RemoteWithin(std::to_string(one.timeout), server.Port()));
+      EXPECT_LT(SecondsOf([&] {
+                  const std::string failure = mail.Failure();
+                  EXPECT_TRUE(Contains(failure, one.failure)) << failure;
+                  EXPECT_EQ(Contains(failure, kCannotConnect), one.couldNotConnect) << failure;
+                  EXPECT_EQ(Contains(failure, "127.0.0.1, port"), failure != "sent") << failure;
+                }),
+                std::min(one.timeout, 2) + 1.5)
+          << one.failure;
+    }));
+}
+
+TEST(SmtpDelivery, AsksItsWatchAndEndsWhenItSaysSo) {
+  struct Case {
+    Options script;
+    const char* lastCommand;
+    const char* failure;
+  };
+  const Case cases[] = {
+      {{"GREET=silent"}, "", "42 The test was cancelled."},
+      {{"EHLO=250 STARTTLS", "STARTTLS=220 Go", "TLS=silent"}, "STARTTLS\r\n", "42 The test was cancelled."},
+      {{"DOT=silent"},
+       "\n.\r\n",
+       "42 The test was cancelled.\r\nIt is not known whether the message was delivered."},
+      // A refusal is told, whatever the watch says then.
+      {{"DOT=550 no", "QUIT=silent"}, "QUIT\r\n", " refused the message:\r\n550 no"},
+  };
+  for (const Case& one : cases) {
+    const MailServerProcess server("script", one.script);
+    MailFixture mail(RemoteWithin("0", server.Port()));
+    int asked = 0;
+    int refused = 0;
+    std::chrono::steady_clock::time_point refusedAt;
+    mail.component.SetWatch([&] {
+      if (++asked < 12 || !Contains(server.Received("commands.txt"), one.lastCommand)) return true;
+      refusedAt = std::chrono::steady_clock::now();
+      ++refused;
+      return false;
+    });
+    const std::string failure = mail.Failure();
+    EXPECT_TRUE(failure.ends_with(one.failure)) << failure;
+    EXPECT_LT(std::chrono::steady_clock::now() - refusedAt, std::chrono::seconds(1)) << one.script.back();
+    EXPECT_EQ(refused, 1);
+  }
+  // Once the mail is accepted it is sent, whatever the watch says.
+  const MailServerProcess server("script", {"QUIT=silent"});
+  MailFixture mail(Remote(server.Port()));
+  mail.component.SetWatch([&] { return !Contains(server.Received("commands.txt"), "QUIT"); });
+  EXPECT_EQ(mail.Failure(), "sent");
+  mail.component.SetWatch([]() -> bool { throw std::runtime_error("watch"); });
+  EXPECT_THROW(mail.Send(), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace pellorin

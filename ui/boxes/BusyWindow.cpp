@@ -1,0 +1,31 @@
+#include "ui/boxes/BusyWindow.h"
+
+#include <QApplication>
+#include <QEvent>
+
+namespace pellorin {
+
+BusyWindow::BusyWindow(QWidget& window)
+    : window_(&window), focus_(window.focusWidget()), wasEnabled_(window.isEnabled()) {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  window.installEventFilter(this);
+  window.setEnabled(false);
+  window.repaint();
+}
+
+BusyWindow::~BusyWindow() {
+  QCoreApplication::processEvents();  // the input of the meantime meets a disabled window
+  QApplication::restoreOverrideCursor();
+  if (!window_ || !wasEnabled_) return;
+  window_->setEnabled(true);
+  if (focus_) focus_->setFocus();  // disabling took it
+}
+
+// The window manager's close button works on a disabled window, too.
+bool BusyWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Close || watched != window_) return false;
+  event->ignore();
+  return true;
+}
+
+}  // namespace pellorin

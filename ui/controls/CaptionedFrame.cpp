@@ -1,0 +1,59 @@
+#include "ui/controls/CaptionedFrame.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
+
+namespace pellorin {
+namespace {
+
+constexpr int kMargin = 9;   // as the layouts of the pages
+constexpr int kSpacing = 6;  // from the caption to the first row; the layout's own margin gives the rest
+
+}  // namespace
+
+CaptionedFrame::CaptionedFrame(QWidget* parent) : QFrame(parent) {
+  setFrameShape(QFrame::StyledPanel);
+  setFrameShadow(QFrame::Raised);
+  MakeRoom();
+}
+
+void CaptionedFrame::setTitle(const QString& title) {
+  title_ = title;
+  setAccessibleName(title);
+  MakeRoom();
+  update();
+}
+
+void CaptionedFrame::MakeRoom() {
+  const QFontMetrics caption(CaptionFont());
+  setContentsMargins(0, caption.height() + kSpacing, 0, 0);
+  setMinimumWidth(caption.horizontalAdvance(title_) + 2 * kMargin);
+}
+
+void CaptionedFrame::changeEvent(QEvent* event) {
+  QFrame::changeEvent(event);
+  if (event->type() == QEvent::FontChange) MakeRoom();
+}
+
+QFont CaptionedFrame::CaptionFont() const {
+  QFont font = this->font();
+  font.setBold(true);
+  return font;
+}
+
+void CaptionedFrame::paintEvent(QPaintEvent*) {
+  QStyleOptionFrame frame;
+  initStyleOption(&frame);
+  frame.rect = rect();  // QFrame alone would leave the caption outside
+  QPainter painter(this);
+  style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, this);
+  painter.setFont(CaptionFont());
+  painter.setPen(palette().color(QPalette::WindowText));
+  painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin), Qt::AlignLeft | Qt::AlignTop,
+                   title_);
+}
+
+}  // namespace pellorin

@@ -1,0 +1,33 @@
+// Shows the install script that lies in the program's folder: in the desktop's own editor, and in a window of
+// ours where the desktop has none for it or it reports a failure.
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+#include <string>
+
+#include "base/UserMessages.h"
+
+namespace pellorin {
+
+// What starts the editor on Windows. The quotation mark is never closed: the editor takes all that follows.
+std::string ReviewCommandLine(const std::string& programFolder);
+
+class ScriptReview : public QObject {
+ public:
+  ScriptReview(QWidget& owner, UserMessages& messages, std::string programFolder);
+
+  // Returns at once; the editor outlives this object. A box says when the script cannot be read.
+  void Open();
+
+ private:
+  void StartEditor(const QString& editor);
+  void View();
+  bool Read(std::string& script);
+
+  QWidget& owner_;
+  UserMessages& messages_;
+  std::string programFolder_;
+};
+
+}  // namespace pellorin

@@ -1,0 +1,44 @@
+#include "ui/pages/ConfigurationSession.h"
+
+#include <utility>
+
+namespace pellorin {
+
+void ConfigurationSession::ReplaceDocument(std::unique_ptr<Ini> document) {
+  current_.fill(nullptr);
+  document_ = std::move(document);
+  emit documentReplaced();
+  emit edited();
+}
+
+void ConfigurationSession::Persist(Section* section, const std::string& key, const std::string& value) {
+  if (section != nullptr) SetValue(*section, key, value);
+}
+
+void ConfigurationSession::SetValue(Section& section, const std::string& key, const std::string& value) {
+  const Edits edits(*this);
+  try {
+    section.SetValue(key, value);
+  } catch (const CollectionError& error) {
+    const bool isQueue = section.SectionType == SectionType::Queue;
+    throw NumberedError(error.Number(), error.Source(),
+                        "The setting \"" + key +
+                            "\" cannot be changed: " + (isQueue ? "queue " : "section ") + section.Name +
+                            " holds it in another letter case. Please correct its spelling in the file.",
+                        section.FilePath());
+  }
+}
+
+void ConfigurationSession::DeleteSection(Section& section) {
+  for (Section*& current : current_)
+    if (current == &section) current = nullptr;
+  document_->Delete(section);
+  emit edited();
+}
+
+void ConfigurationSession::Save() {
+  const Edits edits(*this);  // also after a failure some sections may have been written
+  document_->Save();
+}
+
+}  // namespace pellorin

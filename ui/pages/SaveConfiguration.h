@@ -1,0 +1,14 @@
+// Validating and saving the document as the Save button, the closing question and the tests do it.
+#pragma once
+
+#include "base/UserMessages.h"
+#include "ui/pages/ConfigurationSession.h"
+
+namespace pellorin {
+
+enum class SaveOutcome { Saved, Invalid, Failed };
+
+// Shows what is invalid ("Validation Errors") or why the save failed; says nothing when it succeeds.
+SaveOutcome SaveConfiguration(ConfigurationSession& session, UserMessages& messages);
+
+}  // namespace pellorin

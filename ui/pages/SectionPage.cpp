@@ -1,0 +1,117 @@
+#include "ui/pages/SectionPage.h"
+
+namespace pellorin {
+
+SectionPage::SectionPage(SectionType type, ConfigurationSession& session, UserMessages& messages,
+                         const ControlTags& tags)
+    : session_(session), messages_(messages), tags_(tags), type_(type) {}
+
+std::string_view SectionPage::Kind() const {
+  switch (type_) {
+    case SectionType::Mail:
+      return "Mail";
+    case SectionType::Sql:
+      return "Sql";
+    case SectionType::Queue:
+      return "Queue";
+    case SectionType::Admin:
+      break;
+  }
+  return "Admin";
+}
+
+Section* SectionPage::Selected() const {
+  const Ini* document = session_.Document();
+  return document == nullptr ? nullptr : selector_->Selected(*document);
+}
+
+void SectionPage::ShowFirst() {
+  selector_->SelectFirst();
+  ShowSelected();
+}
+
+void SectionPage::ShowSelected() {
+  Section* chosen = Selected();
+  if (chosen == nullptr) return;
+  Section* shown = session_.Current(type_);
+  if (shown != nullptr && shown != chosen && !ValidateShown()) {
+    selector_->Select(*shown);
+    return;
+  }
+  session_.SetCurrent(type_, chosen);
+  ShowCurrent();
+}
+
+void SectionPage::ShowFaulty(Section& faulty) {
+  const Section* shown = session_.Current(type_);
+  if (shown == nullptr || shown->ValidationError().empty()) {
+    selector_->Select(faulty);
+    session_.SetCurrent(type_, &faulty);
+    isLeadingToFault_ = true;
+    ShowCurrent();
+    isLeadingToFault_ = false;
+    faulty.Validate();  // showing may have stored defaults
+  }
+  if (!FocusFaultyField()) selector_->List().setFocus();
+}
+
+bool SectionPage::FocusFaultyField() {
+  return Binding().FocusFirst(session_.Current(type_)->FaultySettings(), selector_->List());
+}
+
+bool SectionPage::ValidateCurrent(const std::string& subject) {
+  Section* section = session_.Current(type_);
+  if (section == nullptr || section->Validate()) return true;
+  messages_.Show({.text = "Settings for " + subject + " " + section->DisplayName() +
+                          " need to be corrected: \r\n" + section->ValidationError(),
+                  .title = "Validation Errors",
+                  .icon = MessageIcon::Exclamation});
+  FocusFaultyField();
+  return false;
+}
+
+bool SectionPage::CanAdd() {
+  if (session_.Document() != nullptr) return ValidateShown();
+  messages_.Show({.text = "The configuration could not be loaded. Please correct the file that was named and "
+                          "press Cancel to load it again.",
+                  .icon = MessageIcon::Exclamation});
+  return false;
+}
+
+bool SectionPage::ConfirmDeletionOfServer() {
+  const Section* section = session_.Current(type_);
+  if (section == nullptr) return false;
+  const std::string name = section->DisplayName();
+  if (!Ini::CanDelete(*section)) {
+    const char* reason =
+        section->IsTwin() ? "the file holds two sections of this name" : "the name holds \"|\"";
+    messages_.Show({.text = "The settings for server " + name + " cannot be deleted here, because " + reason +
+                            ". Please edit the section [" + section->Name +
+                            "] of this file with a text editor:\r\n" + session_.Document()->Path(),
+                    .icon = MessageIcon::Exclamation});
+    return false;
+  }
+  return messages_.Show({.text = "Do you want to delete settings for server " + name + "?",
+                         .title = "Delete Section",
+                         .buttons = MessageButtons::YesNo}) == Answer::Yes;
+}
+
+void SectionPage::Enable() {
+  tags_.ToggleSection(Kind(), true);
+}
+
+void SectionPage::StartBrandNew() {
+  tags_.StartBrandNew(Kind());
+}
+
+void SectionPage::RemoveShown() {
+  Section& section = *session_.Current(type_);
+  selector_->Remove(section);
+  session_.DeleteSection(section);
+  if (selector_->IsEmpty())
+    StartBrandNew();
+  else
+    ShowFirst();
+}
+
+}  // namespace pellorin

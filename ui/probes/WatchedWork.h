@@ -1,0 +1,26 @@
+// How a test looks: the window is busy but stays painted, takes no input but Escape, which ends a mail that
+// is being sent.
+#pragma once
+
+#include <QObject>
+
+#include "ui/boxes/BusyWindow.h"
+#include "ui/probes/TestMail.h"
+
+namespace pellorin {
+
+class WatchedWork : public QObject, public TestWork {
+ public:
+  WatchedWork(QWidget& window, MailComponent& mail);
+  ~WatchedWork() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  BusyWindow busy_;
+  MailComponent& mail_;
+  bool isCancelled_ = false;
+};
+
+}  // namespace pellorin

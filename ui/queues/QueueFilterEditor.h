@@ -1,0 +1,52 @@
+// The filter of the shown queue: a list of lines "Field=expression" and its buttons Add, Edit and Delete. The
+// list mirrors the setting "queuebydefaultfilter", its lines joined by "###" with nothing escaped. In the
+// list Insert adds, Enter or a double-click edits the chosen line (adds without one), Delete deletes it.
+#pragma once
+
+#include <QListWidget>
+#include <QObject>
+#include <QPushButton>
+#include <functional>
+#include <string>
+
+#include "ui/pages/ControlBinding.h"
+
+namespace pellorin {
+
+class QueueFilterEditor : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Controls {
+    QListWidget* lines;
+    QPushButton* add;
+    QPushButton* edit;
+    QPushButton* remove;
+  };
+
+  QueueFilterEditor(const Controls& controls, UserMessages& messages, ControlBinding& binding,
+                    std::function<void(QWidget& owner)> showHelp);
+
+  void Fill(const std::string& filter);  // a stored text; stores nothing
+  void ToggleQueueFilterButtons();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QListWidgetItem* Chosen() const;
+  std::string ShowQueueFilterForm(const std::string& field, const std::string& value);
+  void SaveFilter();
+  bool HandleKey(int key);
+
+  void btnAddQueueFilter_Click();
+  void btnEditQueueFilter_Click();
+  void btnDeleteQueueFilter_Click();
+
+  Controls controls_;
+  UserMessages& messages_;
+  ControlBinding& binding_;
+  std::function<void(QWidget& owner)> showHelp_;  // of the dialog
+};
+
+}  // namespace pellorin
