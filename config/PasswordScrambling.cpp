@@ -9,6 +9,7 @@
 #include "base/AnsiText.h"
 #include "base/NumberedError.h"
 #include "config/RandomGenerator.h"
+#include "config/SettingKeys.h"
 
 namespace pellorin {
 
@@ -120,7 +121,8 @@ std::string DecryptString(std::string_view stored, std::string_view key) {
 }
 
 bool IsPasswordName(std::string_view settingName) {
-  return settingName == "SqlPassword" || settingName == "Password" || settingName == "SchedulerPassword";
+  return settingName == SqlKey::kSqlPassword || settingName == MailKey::kPassword ||
+         settingName == AdminKey::kSchedulerPassword;
 }
 
 }  // namespace pellorin

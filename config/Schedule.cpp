@@ -4,6 +4,7 @@
 
 #include "base/TextCase.h"
 #include "config/NumericText.h"
+#include "config/SettingKeys.h"
 
 namespace pellorin {
 
@@ -32,7 +33,7 @@ std::optional<seconds> Schedule::TimeOfDay(std::string_view name) const {
 std::vector<weekday> Schedule::Days() const {
   static constexpr const char* kNames[] = {"monday", "tuesday",  "wednesday", "thursday",
                                            "friday", "saturday", "sunday"};
-  const std::string folded = FoldCase(Value("days"));
+  const std::string folded = FoldCase(Value(QueueKey::kDays));
   std::vector<weekday> chosen;
   weekday day = std::chrono::Monday;
   for (const char* name : kNames) {
@@ -43,15 +44,15 @@ std::vector<weekday> Schedule::Days() const {
 }
 
 std::pair<seconds, seconds> Schedule::HoursOfDay() const {
-  return {TimeOfDay("starttime").value_or(0s), TimeOfDay("endtime").value_or(24h - 1s)};
+  return {TimeOfDay(QueueKey::kStartTime).value_or(0s), TimeOfDay(QueueKey::kEndTime).value_or(24h - 1s)};
 }
 
 bool Schedule::EndDateIsBeforeStartDate() const {
-  return HasEndDate() && MomentOf(*Date("enddate")) < MomentOf(*Date("startdate"));
+  return HasEndDate() && MomentOf(*Date(QueueKey::kEndDate)) < MomentOf(*Date(QueueKey::kStartDate));
 }
 
 bool Schedule::IsNever() const {
-  return *Number("every") <= 0 || (!IsOnce() && *Number("occursevery") <= 0) ||
+  return *Number(QueueKey::kEvery) <= 0 || (!IsOnce() && *Number(QueueKey::kOccursEvery) <= 0) ||
          (IsWeekly() && Days().empty());
 }
 
@@ -64,21 +65,21 @@ bool Schedule::EndAtIsBeforeStartAt() const {
 bool Schedule::HasNoneOfItsDays() const {
   if (!IsWeekly() || !HasEndDate()) return false;
   const auto chosen = Days();
-  const sys_days first = Day("startdate");
-  const sys_days last = std::min(Day("enddate"), first + days(6));
+  const sys_days first = Day(QueueKey::kStartDate);
+  const sys_days last = std::min(Day(QueueKey::kEndDate), first + days(6));
   for (sys_days day = first; day <= last; day += days(1))
     if (std::ranges::find(chosen, weekday(day)) != chosen.end()) return false;
   return true;
 }
 
 bool Schedule::IsOver(const std::chrono::year_month_day& today) const {
-  return HasEndDate() && Day("enddate") < sys_days(today);
+  return HasEndDate() && Day(QueueKey::kEndDate) < sys_days(today);
 }
 
 bool Schedule::IsSpanTooLong() const {
   const auto [start, end] = HoursOfDay();
   const double unit = IsInHours() ? 3600 : 60;  // in seconds
-  return !IsOnce() && *Number("occursevery") * unit > static_cast<double>((end - start).count());
+  return !IsOnce() && *Number(QueueKey::kOccursEvery) * unit > static_cast<double>((end - start).count());
 }
 
 sys_days Schedule::Day(std::string_view name) const {

@@ -11,6 +11,7 @@
 
 #include "config/DateTimeText.h"
 #include "config/Section.h"
+#include "config/SettingKeys.h"
 
 namespace pellorin {
 
@@ -21,12 +22,12 @@ class Schedule {
   std::string Value(std::string_view name) const { return queue_.GetValue(name); }
   bool Is(std::string_view name, std::string_view value) const { return Value(name) == value; }
   bool IsEmpty(std::string_view name) const { return Value(name).empty(); }
-  bool IsDaily() const { return Is("frequency", "daily"); }
-  bool IsWeekly() const { return Is("frequency", "weekly"); }
-  bool IsOnce() const { return Is("occurstype", "once"); }
-  bool IsInHours() const { return Is("span", "Hour(s)"); }
-  bool IsInMinutes() const { return Is("span", "Minute(s)"); }
-  bool HasEndDate() const { return Is("hasenddate", "1"); }
+  bool IsDaily() const { return Is(QueueKey::kFrequency, "daily"); }
+  bool IsWeekly() const { return Is(QueueKey::kFrequency, "weekly"); }
+  bool IsOnce() const { return Is(QueueKey::kOccursType, "once"); }
+  bool IsInHours() const { return Is(QueueKey::kSpan, "Hour(s)"); }
+  bool IsInMinutes() const { return Is(QueueKey::kSpan, "Minute(s)"); }
+  bool HasEndDate() const { return Is(QueueKey::kHasEndDate, "1"); }
 
   // Nothing when the text cannot be read.
   std::optional<double> Number(std::string_view name) const;

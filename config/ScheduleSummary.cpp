@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "base/Utf16.h"
 #include "config/Schedule.h"
+#include "config/SettingKeys.h"
 
 namespace pellorin {
 namespace {
@@ -20,16 +21,18 @@ class Problems {
  public:
   explicit Problems(const Schedule& schedule) : schedule_(schedule) {
     const bool isOnce = schedule.IsOnce();
-    Add(!schedule.Number("every"), "every", NumberToEnter());
-    Add(schedule.IsWeekly() && schedule.IsEmpty("days"), "days", "the days of the week");
-    Add(isOnce && !schedule.TimeOfDay("occursonce"), "occursonce", "the time of day");
-    Add(!isOnce && !schedule.Number("occursevery"), "occursevery", "the number of hours or minutes");
-    Add(!isOnce && schedule.IsEmpty("span"), "span", "the unit (hours or minutes)");
-    Add(IsWrittenButUnreadable("starttime"), "starttime", "the start time");
-    Add(IsWrittenButUnreadable("endtime"), "endtime", "the end time");
-    const bool needsStartDate = schedule.HasEndDate() && schedule.IsEmpty("startdate");
-    Add(needsStartDate || IsWrittenButUnreadable("startdate"), "startdate", "the start date");
-    Add(schedule.HasEndDate() && !schedule.Date("enddate"), "enddate", "the end date");
+    Add(!schedule.Number(QueueKey::kEvery), QueueKey::kEvery, NumberToEnter());
+    Add(schedule.IsWeekly() && schedule.IsEmpty(QueueKey::kDays), QueueKey::kDays, "the days of the week");
+    Add(isOnce && !schedule.TimeOfDay(QueueKey::kOccursOnce), QueueKey::kOccursOnce, "the time of day");
+    Add(!isOnce && !schedule.Number(QueueKey::kOccursEvery), QueueKey::kOccursEvery,
+        "the number of hours or minutes");
+    Add(!isOnce && schedule.IsEmpty(QueueKey::kSpan), QueueKey::kSpan, "the unit (hours or minutes)");
+    Add(IsWrittenButUnreadable(QueueKey::kStartTime), QueueKey::kStartTime, "the start time");
+    Add(IsWrittenButUnreadable(QueueKey::kEndTime), QueueKey::kEndTime, "the end time");
+    const bool needsStartDate = schedule.HasEndDate() && schedule.IsEmpty(QueueKey::kStartDate);
+    Add(needsStartDate || IsWrittenButUnreadable(QueueKey::kStartDate), QueueKey::kStartDate,
+        "the start date");
+    Add(schedule.HasEndDate() && !schedule.Date(QueueKey::kEndDate), QueueKey::kEndDate, "the end date");
   }
 
   std::string InWords() const {
@@ -69,32 +72,33 @@ class Description {
 
   // "every 2 weeks on Mon, Wed"
   std::string Days() const {
-    const std::string every = "every " + Amount("every", schedule_.IsWeekly() ? "week" : "day", "");
+    const std::string every = "every " + Amount(QueueKey::kEvery, schedule_.IsWeekly() ? "week" : "day", "");
     if (!schedule_.IsWeekly()) return every;
     return every + " on " + (schedule_.Days().empty() ? "no day" : NamesOfDays(", "));
   }
 
   std::string Times() const {
-    if (schedule_.IsOnce()) return " at " + Time(*schedule_.TimeOfDay("occursonce"));
+    if (schedule_.IsOnce()) return " at " + Time(*schedule_.TimeOfDay(QueueKey::kOccursOnce));
     const auto [start, end] = schedule_.HoursOfDay();
-    std::string words = ", every " + Amount("occursevery", Unit(), "");
-    if (!schedule_.IsEmpty("starttime")) words += " from " + Time(start);
-    if (!schedule_.IsEmpty("endtime"))
-      words += (schedule_.IsEmpty("starttime") ? " until " : " to ") + Time(end);
+    std::string words = ", every " + Amount(QueueKey::kOccursEvery, Unit(), "");
+    if (!schedule_.IsEmpty(QueueKey::kStartTime)) words += " from " + Time(start);
+    if (!schedule_.IsEmpty(QueueKey::kEndTime))
+      words += (schedule_.IsEmpty(QueueKey::kStartTime) ? " until " : " to ") + Time(end);
     return words;
   }
 
   std::string Dates(const char* from = ", from ") const {
-    if (schedule_.IsEmpty("startdate")) return {};  // an end date needs a start date
-    const std::string start = from + Date("startdate");
-    return schedule_.HasEndDate() ? start + " until " + Date("enddate") : start;
+    if (schedule_.IsEmpty(QueueKey::kStartDate)) return {};  // an end date needs a start date
+    const std::string start = from + Date(QueueKey::kStartDate);
+    return schedule_.HasEndDate() ? start + " until " + Date(QueueKey::kEndDate) : start;
   }
 
   std::string NoneOfItsDays() const { return "no " + NamesOfDays(" or ") + Dates(" from "); }
 
   std::string LongSpan() const {
     const auto [start, end] = schedule_.HoursOfDay();
-    return Amount("occursevery", Unit(), "1 ") + " is longer than " + Time(start) + " to " + Time(end);
+    return Amount(QueueKey::kOccursEvery, Unit(), "1 ") + " is longer than " + Time(start) + " to " +
+           Time(end);
   }
 
  private:

@@ -5,6 +5,7 @@
 #include "config/DateTimeText.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
+#include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
 
 namespace pellorin {
@@ -41,65 +42,71 @@ bool IsFolder(FileOperations& files, const std::string& path) {
 }
 
 void CheckMailDelivery(Rules& rules, FileOperations& files) {
-  const bool isRemote = rules.Is("SendMethod", "2");
-  const bool isLocal = rules.Is("SendMethod", "1");
-  const std::string folder = rules.Value("LocalMailPickupFolder");
-  rules.Refuse("RemoteServerName", isRemote && rules.IsEmpty("RemoteServerName"),
+  const bool isRemote = rules.Is(MailKey::kSendMethod, "2");
+  const bool isLocal = rules.Is(MailKey::kSendMethod, "1");
+  const std::string folder = rules.Value(MailKey::kLocalMailPickupFolder);
+  rules.Refuse(MailKey::kRemoteServerName, isRemote && rules.IsEmpty(MailKey::kRemoteServerName),
                "- Remote Server Name must be provided");
-  rules.Refuse("RemoteServerPort", isRemote && !rules.IsNumber("RemoteServerPort"),
+  rules.Refuse(MailKey::kRemoteServerPort, isRemote && !rules.IsNumber(MailKey::kRemoteServerPort),
                "- Remote Server Port must be a number. The most common value is 25");
-  rules.Refuse("LocalMailPickupFolder", isLocal && folder.empty(), "- Local Pickup Folder must be provided");
-  rules.Refuse("LocalMailPickupFolder", isLocal && !folder.empty() && !IsFolder(files, folder),
+  rules.Refuse(MailKey::kLocalMailPickupFolder, isLocal && folder.empty(),
+               "- Local Pickup Folder must be provided");
+  rules.Refuse(MailKey::kLocalMailPickupFolder, isLocal && !folder.empty() && !IsFolder(files, folder),
                "- Local Pickup Folder does not exist");
 }
 
 void CheckMailLogin(Rules& rules) {
-  const bool isNtlm = rules.Is("AuthenticationMethod", "2");
-  const auto parts = SplitAt("\\", rules.Value("Username"));
+  const bool isNtlm = rules.Is(MailKey::kAuthenticationMethod, "2");
+  const auto parts = SplitAt("\\", rules.Value(MailKey::kUsername));
   const bool hasBoth = parts.size() == 2;
-  rules.Refuse("Username", rules.Is("AuthenticationMethod", "1") && rules.IsEmpty("Username"),
+  rules.Refuse(MailKey::kUsername,
+               rules.Is(MailKey::kAuthenticationMethod, "1") && rules.IsEmpty(MailKey::kUsername),
                "- Username must be provided");
-  rules.Refuse("Username", isNtlm && !hasBoth,
+  rules.Refuse(MailKey::kUsername, isNtlm && !hasBoth,
                "- When using NTML authentication, both username and domain must be provided");
-  rules.Refuse("Username", isNtlm && hasBoth && parts[0].empty(),
+  rules.Refuse(MailKey::kUsername, isNtlm && hasBoth && parts[0].empty(),
                "- When using NTLM authentication, domain must be provided");
-  rules.Refuse("Username", isNtlm && hasBoth && parts[1].empty(), "- Username must be provided");
+  rules.Refuse(MailKey::kUsername, isNtlm && hasBoth && parts[1].empty(), "- Username must be provided");
 }
 
 void CheckQueueScope(Rules& rules) {
-  rules.Refuse("every", !rules.IsNumber("every"), "- The field Every must be a number");
-  rules.Refuse("days", rules.IsEmpty("days") && rules.Is("frequency", "weekly"),
+  rules.Refuse(QueueKey::kEvery, !rules.IsNumber(QueueKey::kEvery), "- The field Every must be a number");
+  rules.Refuse(QueueKey::kDays, rules.IsEmpty(QueueKey::kDays) && rules.Is(QueueKey::kFrequency, "weekly"),
                "- Weekly frequency is selected, but no days have been specified");
-  rules.Refuse("queuebydefaultfilter",
-               rules.IsEmpty("queuebydefaultfilter") && rules.Is("queuebydefault", "filter"),
-               "- You chose to queue by default based on a filter but the filter is empty");
-  rules.Refuse("queuebydefaultservers",
-               ValueOrDefault(rules.Value("queuebydefault"), "none") != "none" &&
-                   rules.IsEmpty("queuebydefaultservers"),
+  rules.Refuse(
+      QueueKey::kQueueByDefaultFilter,
+      rules.IsEmpty(QueueKey::kQueueByDefaultFilter) && rules.Is(QueueKey::kQueueByDefault, "filter"),
+      "- You chose to queue by default based on a filter but the filter is empty");
+  rules.Refuse(QueueKey::kQueueByDefaultServers,
+               ValueOrDefault(rules.Value(QueueKey::kQueueByDefault), "none") != "none" &&
+                   rules.IsEmpty(QueueKey::kQueueByDefaultServers),
                "- You chose to queue by default but did not specify what servers the queue should apply to");
 }
 
 void CheckQueueTimes(Rules& rules) {
-  const bool isOnce = rules.Is("occurstype", "once");
-  rules.Refuse("occursevery", !isOnce && !rules.IsNumber("occursevery"),
+  const bool isOnce = rules.Is(QueueKey::kOccursType, "once");
+  rules.Refuse(QueueKey::kOccursEvery, !isOnce && !rules.IsNumber(QueueKey::kOccursEvery),
                "- The daily frequency field Every must be a number");
-  rules.Refuse("span", !isOnce && rules.IsEmpty("span"), "- The daily frequency time span must be provided");
-  rules.Refuse("occursonce", isOnce && !rules.IsDate("occursonce"), "- Occurs once value should be a date");
-  rules.Refuse("starttime", !rules.IsEmpty("starttime") && !rules.IsDate("starttime"),
+  rules.Refuse(QueueKey::kSpan, !isOnce && rules.IsEmpty(QueueKey::kSpan),
+               "- The daily frequency time span must be provided");
+  rules.Refuse(QueueKey::kOccursOnce, isOnce && !rules.IsDate(QueueKey::kOccursOnce),
+               "- Occurs once value should be a date");
+  rules.Refuse(QueueKey::kStartTime,
+               !rules.IsEmpty(QueueKey::kStartTime) && !rules.IsDate(QueueKey::kStartTime),
                "- The Starting At field has an invalid value");
-  rules.Refuse("endtime", !rules.IsEmpty("endtime") && !rules.IsDate("endtime"),
+  rules.Refuse(QueueKey::kEndTime, !rules.IsEmpty(QueueKey::kEndTime) && !rules.IsDate(QueueKey::kEndTime),
                "- The Ending At field has an invalid value");
 }
 
 void CheckQueueDuration(Rules& rules, const LocaleConventions& locale) {
-  const auto start = ReadDateTime(rules.Value("startdate"), locale);
-  const auto end = ReadDateTime(rules.Value("enddate"), locale);
-  const bool hasEnd = rules.Is("hasenddate", "1");
-  rules.Refuse("startdate", !rules.IsEmpty("startdate") && !start,
+  const auto start = ReadDateTime(rules.Value(QueueKey::kStartDate), locale);
+  const auto end = ReadDateTime(rules.Value(QueueKey::kEndDate), locale);
+  const bool hasEnd = rules.Is(QueueKey::kHasEndDate, "1");
+  rules.Refuse(QueueKey::kStartDate, !rules.IsEmpty(QueueKey::kStartDate) && !start,
                "- The Start Date field has an invalid value");
-  rules.Refuse("enddate", hasEnd && !end, "- The End Date field has an invalid value");
-  rules.Refuse("startdate", hasEnd && end && !start, "- The Start Date field has an invalid value");
-  rules.Refuse("enddate", hasEnd && end && start && MomentOf(*end) < MomentOf(*start),
+  rules.Refuse(QueueKey::kEndDate, hasEnd && !end, "- The End Date field has an invalid value");
+  rules.Refuse(QueueKey::kStartDate, hasEnd && end && !start, "- The Start Date field has an invalid value");
+  rules.Refuse(QueueKey::kEndDate, hasEnd && end && start && MomentOf(*end) < MomentOf(*start),
                "- The End Date occurs before the Start Date");
 }
 
@@ -122,17 +129,19 @@ bool Section::ValidateMailSettings() {
   if (IsNeverWritten()) return true;
   CheckMailDelivery(rules, Owner->Files());
   CheckMailLogin(rules);
-  rules.Refuse("SenderEmail", rules.IsEmpty("SenderEmail"), "- Sender's email must be provided");
-  rules.Refuse("ConnectionTimeout", !rules.IsNumber("ConnectionTimeout"), "- Timeout must be a number");
+  rules.Refuse(MailKey::kSenderEmail, rules.IsEmpty(MailKey::kSenderEmail),
+               "- Sender's email must be provided");
+  rules.Refuse(MailKey::kConnectionTimeout, !rules.IsNumber(MailKey::kConnectionTimeout),
+               "- Timeout must be a number");
   return rules.Passed();
 }
 
 bool Section::ValidateAdminSettings() {
   Rules rules(*this);
   if (IsNeverWritten() || Owner->NumOfSections(pellorin::SectionType::Queue) < 1) return true;
-  rules.Refuse("SchedulerUsername", rules.IsEmpty("SchedulerUsername"),
+  rules.Refuse(AdminKey::kSchedulerUsername, rules.IsEmpty(AdminKey::kSchedulerUsername),
                "- Scheduler Username must be provided");
-  rules.Refuse("SchedulerPassword", rules.IsEmpty("SchedulerPassword"),
+  rules.Refuse(AdminKey::kSchedulerPassword, rules.IsEmpty(AdminKey::kSchedulerPassword),
                "- Scheduler Password must be provided");
   return rules.Passed();
 }
@@ -140,9 +149,10 @@ bool Section::ValidateAdminSettings() {
 bool Section::ValidateSqlSettings() {
   Rules rules(*this);
   if (IsNeverWritten()) return true;
-  rules.Refuse("SqlUsername", rules.Is("ConnectionType", "Sql") && rules.IsEmpty("SqlUsername"),
+  rules.Refuse(SqlKey::kSqlUsername,
+               rules.Is(SqlKey::kConnectionType, "Sql") && rules.IsEmpty(SqlKey::kSqlUsername),
                "- Username must be provided");
-  rules.Refuse("PrimaryMailServer", rules.IsEmpty("PrimaryMailServer"),
+  rules.Refuse(SqlKey::kPrimaryMailServer, rules.IsEmpty(SqlKey::kPrimaryMailServer),
                "- Primary mail server must be provided");
   return rules.Passed();
 }

@@ -2,7 +2,7 @@
 
 namespace pellorin {
 
-void SendByParameters(SqlConnection& connection, const TestMail& mail) {
+void SendByParameters(SqlConnection& connection, const ProbeMail& mail) {
   connection.CallProcedure("sp_sendPLN", {{"@recipients", mail.recipients},
                                           {"@message", mail.message},
                                           {"@query", ""},
@@ -12,12 +12,12 @@ void SendByParameters(SqlConnection& connection, const TestMail& mail) {
                                           {"@subject", mail.subject}});
 }
 
-std::string QueueCommandText(const TestMail& mail, const std::string& queue) {
+std::string QueueCommandText(const ProbeMail& mail, const std::string& queue) {
   return "exec sp_sendPLN @recipients='" + mail.recipients + "',@message='" + mail.message + "',@subject='" +
          mail.subject + "',@queue='" + queue + "'";
 }
 
-void SendToQueue(SqlConnection& connection, const TestMail& mail, const std::string& queue) {
+void SendToQueue(SqlConnection& connection, const ProbeMail& mail, const std::string& queue) {
   connection.Execute(QueueCommandText(mail, queue));
 }
 

@@ -5,14 +5,15 @@
 #include <QTabBar>
 #include <utility>
 
+#include "config/SettingKeys.h"
 #include "platform/Paths.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/SingleLineInput.h"
 #include "ui/mail/MailPage.h"
 #include "ui/pages/SaveConfiguration.h"
-#include "ui/probes/MailServerTest.h"
-#include "ui/probes/QueueTest.h"
-#include "ui/probes/SqlServerTest.h"
+#include "ui/probes/MailServerProbe.h"
+#include "ui/probes/QueueProbe.h"
+#include "ui/probes/SqlServerProbe.h"
 #include "ui/probes/WatchedWork.h"
 #include "ui/queues/QueuesPage.h"
 #include "ui/sql/SqlPage.h"
@@ -32,12 +33,12 @@ const std::string kQueuesTip = "Configure Queues";
 
 frmMain::frmMain(const Components& components)
     : components_(components),
-      tests_{session_,
-             components_.messages,
-             components_.mail,
-             components_.connect,
-             [this] { return std::make_unique<WatchedWork>(*this, components_.mail); },
-             [this](const std::string& note) { ShowSecurity(note); }},
+      probes_{session_,
+              components_.messages,
+              components_.mail,
+              components_.connect,
+              [this] { return std::make_unique<WatchedWork>(*this, components_.mail); },
+              [this](const std::string& note) { ShowSecurity(note); }},
       ui_(std::make_unique<Ui::frmMain>()),
       tags_(*this),
       binding_(components_.messages,
@@ -51,7 +52,7 @@ frmMain::frmMain(const Components& components)
   setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
   AddPages();
   BindControls();
-  BindTests();
+  BindProbes();
   IgnoreWheelWithoutFocus(*this);
   AllowAnyLength(*this);
   KeepInputToOneLine(*this);
@@ -118,8 +119,8 @@ void frmMain::MarkUnusableQueues() {
 }
 
 void frmMain::BindControls() {
-  binding_.Bind(TextRow{ui_->txtSchedulerUsername, "SchedulerUsername"});
-  binding_.Bind(TextRow{ui_->txtSchedulerPassword, "SchedulerPassword"});
+  binding_.Bind(TextRow{ui_->txtSchedulerUsername, AdminKey::kSchedulerUsername});
+  binding_.Bind(TextRow{ui_->txtSchedulerPassword, AdminKey::kSchedulerPassword});
   binding_.OnClick(ui_->btnSave, [this] { btnSave_Click(); });
   binding_.OnClick(ui_->btnCancel, [this] { btnCancel_Click(); });
   binding_.OnClick(ui_->btnExit, [this] { close(); });
@@ -149,14 +150,14 @@ void frmMain::ShowFaulty(Section* faulty) {
     binding_.FocusFirst(faulty->FaultySettings(), *ui_->txtSchedulerUsername);
 }
 
-void frmMain::BindTests() {
-  const auto onTest = [this](SectionPage* page, auto test) {
-    connect(page, &SectionPage::testRequested, this,
+void frmMain::BindProbes() {
+  const auto onProbe = [this](SectionPage* page, auto test) {
+    connect(page, &SectionPage::probeRequested, this,
             [this, test] { RunGuarded(components_.messages, test); });
   };
-  onTest(mailPage_, [this] { MailServerTest(tests_).Run(); });
-  onTest(sqlPage_, [this] { SqlServerTest(tests_, sqlPage_->Login()).Run(); });
-  onTest(queuesPage_, [this] { QueueTest(tests_, sqlPage_->Login()).Run(); });
+  onProbe(mailPage_, [this] { MailServerProbe(probes_).Run(); });
+  onProbe(sqlPage_, [this] { SqlServerProbe(probes_, sqlPage_->Login()).Run(); });
+  onProbe(queuesPage_, [this] { QueueProbe(probes_, sqlPage_->Login()).Run(); });
 }
 
 void frmMain::ShowSecurity(const std::string& note) {

@@ -18,7 +18,7 @@
 #include "ui/controls/ControlTags.h"
 #include "ui/pages/ConfigurationSession.h"
 #include "ui/pages/ControlBinding.h"
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 namespace Ui {
 class frmMain;
@@ -73,7 +73,7 @@ class frmMain : public QWidget {
  private:
   void AddPages();
   void BindControls();
-  void BindTests();
+  void BindProbes();
   void ShowFaulty(Section* faulty);
   void ShowSecurity(const std::string& note);
   bool IsInServiceFolder();
@@ -96,7 +96,7 @@ class frmMain : public QWidget {
   void btnHelp_Click();
 
   Components components_;
-  TestServices tests_;
+  ProbeServices probes_;
   std::unique_ptr<Ui::frmMain> ui_;
   ConfigurationSession session_;
   ControlTags tags_;

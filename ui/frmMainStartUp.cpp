@@ -1,6 +1,7 @@
 // Start-up of the main window: the checks before it shows, loading the document, filling the pages.
 #include <cstdio>
 
+#include "config/SettingKeys.h"
 #include "files/FileLookup.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/frmMain.h"
@@ -123,8 +124,8 @@ void frmMain::ShowNothingLoaded() {
 void frmMain::FillScheduler() {
   const auto quiet = binding_.KeepQuiet();
   const Section& admin = *session_.Admin();
-  ShowValue(*ui_->txtSchedulerUsername, admin, "SchedulerUsername");
-  ShowValue(*ui_->txtSchedulerPassword, admin, "SchedulerPassword");
+  ShowValue(*ui_->txtSchedulerUsername, admin, AdminKey::kSchedulerUsername);
+  ShowValue(*ui_->txtSchedulerPassword, admin, AdminKey::kSchedulerPassword);
 }
 
 void frmMain::ReportUnreadNames() {

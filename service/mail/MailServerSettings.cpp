@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "config/Ini.h"
 #include "config/NumericText.h"
+#include "config/SettingKeys.h"
 #include "config/ini/ProfileFile.h"
 #include "files/FileLookup.h"
 #include "platform/Paths.h"
@@ -46,7 +47,7 @@ std::optional<double> NumberOf(std::string_view text, const LocaleConventions& l
 
 int PortOf(const Section& section, const LocaleConventions& locale, const std::string& server) {
   constexpr double kLargestPort = 65535;
-  const std::string text = section.GetValue("RemoteServerPort");
+  const std::string text = section.GetValue(MailKey::kRemoteServerPort);
   const double port = NumberOf(text, locale).value_or(0);
   if (port < 1 || port > kLargestPort || port != std::floor(port))
     throw BadSetting(server, "the port \"" + text + "\" is no whole number from 1 to 65535.");
@@ -56,25 +57,25 @@ int PortOf(const Section& section, const LocaleConventions& locale, const std::s
 // A part of a second counts as one: 0 alone means no limit.
 int TimeoutOf(const Section& section, const LocaleConventions& locale, const std::string& server) {
   constexpr double kLongest = 2147483;
-  const std::string text = section.GetValue("ConnectionTimeout");
+  const std::string text = section.GetValue(MailKey::kConnectionTimeout);
   const double seconds = NumberOf(text, locale).value_or(-1);
   if (seconds < 0) throw BadSetting(server, "the timeout \"" + text + "\" is no number of seconds.");
   return static_cast<int>(std::ceil(std::min(seconds, kLongest)));
 }
 
 void ReadLogin(const Section& section, SmtpServer& server, const std::string& name) {
-  const std::string method = section.GetValue("AuthenticationMethod");
+  const std::string method = section.GetValue(MailKey::kAuthenticationMethod);
   if (method.empty() || method == "0") return;
   if (method != "1" && method != "2") throw BadSetting(name, "no authentication is chosen.");
   server.login = method == "1" ? SmtpLogin::Basic : SmtpLogin::Ntlm;
-  server.user = section.GetValue("Username");
-  server.password = section.GetValue("Password");
+  server.user = section.GetValue(MailKey::kUsername);
+  server.password = section.GetValue(MailKey::kPassword);
   if (server.user.empty()) throw BadSetting(name, "there is no user name.");
 }
 
 SmtpServer ReadServer(const Section& section, const LocaleConventions& locale, const std::string& name) {
   SmtpServer server;
-  server.host = WithoutOuterBlanks(section.GetValue("RemoteServerName"));
+  server.host = WithoutOuterBlanks(section.GetValue(MailKey::kRemoteServerName));
   if (server.host.empty()) throw BadSetting(name, "there is no server name.");
   server.port = PortOf(section, locale, name);
   server.isEncryptedFromStart = server.port == kPortOfImplicitTls;
@@ -104,12 +105,12 @@ MailServerSettings LoadMailServer(FileOperations& files, const std::string& prog
   section.LoadFrom(file);
 
   MailServerSettings settings;
-  settings.senderEmail = section.GetValue("SenderEmail");
-  settings.defaultDomain = section.GetValue("DefaultDomain");
-  const std::string method = section.GetValue("SendMethod");
+  settings.senderEmail = section.GetValue(MailKey::kSenderEmail);
+  settings.defaultDomain = section.GetValue(MailKey::kDefaultDomain);
+  const std::string method = section.GetValue(MailKey::kSendMethod);
   settings.usesPickupFolder = method == "1";
   if (settings.usesPickupFolder)
-    settings.pickupFolder = section.GetValue("LocalMailPickupFolder");
+    settings.pickupFolder = section.GetValue(MailKey::kLocalMailPickupFolder);
   else if (method == "2")
     settings.server = ReadServer(section, locale, name);
   else

@@ -108,8 +108,8 @@ TEST_F(OdbcConnectionTest, SendsAScriptUnchanged) {
 
 TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
   const std::string longest = std::string(3999, 'x') + "\u20AC";
-  Do(Database(), ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript));
-  const TestMail mail{"a@example.com", longest, "It's \u00E4\u20AC\u4E2D"};
+  Do(Database(), ReadScriptFile(SystemFiles(), PROJECT_FOLDER "/install", kInstallScript));
+  const ProbeMail mail{"a@example.com", longest, "It's \u00E4\u20AC\u4E2D"};
   SendByParameters(*Open(Database()), mail);
   SendToQueue(*Open(Database()), {"b@example.com", "line\r\nline", "s"}, "Night");
   const auto column = [&](const std::string& name) {
@@ -121,7 +121,7 @@ TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
   for (const char* unused : {"query", "attachments", "copy_recipients", "blind_copy_recipients"})
     EXPECT_EQ(column(unused), (Names{"", ""})) << unused;
   EXPECT_EQ(column("queue"), (Names{"", "Night"}));
-  const auto failure = [&](const TestMail& refused, bool isQueued) {
+  const auto failure = [&](const ProbeMail& refused, bool isQueued) {
     return SqlFailure([&] {
       const auto connection = Open(Database());
       isQueued ? SendToQueue(*connection, refused, "Q") : SendByParameters(*connection, refused);

@@ -107,7 +107,7 @@ TEST(InstallScript, IsChangedOnlyWhereItMustBe) {
 }
 
 TEST(InstallScript, TheOneThatShipsCanBeInstalled) {
-  const std::string script = ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript);
+  const std::string script = ReadScriptFile(SystemFiles(), PROJECT_FOLDER "/install", kInstallScript);
   const std::size_t create = script.find("CREATE PROCEDURE sp_sendPLN");
   const std::size_t start = script.find("\n--sqlstart\n");
   const std::size_t end = script.find("\n--sqlend\n");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "config/SectionNames.h"
+#include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
 #include "ui_MailPage.h"
 
@@ -24,19 +25,20 @@ MailPage::MailPage(ConfigurationSession& session, UserMessages& messages, const 
 MailPage::~MailPage() = default;
 
 void MailPage::BindControls() {
-  options_ = {{ui_->optLocalMailServer, "SendMethod", "1", ui_->txtLocalPickupFolder},
-              {ui_->optRemoteMailServer, "SendMethod", "2", nullptr},
-              {ui_->optAnonymous, "AuthenticationMethod", "0", nullptr},
-              {ui_->optBasic, "AuthenticationMethod", "1", ui_->txtMailUsername},
-              {ui_->optNTLM, "AuthenticationMethod", "2", ui_->txtMailUsername}};
-  texts_ = {{ui_->txtRemoteServerName, "RemoteServerName"},
-            {ui_->txtLocalPickupFolder, "LocalMailPickupFolder"},
-            {ui_->txtMailPassword, "Password"},
-            {ui_->txtSenderEmail, "SenderEmail"},
-            {ui_->txtDefaultDomain, "DefaultDomain"}};
-  numbers_ = {{ui_->txtRemoteServerPort, "RemoteServerPort",
-               "Remote Server Port must be a number. The most commom value is 25."},
-              {ui_->txtConnectionTimeout, "ConnectionTimeout", "Connection Timeout must be a number."}};
+  options_ = {{ui_->optLocalMailServer, MailKey::kSendMethod, "1", ui_->txtLocalPickupFolder},
+              {ui_->optRemoteMailServer, MailKey::kSendMethod, "2", nullptr},
+              {ui_->optAnonymous, MailKey::kAuthenticationMethod, "0", nullptr},
+              {ui_->optBasic, MailKey::kAuthenticationMethod, "1", ui_->txtMailUsername},
+              {ui_->optNTLM, MailKey::kAuthenticationMethod, "2", ui_->txtMailUsername}};
+  texts_ = {{ui_->txtRemoteServerName, MailKey::kRemoteServerName},
+            {ui_->txtLocalPickupFolder, MailKey::kLocalMailPickupFolder},
+            {ui_->txtMailPassword, MailKey::kPassword},
+            {ui_->txtSenderEmail, MailKey::kSenderEmail},
+            {ui_->txtDefaultDomain, MailKey::kDefaultDomain}};
+  numbers_ = {
+      {ui_->txtRemoteServerPort, MailKey::kRemoteServerPort,
+       "Remote Server Port must be a number. The most commom value is 25."},
+      {ui_->txtConnectionTimeout, MailKey::kConnectionTimeout, "Connection Timeout must be a number."}};
 
   for (const OptionRow& option : options_)
     binding_.OnClick(option.button, [this, &option] {
@@ -46,13 +48,13 @@ void MailPage::BindControls() {
   for (const TextRow& row : texts_) binding_.Bind(row);
   for (const NumberRow& row : numbers_) binding_.Bind(row);
   for (QLineEdit* part : {ui_->txtMailUsername, ui_->txtMailDomain}) {
-    binding_.AddField("Username", part);
+    binding_.AddField(MailKey::kUsername, part);
     binding_.OnEdit(part, [this] { PersistUsername(); });
   }
   binding_.OnChoice(ui_->cmbMailServer, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
   binding_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });
-  binding_.OnClick(ui_->btnTestMailServer, [this] { emit testRequested(); });
+  binding_.OnClick(ui_->btnTestMailServer, [this] { emit probeRequested(); });
 }
 
 void MailPage::Fill() {
@@ -69,7 +71,7 @@ void MailPage::FillOptions(const Section& section) {
   Enable();  // the groups of the server shown before must not linger
   bool hasMethod = false;
   for (const OptionRow& option : options_) {
-    const bool isLogin = std::string_view(option.key) == "AuthenticationMethod";
+    const bool isLogin = std::string_view(option.key) == MailKey::kAuthenticationMethod;
     const std::string stored = section.GetValue(option.key);
     const bool isChosen = (isLogin && stored.empty() ? "0" : stored) == option.value;
     SetChosen(*option.button, isChosen);  // an unknown value chooses no option of its pair
@@ -83,7 +85,7 @@ void MailPage::FillOptions(const Section& section) {
 // A basic login's user name is shown as it is stored, also one with a domain: typing stores the box as a
 // whole.
 void MailPage::FillUsername(const Section& section) {
-  const std::string username = section.GetValue("Username");
+  const std::string username = section.GetValue(MailKey::kUsername);
   const std::size_t backslash = username.find('\\');
   const bool hasDomain = backslash != std::string::npos && !ui_->optBasic->isChecked();
   const std::string rest = hasDomain ? username.substr(backslash + 1) : username;
@@ -102,8 +104,9 @@ void MailPage::Choose(const OptionRow& option) {
 
 void MailPage::PersistUsername() {
   const std::string user = TextOf(*ui_->txtMailUsername);
-  if (ui_->optBasic->isChecked()) binding_.Persist("Username", user);
-  if (ui_->optNTLM->isChecked()) binding_.Persist("Username", TextOf(*ui_->txtMailDomain) + "\\" + user);
+  if (ui_->optBasic->isChecked()) binding_.Persist(MailKey::kUsername, user);
+  if (ui_->optNTLM->isChecked())
+    binding_.Persist(MailKey::kUsername, TextOf(*ui_->txtMailDomain) + "\\" + user);
 }
 
 bool MailPage::ValidateMail() {
@@ -161,8 +164,8 @@ std::string MailPage::UsesOf(const std::string& name) const {
   for (const auto& section : session_.Document()->Sections()) {
     if (section->SectionType != SectionType::Sql || section->IsDeleted()) continue;
     if (name.empty()) continue;  // a setting that is not there uses no server
-    if (section->GetValue("PrimaryMailServer") == name) addLine("Primary", *section);
-    if (section->GetValue("SecondaryMailServer") == name) addLine("Secondary", *section);
+    if (section->GetValue(SqlKey::kPrimaryMailServer) == name) addLine("Primary", *section);
+    if (section->GetValue(SqlKey::kSecondaryMailServer) == name) addLine("Secondary", *section);
   }
   return lines;
 }

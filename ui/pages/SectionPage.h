@@ -34,7 +34,7 @@ class SectionPage : public QFrame {
   virtual void StartBrandNew();
 
  signals:
-  void testRequested();  // the button Test
+  void probeRequested();  // the button Test
 
  protected:
   void UseSelector(QComboBox& list) { selector_.emplace(list); }

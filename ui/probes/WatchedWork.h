@@ -5,11 +5,11 @@
 #include <QObject>
 
 #include "ui/boxes/BusyWindow.h"
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 namespace pellorin {
 
-class WatchedWork : public QObject, public TestWork {
+class WatchedWork : public QObject, public ProbeWork {
  public:
   WatchedWork(QWidget& window, MailComponent& mail);
   ~WatchedWork() override;

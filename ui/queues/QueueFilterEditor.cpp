@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Text.h"
+#include "config/SettingKeys.h"
 #include "ui/dialogs/frmRegEx.h"
 
 namespace pellorin {
@@ -59,7 +60,7 @@ void QueueFilterEditor::SaveFilter() {
   std::string filter;
   for (int row = 0; row < controls_.lines->count(); ++row)
     filter += (row == 0 ? "" : kLineSeparator) + controls_.lines->item(row)->text().toStdString();
-  binding_.Persist("queuebydefaultfilter", filter);
+  binding_.Persist(QueueKey::kQueueByDefaultFilter, filter);
 }
 
 void QueueFilterEditor::btnAddQueueFilter_Click() {

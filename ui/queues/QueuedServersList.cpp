@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 
 #include "config/NameLists.h"
+#include "config/SettingKeys.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/ListItems.h"
 
@@ -20,7 +21,7 @@ bool IsInstance(const Section& section) {
 // A section that cannot be written stays as it is, unless the user changed its entry: saving then says why
 // not.
 bool IsLeftAlone(const QListWidgetItem& entry, const Section& instance) {
-  const Setting* queues = instance.GetSetting("Queues");
+  const Setting* queues = instance.GetSetting(SqlKey::kQueues);
   const bool isEdited = entry.isSelected() != entry.data(kChosenWhenShown).toBool() ||
                         (queues != nullptr && queues->HasChanges());
   return !instance.CanBeWritten() && !isEdited;
@@ -88,7 +89,7 @@ void QueuedServersList::ShowCount() {
 }
 
 void QueuedServersList::RefreshQueuedServers() {
-  Fill(session_.CurrentQueue()->GetValue("queuebydefaultservers"));
+  Fill(session_.CurrentQueue()->GetValue(QueueKey::kQueueByDefaultServers));
   StoreSelection();
 }
 
@@ -109,16 +110,16 @@ void QueuedServersList::StoreSelection() {
     const QListWidgetItem& entry = *list_.item(row);
     Section* instance = SectionOf(entry.data(Qt::UserRole), *session_.Document());
     if (instance == nullptr) continue;
-    const std::string queues = instance->GetValue("Queues");
+    const std::string queues = instance->GetValue(SqlKey::kQueues);
     if (entry.isSelected()) servers.push_back(instance->DisplayName());
     if (IsLeftAlone(entry, *instance)) continue;
     steps.Run([&] {
-      session_.SetValue(*instance, "Queues",
+      session_.SetValue(*instance, SqlKey::kQueues,
                         entry.isSelected() ? WithName(queues, queue->Name, queueNames)
                                            : WithoutName(queues, queue->Name, queueNames));
     });
   }
-  steps.Run([&] { session_.PersistQueueSetting("queuebydefaultservers", JoinNames(servers)); });
+  steps.Run([&] { session_.PersistQueueSetting(QueueKey::kQueueByDefaultServers, JoinNames(servers)); });
   ShowCount();
   steps.RaiseFailures();
 }

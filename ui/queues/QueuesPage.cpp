@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "config/SectionNames.h"
+#include "config/SettingKeys.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui_QueuesPage.h"
 
@@ -43,21 +44,23 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
 QueuesPage::~QueuesPage() = default;
 
 void QueuesPage::MakeTables() {
-  options_ = {{ui_->optDaily, "frequency", "daily"},
-              {ui_->optWeekly, "frequency", "weekly"},
-              {ui_->optOccursOnce, "occurstype", "once"},
-              {ui_->optOccursEvery, "occurstype", "every"},
-              {ui_->optEndDate, "hasenddate", "1"},
-              {ui_->optNoEndDate, "hasenddate", "0"},
-              {ui_->optQueueNone, "queuebydefault", "none"},
-              {ui_->optQueueAll, "queuebydefault", "all"},
-              {ui_->optQueueFilter, "queuebydefault", "filter"}};
-  texts_ = {{ui_->txtEvery, "every"}, {ui_->txtOccursEvery, "occursevery"}, {ui_->txtQueueTitle, "title"}};
-  pickers_ = {{ui_->txtOccursOnce, "occursonce"},
-              {ui_->txtStartTime, "starttime"},
-              {ui_->txtEndTime, "endtime"},
-              {ui_->txtStartDate, "startdate"},
-              {ui_->txtEndDate, "enddate"}};
+  options_ = {{ui_->optDaily, QueueKey::kFrequency, "daily"},
+              {ui_->optWeekly, QueueKey::kFrequency, "weekly"},
+              {ui_->optOccursOnce, QueueKey::kOccursType, "once"},
+              {ui_->optOccursEvery, QueueKey::kOccursType, "every"},
+              {ui_->optEndDate, QueueKey::kHasEndDate, "1"},
+              {ui_->optNoEndDate, QueueKey::kHasEndDate, "0"},
+              {ui_->optQueueNone, QueueKey::kQueueByDefault, "none"},
+              {ui_->optQueueAll, QueueKey::kQueueByDefault, "all"},
+              {ui_->optQueueFilter, QueueKey::kQueueByDefault, "filter"}};
+  texts_ = {{ui_->txtEvery, QueueKey::kEvery},
+            {ui_->txtOccursEvery, QueueKey::kOccursEvery},
+            {ui_->txtQueueTitle, QueueKey::kTitle}};
+  pickers_ = {{ui_->txtOccursOnce, QueueKey::kOccursOnce},
+              {ui_->txtStartTime, QueueKey::kStartTime},
+              {ui_->txtEndTime, QueueKey::kEndTime},
+              {ui_->txtStartDate, QueueKey::kStartDate},
+              {ui_->txtEndDate, QueueKey::kEndDate}};
   days_ = {{ui_->chkMonday, "monday"},     {ui_->chkTuesday, "tuesday"}, {ui_->chkWednesday, "wednesday"},
            {ui_->chkThursday, "thursday"}, {ui_->chkFriday, "friday"},   {ui_->chkSaturday, "saturday"},
            {ui_->chkSunday, "sunday"}};
@@ -73,21 +76,21 @@ void QueuesPage::BindControls() {
   }
   for (const DayRow& day : days_) binding_.OnClick(day.box, [this] { PersistDays(); });
   binding_.OnChoice(ui_->cmbSpan,
-                    [this] { binding_.Persist("span", ui_->cmbSpan->currentText().toStdString()); });
+                    [this] { binding_.Persist(QueueKey::kSpan, ui_->cmbSpan->currentText().toStdString()); });
   binding_.OnSelection(ui_->lstQueueApplServers, [this] { servers_.StoreSelection(); });
   binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
   binding_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
   binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
-  binding_.AddField("days", ui_->chkMonday);
-  binding_.AddField("span", ui_->cmbSpan);
-  binding_.AddField("queuebydefaultservers", ui_->lstQueueApplServers);
-  binding_.AddField("queuebydefaultfilter", ui_->lstQueueFilter);
-  binding_.OnClick(ui_->btnTestQueue, [this] { emit testRequested(); });
+  binding_.AddField(QueueKey::kDays, ui_->chkMonday);
+  binding_.AddField(QueueKey::kSpan, ui_->cmbSpan);
+  binding_.AddField(QueueKey::kQueueByDefaultServers, ui_->lstQueueApplServers);
+  binding_.AddField(QueueKey::kQueueByDefaultFilter, ui_->lstQueueFilter);
+  binding_.OnClick(ui_->btnTestQueue, [this] { emit probeRequested(); });
   connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
   connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {
     const Section* queue = session_.CurrentQueue();
     if (queue == nullptr || !queue->QueueProblem().empty()) return;
-    if (!queue->CanBeWritten()) return servers_.Fill(queue->GetValue("queuebydefaultservers"));
+    if (!queue->CanBeWritten()) return servers_.Fill(queue->GetValue(QueueKey::kQueueByDefaultServers));
     RunGuarded(messages_, [this] { servers_.RefreshQueuedServers(); });
   });
 }
@@ -96,7 +99,7 @@ void QueuesPage::Choose(const OptionRow& option) {
   option.button->setChecked(true);
   ApplyOption(option);
   binding_.Persist(option.key, option.value);
-  if (option.button == ui_->optEndDate) binding_.Persist("enddate", ui_->txtEndDate->ValueText());
+  if (option.button == ui_->optEndDate) binding_.Persist(QueueKey::kEndDate, ui_->txtEndDate->ValueText());
   if (option.button == ui_->optQueueNone) servers_.DeselectEach();
   if (option.button == ui_->optQueueFilter) filter_.ToggleQueueFilterButtons();
 }
@@ -116,7 +119,7 @@ void QueuesPage::PersistDays() {
   std::string days;
   for (const DayRow& day : days_)
     if (day.box->isChecked()) days += (days.empty() ? "" : ",") + std::string(day.name);
-  binding_.Persist("days", days);
+  binding_.Persist(QueueKey::kDays, days);
 }
 
 void QueuesPage::ShowSecurity(const std::string& note) {
@@ -165,7 +168,7 @@ void QueuesPage::AddNewQueue(const std::string& name) {
   Selector().InsertFirst(queue);
   Enable();
   tags_.ToggleSection("Main", true);
-  RunGuarded(messages_, [&] { session_.PersistQueueSetting("title", name); });
+  RunGuarded(messages_, [&] { session_.PersistQueueSetting(QueueKey::kTitle, name); });
   ShowFirst();
   ui_->txtEvery->setFocus();
   ui_->txtEvery->selectAll();

@@ -3,6 +3,7 @@
 
 #include "config/DateTimeText.h"
 #include "config/ScheduleSummary.h"
+#include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/ListItems.h"
@@ -14,24 +15,27 @@ namespace pellorin {
 namespace {
 
 // The order in which the settings of a queue are shown and stored.
-constexpr const char* kShownKeys[] = {"frequency",  "every",     "occurstype",    "occursonce", "occursevery",
-                                      "span",       "starttime", "startdate",     "endtime",    "enddate",
-                                      "hasenddate", "title",     "queuebydefault"};
+constexpr const char* kShownKeys[] = {QueueKey::kFrequency,     QueueKey::kEvery,       QueueKey::kOccursType,
+                                      QueueKey::kOccursOnce,    QueueKey::kOccursEvery, QueueKey::kSpan,
+                                      QueueKey::kStartTime,     QueueKey::kStartDate,   QueueKey::kEndTime,
+                                      QueueKey::kEndDate,       QueueKey::kHasEndDate,  QueueKey::kTitle,
+                                      QueueKey::kQueueByDefault};
 
 std::string Today(const LocaleConventions& locale) {
   return WriteDateTime({DayOf(QDate::currentDate()), std::nullopt}, locale);
 }
 
 std::string DefaultOf(std::string_view key, const LocaleConventions& locale) {
-  if (key == "occursonce") return QTime::currentTime().toString(QStringLiteral("HH:mm")).toStdString();
-  if (key == "starttime") return "12:00 AM";
-  if (key == "endtime") return "11:59:59 PM";
-  if (key == "startdate" || key == "enddate") return Today(locale);
+  if (key == QueueKey::kOccursOnce)
+    return QTime::currentTime().toString(QStringLiteral("HH:mm")).toStdString();
+  if (key == QueueKey::kStartTime) return "12:00 AM";
+  if (key == QueueKey::kEndTime) return "11:59:59 PM";
+  if (key == QueueKey::kStartDate || key == QueueKey::kEndDate) return Today(locale);
   return "1";  // every, occursevery
 }
 
 bool HasKnownFrequency(const Section& queue) {
-  const std::string frequency = queue.GetValue("frequency");
+  const std::string frequency = queue.GetValue(QueueKey::kFrequency);
   return ValueOrDefault(frequency, "daily") == "daily" || frequency == "weekly";
 }
 
@@ -102,20 +106,20 @@ void QueuesPage::Fill() {
   }
   for (const PickerRow& row : pickers_)
     row.control->SetValueText(ValueOrDefault(queue.GetValue(row.key), DefaultOf(row.key, locale)));
-  const std::string days = queue.GetValue("days");
+  const std::string days = queue.GetValue(QueueKey::kDays);
   for (const DayRow& day : days_) ToggleDay(day.name, days, *day.box);
-  SelectListItem(*ui_->cmbSpan, ValueOrDefault(queue.GetValue("span"), "hour"));
-  servers_.Fill(queue.GetValue("queuebydefaultservers"));
-  filter_.Fill(queue.GetValue("queuebydefaultfilter"));
+  SelectListItem(*ui_->cmbSpan, ValueOrDefault(queue.GetValue(QueueKey::kSpan), "hour"));
+  servers_.Fill(queue.GetValue(QueueKey::kQueueByDefaultServers));
+  filter_.Fill(queue.GetValue(QueueKey::kQueueByDefaultFilter));
   filter_.ToggleQueueFilterButtons();
 }
 
 // The value of an option's setting that chooses it; a word that is none of them chooses nothing.
 std::string QueuesPage::ChosenValue(const Section& queue, std::string_view key) {
   const std::string stored = queue.GetValue(key);
-  if (key == "frequency") return ValueOrDefault(stored, "daily");
-  if (key == "occurstype") return ValueOrDefault(stored, "once") == "once" ? "once" : "every";
-  if (key == "hasenddate") return stored == "1" ? "1" : "0";
+  if (key == QueueKey::kFrequency) return ValueOrDefault(stored, "daily");
+  if (key == QueueKey::kOccursType) return ValueOrDefault(stored, "once") == "once" ? "once" : "every";
+  if (key == QueueKey::kHasEndDate) return stored == "1" ? "1" : "0";
   return FoldCase(ValueOrDefault(stored, "none"));
 }
 
@@ -124,7 +128,7 @@ void QueuesPage::FillOptions(const Section& queue) {
   for (const QRadioButton* initial : {ui_->optDaily, ui_->optQueueNone})  // in case that none is chosen
     tags_.ToggleControls(ControlTags::TagOf(*initial));
   for (const OptionRow& option : options_) {
-    const bool stays = std::string_view(option.key) == "frequency" && !HasKnownFrequency(queue);
+    const bool stays = std::string_view(option.key) == QueueKey::kFrequency && !HasKnownFrequency(queue);
     const bool isChosen = stays ? option.button->isChecked() : ChosenValue(queue, option.key) == option.value;
     SetChosen(*option.button, isChosen);
     if (isChosen) ApplyOption(option);
@@ -143,7 +147,7 @@ std::optional<std::string> QueuesPage::ShownValue(std::string_view key) const {
     if (row.key == key) return TextOf(*row.control);
   for (const PickerRow& row : pickers_)
     if (row.key == key) return row.control->ValueText();
-  if (key == "span") return ui_->cmbSpan->currentText().toStdString();
+  if (key == QueueKey::kSpan) return ui_->cmbSpan->currentText().toStdString();
   return std::nullopt;
 }
 
@@ -151,7 +155,7 @@ void QueuesPage::StoreShown() {
   const Section& queue = *session_.CurrentQueue();
   Steps steps;
   for (const char* key : kShownKeys) {
-    const bool isForeign = std::string_view(key) == "frequency" && !HasKnownFrequency(queue);
+    const bool isForeign = std::string_view(key) == QueueKey::kFrequency && !HasKnownFrequency(queue);
     const auto value = isForeign ? std::nullopt : ShownValue(key);
     if (value) steps.Run([&] { session_.PersistQueueSetting(key, *value); });
   }

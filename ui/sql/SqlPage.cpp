@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/SettingKeys.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/ListItems.h"
 #include "ui_SqlPage.h"
@@ -29,24 +30,24 @@ SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const Co
 SqlPage::~SqlPage() = default;
 
 void SqlPage::MakeTables() {
-  options_ = {{ui_->optTrusted, "ConnectionType", "Trusted"},
-              {ui_->optSqlNative, "ConnectionType", "Sql", ui_->txtSqlUsername},
-              {ui_->optHTML, "DefaultFormat", "HTML"},
-              {ui_->optText, "DefaultFormat", "Text"}};
-  checks_ = {{ui_->chkEncodeHTML, "EncodeHTML", "0"},
-             {ui_->chkAnsiAttachment, "AnsiAttachment", "0"},
-             {ui_->chkEmailWhenEmpty, "EmailWhenQueryEmpty", "1"},
-             {ui_->chkForceSetUser, "ForceSetUser", "0"}};
-  texts_ = {{ui_->txtSqlUsername, "SqlUsername"},
-            {ui_->txtSqlPassword, "SqlPassword"},
-            {ui_->txtProhibitedTokens, "ProhibitedTokens"},
-            {ui_->txtRedirectAllEmailTo, "RedirectAllEmailTo"}};
-  numbers_ = {{ui_->txtTimeout, "Timeout", "Timeout must be a number."},
-              {ui_->txtLineWidth, "Width", "Line width must be a number."}};
-  lists_ = {{ui_->cmbStylesheet, "Stylesheet", "style sheet"},
-            {ui_->cmbPrimaryMailServer, "PrimaryMailServer", "primary mail server"},
-            {ui_->cmbSecondaryMailServer, "SecondaryMailServer", "backup mail server"},
-            {ui_->cmbExceptionMode, "ExceptionMode", "exception mode"}};
+  options_ = {{ui_->optTrusted, SqlKey::kConnectionType, "Trusted"},
+              {ui_->optSqlNative, SqlKey::kConnectionType, "Sql", ui_->txtSqlUsername},
+              {ui_->optHTML, SqlKey::kDefaultFormat, "HTML"},
+              {ui_->optText, SqlKey::kDefaultFormat, "Text"}};
+  checks_ = {{ui_->chkEncodeHTML, SqlKey::kEncodeHTML, "0"},
+             {ui_->chkAnsiAttachment, SqlKey::kAnsiAttachment, "0"},
+             {ui_->chkEmailWhenEmpty, SqlKey::kEmailWhenQueryEmpty, "1"},
+             {ui_->chkForceSetUser, SqlKey::kForceSetUser, "0"}};
+  texts_ = {{ui_->txtSqlUsername, SqlKey::kSqlUsername},
+            {ui_->txtSqlPassword, SqlKey::kSqlPassword},
+            {ui_->txtProhibitedTokens, SqlKey::kProhibitedTokens},
+            {ui_->txtRedirectAllEmailTo, SqlKey::kRedirectAllEmailTo}};
+  numbers_ = {{ui_->txtTimeout, SqlKey::kTimeout, "Timeout must be a number."},
+              {ui_->txtLineWidth, SqlKey::kWidth, "Line width must be a number."}};
+  lists_ = {{ui_->cmbStylesheet, SqlKey::kStylesheet, "style sheet"},
+            {ui_->cmbPrimaryMailServer, SqlKey::kPrimaryMailServer, "primary mail server"},
+            {ui_->cmbSecondaryMailServer, SqlKey::kSecondaryMailServer, "backup mail server"},
+            {ui_->cmbExceptionMode, SqlKey::kExceptionMode, "exception mode"}};
 }
 
 void SqlPage::BindControls() {
@@ -63,7 +64,7 @@ void SqlPage::BindControls() {
   binding_.OnClick(ui_->btnAddNewSqlServer, [this] { btnAddNewSqlServer_Click(); });
   binding_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
   binding_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
-  binding_.OnClick(ui_->btnTestSqlServer, [this] { emit testRequested(); });
+  binding_.OnClick(ui_->btnTestSqlServer, [this] { emit probeRequested(); });
   for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
     connect(part, &QLineEdit::textChanged, this, &SqlPage::loginChanged);
   for (QRadioButton* option : {ui_->optTrusted, ui_->optSqlNative})
@@ -146,7 +147,8 @@ void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
   Selector().InsertFirst(section);
   Enable();
   tags_.ToggleSection("Main", true);
-  session_.PersistSqlSetting("ConnectionType", dialog.AuthenticationType());  // nothing to be told when shown
+  session_.PersistSqlSetting(SqlKey::kConnectionType,
+                             dialog.AuthenticationType());  // nothing to be told when shown
   ShowFirst();
   if (dialog.AuthenticationType() != "Trusted") {
     ui_->txtSqlUsername->setText(QString::fromStdString(dialog.Username()));
@@ -163,9 +165,9 @@ void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
 }
 
 void SqlPage::PersistInstallation(const frmNewSqlServer& dialog) {
-  binding_.Persist("ConfiguredDB", dialog.Database());
-  binding_.Persist("AccessType", dialog.AccessType());
-  binding_.Persist("AllowTempTables", std::to_string(dialog.AllowTempTables()));
+  binding_.Persist(SqlKey::kConfiguredDB, dialog.Database());
+  binding_.Persist(SqlKey::kAccessType, dialog.AccessType());
+  binding_.Persist(SqlKey::kAllowTempTables, std::to_string(dialog.AllowTempTables()));
   ShowDatabase();
   ShowSecurity(dialog.SecurityNote());
 }
@@ -176,9 +178,9 @@ void SqlPage::btnConfigure_Click() {
   frmNewSqlServer dialog(window(), installer_);
   dialog.SetServer(section->DisplayName());
   dialog.SetIsServerReadOnly(true);
-  dialog.SetDatabase(section->GetValue("ConfiguredDB"));
-  dialog.SetAccessType(section->GetValue("AccessType"));
-  dialog.SetAllowTempTables(section->GetValue("AllowTempTables") == "1" ? 1 : 0);
+  dialog.SetDatabase(section->GetValue(SqlKey::kConfiguredDB));
+  dialog.SetAccessType(section->GetValue(SqlKey::kAccessType));
+  dialog.SetAllowTempTables(section->GetValue(SqlKey::kAllowTempTables) == "1" ? 1 : 0);
   if (ui_->optSqlNative->isChecked()) {
     dialog.SetAuthenticationType("Sql");
     dialog.SetUsername(TextOf(*ui_->txtSqlUsername));

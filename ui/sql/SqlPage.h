@@ -14,7 +14,7 @@
 #include "ui/dialogs/frmNewSqlServer.h"
 #include "ui/pages/ControlBinding.h"
 #include "ui/pages/SectionPage.h"
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 namespace Ui {
 class frmSql;

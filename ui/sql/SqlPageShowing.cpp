@@ -2,6 +2,7 @@
 #include <QSignalBlocker>
 
 #include "base/Utf16.h"
+#include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
 #include "files/FileLookup.h"
 #include "platform/Paths.h"
@@ -14,7 +15,7 @@ namespace pellorin {
 namespace {
 
 const QString kNoDatabase = QStringLiteral("None");
-constexpr const char* kConnectionType = "ConnectionType";
+constexpr const char* kConnectionType = SqlKey::kConnectionType;
 
 }  // namespace
 
@@ -43,11 +44,11 @@ void SqlPage::Fill() {
 // Without a known connection type the login that was shown stays; an unknown format is text.
 void SqlPage::FillOptions(const Section& instance) {
   Enable();  // the groups of the instance shown before must not linger
-  const std::string connection = instance.GetValue("ConnectionType");
+  const std::string connection = instance.GetValue(SqlKey::kConnectionType);
   if (connection == "Trusted") connection_ = ui_->optTrusted;
   if (connection == "Sql") connection_ = ui_->optSqlNative;
   for (QRadioButton* option : {ui_->optTrusted, ui_->optSqlNative}) SetChosen(*option, option == connection_);
-  const bool isHtml = instance.GetValue("DefaultFormat") == "HTML";
+  const bool isHtml = instance.GetValue(SqlKey::kDefaultFormat) == "HTML";
   (isHtml ? ui_->optHTML : ui_->optText)->setChecked(true);
   const bool isNative = ui_->optSqlNative->isChecked();
   tags_.ToggleControls(ControlTags::TagOf(isNative ? *ui_->optSqlNative : *ui_->optTrusted));
@@ -56,8 +57,9 @@ void SqlPage::FillOptions(const Section& instance) {
 void SqlPage::StoreShown() {
   const Section& instance = *session_.CurrentSql();
   Steps steps;
-  steps.Run(
-      [&] { session_.PersistSqlSetting("DefaultFormat", ui_->optHTML->isChecked() ? "HTML" : "Text"); });
+  steps.Run([&] {
+    session_.PersistSqlSetting(SqlKey::kDefaultFormat, ui_->optHTML->isChecked() ? "HTML" : "Text");
+  });
   for (const ListRow& row : lists_) {
     const std::string stored = instance.GetValue(row.key);
     const std::string shown = row.list->currentText().toStdString();
@@ -110,11 +112,12 @@ void SqlPage::ShowSecurity(const std::string& note) {
 
 void SqlPage::ShowDatabase() {
   const Section* instance = session_.CurrentSql();
-  const std::string database = instance == nullptr ? std::string() : instance->GetValue("ConfiguredDB");
+  const std::string database =
+      instance == nullptr ? std::string() : instance->GetValue(SqlKey::kConfiguredDB);
   ui_->lblConfiguredDB->setText(
       database.empty()
           ? kNoDatabase
-          : QString::fromStdString(database + " (" + instance->GetValue("AccessType") + " access) "));
+          : QString::fromStdString(database + " (" + instance->GetValue(SqlKey::kAccessType) + " access) "));
   ui_->lblConfiguredDB->setToolTip(ui_->lblConfiguredDB->text());
 }
 

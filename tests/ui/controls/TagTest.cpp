@@ -65,7 +65,7 @@ class Tags : public WindowFixture {
   // The table of docs/controls.md: "| `name`, … | "caption", … | "tag" of all, or one for each |".
   static std::map<std::string, Control> Documented() {
     std::map<std::string, Control> controls;
-    std::ifstream file(TEST_DATA "/../../docs/controls.md");
+    std::ifstream file(PROJECT_FOLDER "/docs/controls.md");
     for (std::string line; std::getline(file, line);) {
       std::smatch heading;
       if (std::regex_search(line, heading, std::regex("^## .*\\((frm\\w+), \"(.+)\"\\)")))

@@ -6,8 +6,8 @@
 #include "tests/sql/SqlServerFixture.h"
 #include "tests/support/RecordingMessages.h"
 #include "tests/support/TemporaryFolder.h"
-#include "ui/probes/QueueTest.h"
-#include "ui/probes/SqlServerTest.h"
+#include "ui/probes/QueueProbe.h"
+#include "ui/probes/SqlServerProbe.h"
 
 namespace pellorin::test {
 namespace {
@@ -53,15 +53,15 @@ class ServerTests : public SqlServerTest, private MailComponent {
   RecordingMessages messages;
   ConfigurationSession session;
   std::string asked;
-  TestServices services{session,
-                        messages,
-                        *this,
-                        [this] {
-                          return std::make_unique<RedirectedConnection>(
-                              asked, SqlLoginConnectionString(server, user, password));
-                        },
-                        [] { return std::make_unique<TestWork>(); },
-                        [](const std::string& /*note*/) {}};
+  ProbeServices services{session,
+                         messages,
+                         *this,
+                         [this] {
+                           return std::make_unique<RedirectedConnection>(
+                               asked, SqlLoginConnectionString(server, user, password));
+                         },
+                         [] { return std::make_unique<ProbeWork>(); },
+                         [](const std::string& /*note*/) {}};
 
  private:
   std::string InstallFolder() override { return {}; }
@@ -78,16 +78,16 @@ TEST(SendOnLine, HasItsSecondsAtAFullMinuteToo) {
 }
 
 TEST_F(ServerTests, ATrustedConnectionIsAskedForAndMailArrivesAsItIsDescribed) {
-  Do(Database(), ReadScriptFile(SystemFiles(), TEST_DATA "/../../install", kInstallScript));
+  Do(Database(), ReadScriptFile(SystemFiles(), PROJECT_FOLDER "/install", kInstallScript));
   const ShownLogin trusted{true, "unused", ""};
   messages.WillAsk("Email Address", "Please enter an email address to send the test email to",
                    "a@example.com");
   messages.WillShow({.text = "Email Sent", .title = "Test Succeeded", .icon = MessageIcon::Information});
-  pellorin::SqlServerTest(services, trusted).Run();
+  pellorin::SqlServerProbe(services, trusted).Run();
   EXPECT_EQ(std::exchange(asked, {}), TrustedConnectionString(server));
   messages.WillAsk("Email Address", "Please enter the email address for an email to be queued.", "b");
   messages.WillShowSome();
-  QueueTest(services, trusted).Run();
+  QueueProbe(services, trusted).Run();
   EXPECT_EQ(messages.Last().title, "Test Succeeded");
   EXPECT_EQ(asked, TrustedConnectionString(server));
 

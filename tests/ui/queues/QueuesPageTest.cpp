@@ -249,8 +249,8 @@ TEST_F(QueuesPageTest, EditsTheFilter) {
 
 TEST_F(QueuesPageTest, AddsAndDeletesAndCannotLeaveAnInvalidQueue) {
   WriteQueue("NIGHTLY", kDailyQueue);
-  WriteQueue("defaultQUEUE", ReadFile(SystemFiles(), TEST_DATA
-                                      "/../../install/QUEUEDefinitions/defaultQUEUE.xml"));  // as it ships
+  WriteQueue("defaultQUEUE", ReadFile(SystemFiles(), PROJECT_FOLDER
+                                      "/install/QUEUEDefinitions/defaultQUEUE.xml"));  // as it ships
   Open();
   const Message characters =
       Warning("Duplicate Name", "The following characters are not allowed :;*?\"<>|'`,{}[]");

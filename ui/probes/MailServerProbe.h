@@ -1,20 +1,20 @@
 // Sends one mail through the shown mail server, by the service's own component and the saved settings.
 #pragma once
 
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 namespace pellorin {
 
-class MailServerTest {
+class MailServerProbe {
  public:
-  explicit MailServerTest(const TestServices& services) : services_(services) {}
+  explicit MailServerProbe(const ProbeServices& services) : services_(services) {}
   void Run();
 
  private:
   bool Send(const std::string& address, const Section& server);
   void ReportFailure();
 
-  const TestServices& services_;
+  const ProbeServices& services_;
 };
 
 }  // namespace pellorin

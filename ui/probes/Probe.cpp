@@ -1,4 +1,4 @@
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 #include "config/DateTimeText.h"
 #include "sql/OpenConnection.h"
@@ -7,7 +7,7 @@
 
 namespace pellorin {
 
-bool SaveBeforeTest(const TestServices& services) {
+bool SaveBeforeProbe(const ProbeServices& services) {
   if (!services.session.Document()->HasChanges()) return true;
   const Answer answer = services.messages.Show(
       {.text = "Before testing, it's necessary to Save settings. Would you like to save settings now?",
@@ -27,8 +27,8 @@ std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now) {
   return "Send On: " + WriteMoment({DayOf(now.date()), time}, locale);
 }
 
-bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                 const TestServices& services) {
+bool OpenForProbe(SqlConnection& connection, const Section& instance, const ShownLogin& login,
+                  const ProbeServices& services) {
   const std::string server = instance.DisplayName();
   const bool isOpen =
       login.isTrusted ? OpenTrustedConnection(connection, server, services.messages)
@@ -39,17 +39,17 @@ bool OpenForTest(SqlConnection& connection, const Section& instance, const Shown
 
 void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success) {
   try {
-    if (send()) ShowTestSucceeded(messages, success);
+    if (send()) ShowProbeSucceeded(messages, success);
   } catch (const CallFailed& failure) {
-    ShowTestFailed(messages, std::string("Test Failed: ") + failure.what());
+    ShowProbeFailed(messages, std::string("Test Failed: ") + failure.what());
   }
 }
 
-void ShowTestSucceeded(UserMessages& messages, const std::string& text) {
+void ShowProbeSucceeded(UserMessages& messages, const std::string& text) {
   messages.Show({.text = text, .title = "Test Succeeded", .icon = MessageIcon::Information});
 }
 
-void ShowTestFailed(UserMessages& messages, const std::string& text) {
+void ShowProbeFailed(UserMessages& messages, const std::string& text) {
   messages.Show({.text = text, .title = "Test Failed", .icon = MessageIcon::Exclamation});
 }
 

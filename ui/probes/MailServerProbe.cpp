@@ -1,20 +1,20 @@
-#include "ui/probes/MailServerTest.h"
+#include "ui/probes/MailServerProbe.h"
 
 namespace pellorin {
 
-void MailServerTest::Run() {
+void MailServerProbe::Run() {
   const Section* server = services_.session.CurrentMail();
-  if (server == nullptr || !SaveBeforeTest(services_)) return;
+  if (server == nullptr || !SaveBeforeProbe(services_)) return;
   const std::string address = services_.messages.AskForText(
       "Email Address", "Please enter an email address to send the test email to");
   if (address.empty()) return;
   if (Send(address, *server))
-    ShowTestSucceeded(services_.messages, "Mail Sent");
+    ShowProbeSucceeded(services_.messages, "Mail Sent");
   else
     ReportFailure();
 }
 
-bool MailServerTest::Send(const std::string& address, const Section& server) {
+bool MailServerProbe::Send(const std::string& address, const Section& server) {
   const std::string name = server.DisplayName();
   const auto work = services_.beginWork();
   return services_.mail.Send({.recipients = address,
@@ -25,20 +25,20 @@ bool MailServerTest::Send(const std::string& address, const Section& server) {
                               .mailServer = name});
 }
 
-void MailServerTest::ReportFailure() {
+void MailServerProbe::ReportFailure() {
   MailComponent& mail = services_.mail;
   const std::string description = mail.LastErrorDescription();
   if (description.find("The transport failed to connect") != std::string::npos)
-    ShowTestFailed(
+    ShowProbeFailed(
         services_.messages,
         "Could not send email. The transport failed to connect to the server. \r\n\r\nUsually this "
         "error means that your mail server needs to be configured to allow connection from this "
         "machine.");
   else
-    ShowTestFailed(services_.messages,
-                   "Could not send email \r\n\r\nError Number: " + std::to_string(mail.LastErrorNumber()) +
-                       "\r\nError Source: " + mail.LastErrorSource() +
-                       "\r\nError Description: " + description);
+    ShowProbeFailed(services_.messages,
+                    "Could not send email \r\n\r\nError Number: " + std::to_string(mail.LastErrorNumber()) +
+                        "\r\nError Source: " + mail.LastErrorSource() +
+                        "\r\nError Description: " + description);
 }
 
 }  // namespace pellorin

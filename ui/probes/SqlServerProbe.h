@@ -1,13 +1,13 @@
 // Has sp_sendPLN of the shown instance send one mail that describes the configuration.
 #pragma once
 
-#include "ui/probes/TestMail.h"
+#include "ui/probes/Probe.h"
 
 namespace pellorin {
 
-class SqlServerTest {
+class SqlServerProbe {
  public:
-  SqlServerTest(const TestServices& services, ShownLogin login)
+  SqlServerProbe(const ProbeServices& services, ShownLogin login)
       : services_(services), login_(std::move(login)) {}
   void Run();
 
@@ -16,7 +16,7 @@ class SqlServerTest {
   bool Send(const std::string& address, const Section& instance);
   std::string Body(const Section& instance) const;
 
-  const TestServices& services_;
+  const ProbeServices& services_;
   ShownLogin login_;
 };
 

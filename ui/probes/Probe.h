@@ -1,4 +1,4 @@
-// What the tests of a mail server, a SQL Server and a queue have in common. A test reads no widget: it is
+// What the probes of a mail server, a SQL Server and a queue have in common. A probe reads no widget: it is
 // handed the session, the messages, the components, and what the page shows of the login.
 #pragma once
 
@@ -16,17 +16,17 @@
 namespace pellorin {
 
 // Lives while a test works; how that looks is the window's business.
-class TestWork {
+class ProbeWork {
  public:
-  virtual ~TestWork() = default;
+  virtual ~ProbeWork() = default;
 };
 
-struct TestServices {
+struct ProbeServices {
   ConfigurationSession& session;
   UserMessages& messages;
   MailComponent& mail;
   SqlConnectionFactory connect;
-  std::function<std::unique_ptr<TestWork>()> beginWork;
+  std::function<std::unique_ptr<ProbeWork>()> beginWork;
   std::function<void(const std::string& note)>
       showSecurity;  // of the test's connection, on the page in front
 };
@@ -46,7 +46,7 @@ class CallFailed : public std::runtime_error {
 };
 
 // A test uses what is saved: asks for that when there are changes. False when the test must not go on.
-bool SaveBeforeTest(const TestServices& services);
+bool SaveBeforeProbe(const ProbeServices& services);
 
 // The name of a section as the mail shows it; empty when there is none.
 std::string NameOf(const Section* section);
@@ -54,13 +54,13 @@ std::string NameOf(const Section* section);
 std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = QDateTime::currentDateTime());
 
 // Opens the connection to the shown instance; false when a box has said why not.
-bool OpenForTest(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                 const TestServices& services);
+bool OpenForProbe(SqlConnection& connection, const Section& instance, const ShownLogin& login,
+                  const ProbeServices& services);
 
 // Shows the end of `send`: the text of its success, its failed call as "Test Failed", or nothing when it
 // returns false because no connection could be opened, which a box has told already. Other exceptions pass.
 void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success);
-void ShowTestSucceeded(UserMessages& messages, const std::string& text);
-void ShowTestFailed(UserMessages& messages, const std::string& text);
+void ShowProbeSucceeded(UserMessages& messages, const std::string& text);
+void ShowProbeFailed(UserMessages& messages, const std::string& text);
 
 }  // namespace pellorin
