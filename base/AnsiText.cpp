@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstring>
 
+#include "base/Text.h"
 #include "base/Utf8.h"
 
 namespace pellorin {
@@ -26,22 +25,9 @@ std::optional<char> AnsiCodeOf(char32_t character) {
   return static_cast<char>(kFirstSpecial + static_cast<char32_t>(found - kSpecial.begin()));
 }
 
-// Nearly every text is, and then it is the same in both.
-bool IsAscii(std::string_view text) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080u;
-  std::uint64_t bits = 0;
-  std::uint64_t word = 0;
-  std::size_t position = 0;
-  for (; position + sizeof word <= text.size(); position += sizeof word) {
-    std::memcpy(&word, text.data() + position, sizeof word);
-    bits |= word;
-  }
-  for (; position < text.size(); ++position) bits |= static_cast<unsigned char>(text[position]);
-  return (bits & kHighBits) == 0;
-}
-
 }  // namespace
 
+// Nearly every text is ASCII, which is the same in both.
 std::string AnsiToUtf8(std::string_view ansi) {
   if (IsAscii(ansi)) return std::string(ansi);
   std::string utf8;

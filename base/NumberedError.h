@@ -20,6 +20,11 @@ class NumberedError : public std::exception {
   const std::string& Source() const { return source_; }
   const std::string& Description() const { return description_; }
   const std::string& Path() const { return path_; }
+  // The description, and the path in a line of its own unless the description names it.
+  std::string DescriptionAndPath() const {
+    const bool namesPath = description_.find(path_) != std::string::npos;
+    return namesPath ? description_ : description_ + "\r\n" + path_;
+  }
   const char* what() const noexcept override { return description_.c_str(); }
 
  private:

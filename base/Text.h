@@ -1,7 +1,10 @@
 // Small operations on texts.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +12,42 @@
 namespace pellorin {
 
 inline constexpr std::string_view kBlanks = " \t";
+
+inline constexpr std::string_view kUtf8Mark =
+    "\xEF\xBB\xBF";  // the byte-order marks that a file may begin with
+inline constexpr std::string_view kUtf16LittleMark = "\xFF\xFE";
+inline constexpr std::string_view kUtf16BigMark = "\xFE\xFF";
+
+// Of one byte of UTF-8 or of code page 1252.
+inline bool IsAscii(char byte) {
+  return static_cast<unsigned char>(byte) < 0x80;
+}
+inline bool IsControlCharacter(char byte) {
+  return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+}
+
+// Eight bytes at a time: nearly every text that is loaded is asked.
+inline bool IsAscii(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080u;
+  std::uint64_t bits = 0;
+  std::uint64_t word = 0;
+  std::size_t position = 0;
+  for (; position + sizeof word <= text.size(); position += sizeof word) {
+    std::memcpy(&word, text.data() + position, sizeof word);
+    bits |= word;
+  }
+  for (; position < text.size(); ++position) bits |= static_cast<unsigned char>(text[position]);
+  return (bits & kHighBits) == 0;
+}
+inline bool HoldsControlCharacter(std::string_view text) {
+  return std::ranges::any_of(text, IsControlCharacter);
+}
+
+// Two upper-case digits: AppendHex(text, '\n') adds "0A".
+inline void AppendHex(std::string& text, unsigned char byte) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  (text += kDigits[byte >> 4u]) += kDigits[byte & 0xFu];
+}
 
 // The text without the blanks and tabs at its ends.
 inline std::string_view WithoutOuterBlanks(std::string_view text) {

@@ -6,14 +6,11 @@
 #include <iterator>
 
 #include "base/CapitalLetters.h"
+#include "base/Text.h"
 #include "base/Utf8.h"
 
 namespace pellorin {
 namespace {
-
-constexpr bool IsAscii(char byte) {
-  return static_cast<unsigned char>(byte) < 0x80;
-}
 
 constexpr char FoldAscii(char byte) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
@@ -78,8 +75,8 @@ std::uint32_t HashIgnoringCase(std::string_view text) {
   if ((allBits & kNonAscii) == 0) return static_cast<std::uint32_t>(hash);
   // Some letters fold to ASCII ones (the Kelvin sign to "k"): then the hash is that of the ASCII text.
   const std::string folded = FoldCase(text);
-  const bool isAscii = std::all_of(folded.begin(), folded.end(), IsAscii);
-  return isAscii ? HashIgnoringCase(folded) : static_cast<std::uint32_t>(std::hash<std::string>{}(folded));
+  return IsAscii(folded) ? HashIgnoringCase(folded)
+                         : static_cast<std::uint32_t>(std::hash<std::string>{}(folded));
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {

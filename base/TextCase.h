@@ -14,4 +14,12 @@ std::string FoldCase(std::string_view text);
 std::uint32_t HashIgnoringCase(std::string_view text);
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
+// Whether the text begins or ends with these ASCII characters, in any letter case.
+inline bool StartsWithIgnoringCase(std::string_view text, std::string_view ascii) {
+  return EqualIgnoringCase(text.substr(0, ascii.size()), ascii);
+}
+inline bool EndsWithIgnoringCase(std::string_view text, std::string_view ascii) {
+  return text.size() >= ascii.size() && EqualIgnoringCase(text.substr(text.size() - ascii.size()), ascii);
+}
+
 }  // namespace pellorin

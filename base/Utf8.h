@@ -6,14 +6,16 @@
 #include <string>
 #include <string_view>
 
+#include "base/Text.h"
+
 namespace pellorin {
 
 struct Utf8Character {
   char32_t value = 0;
-  std::size_t length = 0;  // bytes; 0 when the text is no UTF-8 here
+  std::size_t length = 0;  // bytes; 0 when the text is not UTF-8 here
 };
 
-// The character at `position`. Overlong forms, surrogates and values beyond U+10FFFF are no UTF-8.
+// The character at `position`. Overlong forms, surrogates and values beyond U+10FFFF are not UTF-8.
 inline Utf8Character DecodeUtf8(std::string_view text, std::size_t position) {
   const auto byteAt = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
   const unsigned char first = byteAt(position);
@@ -55,17 +57,13 @@ inline void AppendUtf8(std::string& text, char32_t value) {
 // The text with each byte that is not UTF-8, and each control character, as "\xNN": for showing any name on
 // one line.
 inline std::string Escaped(std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string shown;
   for (std::size_t position = 0; position < text.size();) {
-    const auto [value, length] = DecodeUtf8(text, position);
-    const bool isControl = value < 0x20 || value == 0x7F;
-    if (length > 0 && !isControl) {
+    const std::size_t length = DecodeUtf8(text, position).length;
+    if (length > 0 && !IsControlCharacter(text[position]))
       shown += text.substr(position, length);
-    } else {
-      const auto byte = static_cast<unsigned char>(text[position]);
-      ((shown += "\\x") += kDigits[byte >> 4u]) += kDigits[byte & 0xFu];
-    }
+    else
+      AppendHex(shown += "\\x", static_cast<unsigned char>(text[position]));
     position += length > 0 ? length : 1;
   }
   return shown;
