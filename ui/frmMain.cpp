@@ -1,15 +1,14 @@
 #include "ui/frmMain.h"
 
 #include <QShortcut>
-#include <QStyle>
-#include <QTabBar>
-#include <utility>
 
 #include "config/SettingKeys.h"
 #include "platform/Paths.h"
+#include "ui/StartUp.h"
 #include "ui/boxes/FailureMessage.h"
-#include "ui/controls/SingleLineInput.h"
+#include "ui/controls/InputHabits.h"
 #include "ui/mail/MailPage.h"
+#include "ui/pages/ClosingQuestions.h"
 #include "ui/pages/SaveConfiguration.h"
 #include "ui/probes/MailServerProbe.h"
 #include "ui/probes/QueueProbe.h"
@@ -27,7 +26,12 @@ static void LoadPictures() {
 namespace pellorin {
 namespace {
 
-const std::string kQueuesTip = "Configure Queues";
+std::unique_ptr<Ui::frmMain> MakeControls(QWidget& window) {
+  LoadPictures();
+  auto controls = std::make_unique<Ui::frmMain>();
+  controls->setupUi(&window);
+  return controls;
+}
 
 }  // namespace
 
@@ -39,51 +43,44 @@ frmMain::frmMain(const Components& components)
               components_.connect,
               [this] { return std::make_unique<WatchedWork>(*this, components_.mail); },
               [this](const std::string& note) { ShowSecurity(note); }},
-      ui_(std::make_unique<Ui::frmMain>()),
-      tags_(*this),
-      binding_(components_.messages,
-               {.section = [this] { return session_.Admin(); },
-                .persist = [this](const std::string& key,
-                                  const std::string& value) { session_.PersistAdminSetting(key, value); },
-                .refill = [this] { FillScheduler(); }}) {
-  LoadPictures();
-  ui_->setupUi(this);
+      ui_(MakeControls(*this)),
+      controlTags_(*this),
+      events_(components_.messages),
+      scheduler_({session_, SectionType::Admin, components_.messages, controlTags_, events_},
+                 [this] { scheduler_.Fill(); }),
+      tabs_(*ui_->tabMain) {
   setPalette(ControlTags::WithReadableDisabledText(palette()));
   setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
   AddPages();
+  LeadTabThroughPagesFirst();
   BindControls();
+  BindSession();
   BindProbes();
-  IgnoreWheelWithoutFocus(*this);
-  AllowAnyLength(*this);
-  KeepInputToOneLine(*this);
-  LeadTabToChosenOptions(*this);
+  ApplyInputHabits(*this);
 }
 
 frmMain::~frmMain() = default;
 
 void frmMain::AddPages() {
-  mailPage_ = new MailPage(session_, components_.messages, tags_);
-  sqlPage_ = new SqlPage(session_, components_.messages, tags_, components_.files,
+  mailPage_ = new MailPage(session_, components_.messages, controlTags_);
+  sqlPage_ = new SqlPage(session_, components_.messages, controlTags_, components_.files,
                          {components_.setup, components_.messages, components_.localInstances,
                           components_.programFolder, [this](QWidget& owner) {
                             ShowHelpTopic(owner, "ConfigurationGuide.htm#NewSqlServerInstanceDialog");
                           }});
   queuesPage_ =
-      new QueuesPage(session_, components_.messages, tags_, components_.locale,
+      new QueuesPage(session_, components_.messages, controlTags_, components_.locale,
                      [this](QWidget& owner) { ShowHelpTopic(owner, "ConfigurationGuide.htm#QueuesTab"); });
   pages_ = {mailPage_, sqlPage_, queuesPage_};
-  const auto addTab = [this](QWidget* page, const char* caption, const char* key, const std::string& tip) {
-    const int index = ui_->tabMain->addTab(page, QString::fromUtf8(caption));
-    ui_->tabMain->tabBar()->setTabData(index, QString::fromUtf8(key));
-    ui_->tabMain->setTabToolTip(index, QString::fromStdString(tip));
-  };
-  addTab(mailPage_, kMailTab, "Mail", "Configure Mail Servers");
-  addTab(sqlPage_, kSqlTab, "Sql", "Configure Sql Servers");
-  addTab(queuesPage_, kQueuesTab, "Queue", kQueuesTip);
-  // What is named on a page that nobody looks at must not be missed.
-  connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) { MarkTab(*sqlPage_, hasNotice); });
+  tabs_.Add(mailPage_, kMailTab, mailPage_->Kind(), "Configure Mail Servers");
+  tabs_.Add(sqlPage_, kSqlTab, sqlPage_->Kind(), "Configure Sql Servers");
+  tabs_.Add(queuesPage_, kQueuesTab, queuesPage_->Kind(), "Configure Queues");
+  connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) { tabs_.Mark(*sqlPage_, hasNotice); });
   connect(sqlPage_, &SqlPage::loginChanged, queuesPage_, [this] { queuesPage_->ShowSecurity(""); });
-  // The pages joined the window last, but Tab leads through them before the common area below them.
+}
+
+// They joined the window last, but lie above the common area.
+void frmMain::LeadTabThroughPagesFirst() {
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
   for (QWidget* control :
@@ -94,50 +91,126 @@ void frmMain::AddPages() {
   }
 }
 
-void frmMain::MarkTab(const QWidget& page, bool hasNotice) {
-  ui_->tabMain->setTabIcon(ui_->tabMain->indexOf(&page),
-                           hasNotice ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
-}
-
-// From the start on, though the page names the reason only when such a queue is chosen.
-void frmMain::MarkUnusableQueues() {
-  constexpr std::size_t kMostNames = 12;  // a tip must fit the screen
-  std::string names;
-  std::size_t count = 0;
-  if (session_.Document() != nullptr)
-    for (const auto& section : session_.Document()->Sections())
-      if (!section->QueueProblem().empty() && !section->IsDeleted() && ++count <= kMostNames)
-        names += "\r\n" + section->Name;
-  if (count > kMostNames) names += "\r\nand " + std::to_string(count - kMostNames) + " more";
-  if (std::exchange(unusableQueues_, names) == names) return;  // marking a tab lays out the window anew
-  MarkTab(*queuesPage_, count > 0);
-  const std::string tip = kQueuesTip + (count > 0 ? "\r\nThese queues cannot be used:" + names : "");
-  const int index = ui_->tabMain->indexOf(queuesPage_);
-  ui_->tabMain->setTabToolTip(index, QString::fromStdString(tip));
-  ui_->tabMain->tabBar()->setAccessibleTabName(
-      index, count > 0 ? QString::fromStdString(std::string(kQueuesTab) + ". " + tip) : QString());
-}
-
 void frmMain::BindControls() {
-  binding_.Bind(TextRow{ui_->txtSchedulerUsername, AdminKey::kSchedulerUsername});
-  binding_.Bind(TextRow{ui_->txtSchedulerPassword, AdminKey::kSchedulerPassword});
-  binding_.OnClick(ui_->btnSave, [this] { btnSave_Click(); });
-  binding_.OnClick(ui_->btnCancel, [this] { btnCancel_Click(); });
-  binding_.OnClick(ui_->btnExit, [this] { close(); });
-  binding_.OnClick(ui_->btnHelp, [this] { btnHelp_Click(); });
+  scheduler_.Add(TextRow{ui_->txtSchedulerUsername, AdminKey::kSchedulerUsername});
+  scheduler_.Add(TextRow{ui_->txtSchedulerPassword, AdminKey::kSchedulerPassword});
+  events_.OnClick(ui_->btnSave, [this] { btnSave_Click(); });
+  events_.OnClick(ui_->btnCancel, [this] { btnCancel_Click(); });
+  events_.OnClick(ui_->btnExit, [this] { close(); });
+  events_.OnClick(ui_->btnHelp, [this] { btnHelp_Click(); });
   const auto addShortcut = [this](const QKeySequence& keys, QAbstractButton* button) {
     connect(new QShortcut(keys, this), &QShortcut::activated, button, &QAbstractButton::click);
   };
   addShortcut(QKeySequence(QKeySequence::Save), ui_->btnSave);
   addShortcut(QKeySequence(Qt::Key_F1), ui_->btnHelp);
+}
 
+void frmMain::BindSession() {
   connect(&session_, &ConfigurationSession::edited, this, [this] {
     const bool hasChanges = session_.Document() != nullptr && session_.Document()->HasChanges();
     setWindowModified(hasChanges);
-    if (hasChanges) tags_.ToggleSection("Main", true);  // what can be edited can be saved
-    MarkUnusableQueues();
+    if (hasChanges) controlTags_.ToggleSection("Main", true);  // what can be edited can be saved
+    tabs_.MarkUnusableQueues(*queuesPage_, session_.Document());
   });
   connect(&session_, &ConfigurationSession::validationFailed, this, &frmMain::ShowFaulty);
+}
+
+void frmMain::BindProbes() {
+  const auto onProbe = [this](SectionPage* page, auto probe) {
+    connect(page, &SectionPage::probeRequested, this,
+            [this, probe] { RunGuarded(components_.messages, probe); });
+  };
+  onProbe(mailPage_, [this] { MailServerProbe(probes_).Run(); });
+  onProbe(sqlPage_, [this] { SqlServerProbe(probes_, sqlPage_->Login()).Run(); });
+  onProbe(queuesPage_, [this] { QueueProbe(probes_, sqlPage_->Login()).Run(); });
+}
+
+bool frmMain::Form_Load(const std::string& commandLine) {
+  bool isLoaded = false;
+  RunGuarded(components_.messages, [&] {
+    if (!IsInServiceFolder(components_)) return;
+    if (IsInstallMode(commandLine)) EnterInstallMode();
+    StartUp();
+    isLoaded = true;
+  });
+  if (!isLoaded) return false;
+  RegisterEventSources(components_);
+  show();
+  if (installMode_) RunGuarded(components_.messages, [this] { OpenInstallHelp(); });
+  return true;
+}
+
+void frmMain::EnterInstallMode() {
+  installMode_ = true;
+  ui_->btnExit->setText(QStringLiteral("Finish"));
+}
+
+void frmMain::OpenInstallHelp() {
+  if (sqlPage_->ShowsConfiguredDatabase()) {
+    MakeTabVisible(kSqlTab);
+    ShowHelpPage(*this, "UpgradeInfo");
+  } else {
+    ShowHelpPage(*this, "GettingStarted");
+  }
+}
+
+void frmMain::StartUp() {
+  session_.ReplaceDocument(
+      std::make_unique<Ini>(components_.files, components_.programFolder, components_.locale));
+  for (SectionPage* page : pages_) page->Selector().Clear();
+  Ini& document = *session_.Document();
+  document.Load("Pellorin.ini");
+  sqlPage_->LoadLists();
+  const bool isNew = document.Count() == 0;
+  session_.SetCurrent(SectionType::Admin, &document.AdminSection());
+  controlTags_.ToggleSection("Admin", true);
+  if (isNew)
+    ShowNewInstallation();
+  else
+    ShowLoaded();
+  if (const std::string message = UnreadNamesMessage(document); !message.empty()) ShowInfo(message);
+}
+
+void frmMain::FillSelectors() {
+  for (const auto& section : session_.Document()->Sections())
+    for (SectionPage* page : pages_)
+      if (page->Type() == section->SectionType) page->Selector().Append(*section);
+}
+
+void frmMain::ShowLoaded() {
+  FillSelectors();
+  for (SectionPage* page : pages_) {
+    if (page->Selector().IsEmpty()) {
+      page->StartBrandNew();
+    } else {
+      page->Enable();
+      page->ShowFirst();
+    }
+  }
+  scheduler_.Fill();
+  tabs_.MarkUnusableQueues(*queuesPage_, session_.Document());
+  controlTags_.ToggleSection("Main", true);
+  const bool startsWithMail = sqlPage_->Selector().IsEmpty() || !mailPage_->Selector().IsEmpty();
+  MakeTabVisible(startsWithMail ? kMailTab : kSqlTab);
+}
+
+void frmMain::ShowNewInstallation() {
+  for (const char* kind : {"Main", "Mail", "Sql", "Queue"}) StartBrandNew(kind);
+  scheduler_.Fill();  // a file may hold the scheduler's account and nothing else
+  MakeTabVisible(kMailTab);
+}
+
+void frmMain::ShowNothingLoaded() {
+  session_.ReplaceDocument(nullptr);
+  for (SectionPage* page : pages_) page->Selector().Clear();
+  for (const char* kind : {"Main", "Mail", "Sql", "Queue", "Admin"}) StartBrandNew(kind);
+  ui_->btnCancel->setEnabled(true);  // loads again once the file is mended
+}
+
+void frmMain::StartBrandNew(std::string_view sectionKind) {
+  for (SectionPage* page : pages_)
+    if (page->Kind() == sectionKind) return page->StartBrandNew();
+  controlTags_.StartBrandNew(sectionKind);
 }
 
 void frmMain::ShowFaulty(Section* faulty) {
@@ -147,17 +220,7 @@ void frmMain::ShowFaulty(Section* faulty) {
     page->ShowFaulty(*faulty);
   }
   if (faulty->SectionType == SectionType::Admin)
-    binding_.FocusFirst(faulty->FaultySettings(), *ui_->txtSchedulerUsername);
-}
-
-void frmMain::BindProbes() {
-  const auto onProbe = [this](SectionPage* page, auto test) {
-    connect(page, &SectionPage::probeRequested, this,
-            [this, test] { RunGuarded(components_.messages, test); });
-  };
-  onProbe(mailPage_, [this] { MailServerProbe(probes_).Run(); });
-  onProbe(sqlPage_, [this] { SqlServerProbe(probes_, sqlPage_->Login()).Run(); });
-  onProbe(queuesPage_, [this] { QueueProbe(probes_, sqlPage_->Login()).Run(); });
+    scheduler_.FocusFirst(faulty->FaultySettings(), *ui_->txtSchedulerUsername);
 }
 
 void frmMain::ShowSecurity(const std::string& note) {
@@ -165,22 +228,6 @@ void frmMain::ShowSecurity(const std::string& note) {
     queuesPage_->ShowSecurity(note);
   else
     sqlPage_->ShowSecurity(note);
-}
-
-void frmMain::StartBrandNew(std::string_view sectionKind) {
-  if (sectionKind == "Mail")
-    mailPage_->StartBrandNew();
-  else if (sectionKind == "Sql")
-    sqlPage_->StartBrandNew();
-  else if (sectionKind == "Queue")
-    queuesPage_->StartBrandNew();
-  else
-    tags_.StartBrandNew(sectionKind);
-}
-
-void frmMain::MakeTabVisible(const std::string& caption) {
-  for (int index = 0; index < ui_->tabMain->count(); ++index)
-    if (ui_->tabMain->tabText(index).toStdString() == caption) ui_->tabMain->setCurrentIndex(index);
 }
 
 void frmMain::ShowInfo(const std::string& message) {
@@ -214,43 +261,17 @@ void frmMain::btnCancel_Click() {
   if (!RunGuarded(components_.messages, [this] { StartUp(); })) ShowNothingLoaded();
 }
 
+// There is no topic on queues: their page opens the mail servers' topic.
 void frmMain::btnHelp_Click() {
-  const bool isSql = ui_->tabMain->tabText(ui_->tabMain->currentIndex()).toStdString() == kSqlTab;
-  // There is no topic on queues: their page opens the mail servers' topic.
+  const bool isSql = tabs_.VisibleCaption() == kSqlTab;
   ShowHelpTopic(*this,
                 isSql ? "ConfigurationGuide.htm#SqlServersTab" : "ConfigurationGuide.htm#MailServersTab");
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
   bool mayClose = false;
-  RunGuarded(components_.messages, [&] { mayClose = MayClose(); });
+  RunGuarded(components_.messages, [&] { mayClose = MayClose(session_, components_.messages); });
   event->setAccepted(mayClose);
-}
-
-bool frmMain::ConfirmIncomplete(const char* title, const char* servers) {
-  return components_.messages.Show(
-             {.text =
-                  std::string("You do not have any ") + servers +
-                  " Servers configured. Pellorin will not be able to function in this configuration. Do you "
-                  "really want to exit?",
-              .title = title,
-              .buttons = MessageButtons::YesNoCancel}) == Answer::Yes;
-}
-
-bool frmMain::MayClose() {
-  const Ini* document = session_.Document();
-  if (document == nullptr) return true;
-  if (document->NumOfSections(SectionType::Mail) == 0) {
-    if (!ConfirmIncomplete("Incomplete Mail Server Configuration", "Mail")) return false;
-  } else if (document->NumOfSections(SectionType::Sql) == 0) {
-    if (!ConfirmIncomplete("Incomplete SQL Server Configuration", "SQL")) return false;
-  }
-  if (!document->HasChanges()) return true;
-  const Answer answer = components_.messages.Show({.text = "Would you like to save changes?",
-                                                   .title = "Save Changes",
-                                                   .buttons = MessageButtons::YesNoCancel});
-  if (answer == Answer::No) return true;
-  return answer == Answer::Yes && SaveConfiguration(session_, components_.messages) == SaveOutcome::Saved;
 }
 
 }  // namespace pellorin

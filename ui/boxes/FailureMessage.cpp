@@ -65,7 +65,7 @@ void Steps::RaiseFailures() const {
   if (failures_.size() == 1) throw first;
   std::string all;
   for (const NumberedError& failure : failures_)
-    all += (all.empty() ? "" : kLineBreak) + failure.Description() + kLineBreak + failure.Path();
+    all += (all.empty() ? "" : kLineBreak) + failure.DescriptionAndPath();
   throw NumberedError(first.Number(), first.Source(), all, first.Path());
 }
 

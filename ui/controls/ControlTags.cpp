@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QVariant>
 
+#include "ui/controls/ControlValues.h"
 #include "ui/controls/DateTimePicker.h"
 #include "ui/controls/QTag.h"
 
@@ -22,16 +23,9 @@ bool IsField(const QWidget& control) {
          qobject_cast<const QListWidget*>(&control) != nullptr;
 }
 
-void ClearOption(QAbstractButton& button) {
-  const bool isExclusive = button.autoExclusive();
-  button.setAutoExclusive(false);  // else an option button cannot be cleared
-  button.setChecked(false);
-  button.setAutoExclusive(isExclusive);
-}
-
 void Clear(QWidget& control) {
   if (auto* button = qobject_cast<QAbstractButton*>(&control); button && button->isCheckable()) {
-    ClearOption(*button);  // its handler runs on clicks only
+    SetChosen(*button, false);  // its handler runs on clicks only
     return;
   }
   const QSignalBlocker blocker(control);

@@ -11,8 +11,8 @@
 #include "ui/boxes/BusyWindow.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/ControlTags.h"
-#include "ui/controls/ListItems.h"
-#include "ui/controls/SingleLineInput.h"
+#include "ui/controls/ControlValues.h"
+#include "ui/controls/InputHabits.h"
 #include "ui_frmNewSqlServer.h"
 
 namespace pellorin {
@@ -22,10 +22,6 @@ namespace {
 bool IsMovedByUser(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::MouseFocusReason ||
          reason == Qt::ShortcutFocusReason;
-}
-
-std::string TextOf(const QComboBox& list) {
-  return list.currentText().toStdString();
 }
 
 // The text as it is, and the entry of exactly that text if there is one.
@@ -41,16 +37,13 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
     : QDialog(owner),
       ui_(std::make_unique<Ui::frmNewSqlServer>()),
       services_(services),
-      binding_(services.messages),
+      events_(services.messages),
       review_(*this, services.messages, services.programFolder) {
   ui_->setupUi(this);
   setPalette(ControlTags::WithReadableDisabledText(palette()));
   for (QComboBox* list : {ui_->ddcSqlServers, ui_->cmbDatabase})
     list->setCompleter(nullptr);  // names are taken as typed, not completed
-  IgnoreWheelWithoutFocus(*this);
-  AllowAnyLength(*this);
-  KeepInputToOneLine(*this);
-  LeadTabToChosenOptions(*this);
+  ApplyInputHabits(*this);
   MuteNotices();
   FillInstances();
   BindControls();
@@ -63,16 +56,16 @@ frmNewSqlServer::~frmNewSqlServer() = default;
 void frmNewSqlServer::BindControls() {
   ui_->cmbDatabase->installEventFilter(this);
   connect(ui_->ddcSqlServers, &QComboBox::editTextChanged, this, [this] { ClearDatabases(); });
-  binding_.OnChoice(ui_->ddcSqlServers, [this] { ClearDatabases(); });
-  binding_.OnClick(ui_->optTrusted, [this] { UseTrusted(); });
-  binding_.OnClick(ui_->optSqlNative, [this] { UseNative(); });
+  events_.OnChoice(ui_->ddcSqlServers, [this] { ClearDatabases(); });
+  events_.OnClick(ui_->optTrusted, [this] { UseTrusted(); });
+  events_.OnClick(ui_->optSqlNative, [this] { UseNative(); });
   for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
-    binding_.OnEdit(part, [this] { ForgetConnection(); });
-  binding_.OnClick(ui_->btnRefresh, [this] { LoadDatabases(); });
-  binding_.OnClick(ui_->btnReviewSource, [this] { review_.Open(); });
-  binding_.OnClick(ui_->btnSetup, [this] { btnSetup_Click(); });
-  binding_.OnClick(ui_->btnCancel, [this] { hide(); });
-  binding_.OnClick(ui_->btnHelp, [this] { services_.showHelp(*this); });
+    events_.OnEdit(part, [this] { ForgetConnection(); });
+  events_.OnClick(ui_->btnRefresh, [this] { LoadDatabases(); });
+  events_.OnClick(ui_->btnReviewSource, [this] { review_.Open(); });
+  events_.OnClick(ui_->btnSetup, [this] { btnSetup_Click(); });
+  events_.OnClick(ui_->btnCancel, [this] { hide(); });
+  events_.OnClick(ui_->btnHelp, [this] { services_.showHelp(*this); });
   connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, ui_->btnHelp,
           &QAbstractButton::click);
 }
@@ -119,19 +112,19 @@ void frmNewSqlServer::SetAuthenticationType(const std::string& type) {
 }
 
 std::string frmNewSqlServer::Username() const {
-  return pellorin::TextOf(*ui_->txtSqlUsername);
+  return TextOf(*ui_->txtSqlUsername);
 }
 
 void frmNewSqlServer::SetUsername(const std::string& name) {
-  ui_->txtSqlUsername->setText(QString::fromStdString(name));
+  SetText(*ui_->txtSqlUsername, name);
 }
 
 std::string frmNewSqlServer::Password() const {
-  return pellorin::TextOf(*ui_->txtSqlPassword);
+  return TextOf(*ui_->txtSqlPassword);
 }
 
 void frmNewSqlServer::SetPassword(const std::string& password) {
-  ui_->txtSqlPassword->setText(QString::fromStdString(password));
+  SetText(*ui_->txtSqlPassword, password);
 }
 
 std::string frmNewSqlServer::AccessType() const {

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "sql/ProcedureInstaller.h"
+#include "ui/boxes/GuardedEvents.h"
 #include "ui/dialogs/ScriptReview.h"
-#include "ui/pages/ControlBinding.h"
 
 namespace Ui {
 class frmNewSqlServer;
@@ -84,7 +84,7 @@ class frmNewSqlServer : public QDialog {
 
   std::unique_ptr<Ui::frmNewSqlServer> ui_;
   InstallerServices services_;
-  ControlBinding binding_;
+  GuardedEvents events_;
   ScriptReview review_;
   std::optional<std::vector<std::string>> existingServers_;
   bool configured_ = false;

@@ -5,8 +5,8 @@
 #include <QShortcut>
 #include <utility>
 
-#include "ui/controls/SingleLineInput.h"
-#include "ui/pages/ControlBinding.h"
+#include "ui/controls/ControlValues.h"
+#include "ui/controls/InputHabits.h"
 #include "ui_frmRegEx.h"
 
 namespace pellorin {
@@ -15,9 +15,7 @@ frmRegEx::frmRegEx(QWidget* owner, std::function<void(QWidget&)> showHelp)
     : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
   ui_->setupUi(this);
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
-  IgnoreWheelWithoutFocus(*this);
-  AllowAnyLength(*this);
-  KeepInputToOneLine(*this);
+  ApplyInputHabits(*this);
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });
@@ -34,7 +32,7 @@ void frmRegEx::AddFields(const std::string& fields) {
 }
 
 std::string frmRegEx::Field() const {
-  return ui_->cmbField->currentText().toStdString();
+  return TextOf(*ui_->cmbField);
 }
 
 void frmRegEx::SetField(const std::string& field) {
@@ -42,11 +40,11 @@ void frmRegEx::SetField(const std::string& field) {
 }
 
 std::string frmRegEx::Value() const {
-  return ui_->txtValue->text().toStdString();
+  return TextOf(*ui_->txtValue);
 }
 
 void frmRegEx::SetValue(const std::string& value) {
-  ui_->txtValue->setText(QString::fromStdString(value));
+  SetText(*ui_->txtValue, value);
 }
 
 void frmRegEx::ToggleOk() {

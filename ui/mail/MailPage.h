@@ -1,17 +1,15 @@
-// The page "Mail Servers": shows one mail server at a time and writes each change of a control into its
-// section at once. Showing a server stores nothing. A server with invalid settings cannot be left, one that a
-// SQL Server instance uses cannot be deleted.
+// The page "Mail Servers": shows one mail server at a time and stores each edit at once. Showing a server
+// stores nothing. A server with invalid settings cannot be left; one that a SQL Server instance uses cannot
+// be deleted.
 #pragma once
 
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "ui/pages/ControlBinding.h"
 #include "ui/pages/SectionPage.h"
 
 namespace Ui {
-class frmMail;
+class MailPage;
 }
 
 namespace pellorin {
@@ -27,16 +25,13 @@ class MailPage : public SectionPage {
   bool ValidateMail();  // reports what is invalid; true when no server is shown
 
  protected:
-  ControlBinding& Binding() override { return binding_; }
-  void ShowCurrent() override { Fill(); }
+  void Fill() override;
   bool ValidateShown() override { return ValidateMail(); }
 
  private:
+  void AddRows();
   void BindControls();
-  void Fill();
-  void FillOptions(const Section& section);
-  void FillUsername(const Section& section);
-  void Choose(const OptionRow& option);  // as the user would, but for the focus
+  void FillUsername();
   void PersistUsername();
   bool IsDuplicate(const std::string& name) const;
   std::string UsesOf(const std::string& name) const;
@@ -44,11 +39,7 @@ class MailPage : public SectionPage {
   void btnAddNewMailServer_Click();
   void btnDeleteMailSettings_Click();
 
-  std::unique_ptr<Ui::frmMail> ui_;
-  ControlBinding binding_;
-  std::vector<OptionRow> options_;
-  std::vector<TextRow> texts_;
-  std::vector<NumberRow> numbers_;
+  std::unique_ptr<Ui::MailPage> ui_;
 };
 
 }  // namespace pellorin

@@ -11,10 +11,6 @@ void ConfigurationSession::ReplaceDocument(std::unique_ptr<Ini> document) {
   emit edited();
 }
 
-void ConfigurationSession::Persist(Section* section, const std::string& key, const std::string& value) {
-  if (section != nullptr) SetValue(*section, key, value);
-}
-
 void ConfigurationSession::SetValue(Section& section, const std::string& key, const std::string& value) {
   const Edits edits(*this);
   try {

@@ -29,15 +29,17 @@ class ConfigurationSession : public QObject {
   // Writes one value into the current section of the kind; does nothing when there is none. NumberedError
   // when the section holds the key in another letter case.
   void PersistMailSetting(const std::string& key, const std::string& value) {
-    Persist(CurrentMail(), key, value);
+    if (Section* section = CurrentMail()) SetValue(*section, key, value);
   }
   void PersistSqlSetting(const std::string& key, const std::string& value) {
-    Persist(CurrentSql(), key, value);
+    if (Section* section = CurrentSql()) SetValue(*section, key, value);
   }
   void PersistQueueSetting(const std::string& key, const std::string& value) {
-    Persist(CurrentQueue(), key, value);
+    if (Section* section = CurrentQueue()) SetValue(*section, key, value);
   }
-  void PersistAdminSetting(const std::string& key, const std::string& value) { Persist(Admin(), key, value); }
+  void PersistAdminSetting(const std::string& key, const std::string& value) {
+    if (Section* section = Admin()) SetValue(*section, key, value);
+  }
   // Writes into a section that need not be shown: the queues page keeps "Queues" of every SQL section.
   void SetValue(Section& section, const std::string& key, const std::string& value);
 
@@ -68,8 +70,6 @@ class ConfigurationSession : public QObject {
   void validationFailed(pellorin::Section* faulty);  // the first section that cannot be saved
 
  private:
-  void Persist(Section* section, const std::string& key, const std::string& value);
-
   std::unique_ptr<Ini> document_;
   std::array<Section*, 4> current_{};
   int editsInProgress_ = 0;

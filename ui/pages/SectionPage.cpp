@@ -4,7 +4,22 @@ namespace pellorin {
 
 SectionPage::SectionPage(SectionType type, ConfigurationSession& session, UserMessages& messages,
                          const ControlTags& tags)
-    : session_(session), messages_(messages), tags_(tags), type_(type) {}
+    : session_(session),
+      messages_(messages),
+      tags_(tags),
+      events_(messages),
+      form_({session, type, messages, tags, events_}, [this] { Fill(); }),
+      type_(type) {}
+
+void SectionPage::UseSelector(QComboBox& list) {
+  selector_.emplace(list);
+  events_.OnChoice(&list, [this] { ShowSelected(); });
+}
+
+void SectionPage::Fill() {
+  Enable();  // the groups of the section shown before must not linger
+  form_.Fill();
+}
 
 std::string_view SectionPage::Kind() const {
   switch (type_) {
@@ -56,26 +71,28 @@ void SectionPage::ShowFaulty(Section& faulty) {
 }
 
 bool SectionPage::FocusFaultyField() {
-  return Binding().FocusFirst(session_.Current(type_)->FaultySettings(), selector_->List());
+  return form_.FocusFirst(session_.Current(type_)->FaultySettings(), selector_->List());
 }
 
 bool SectionPage::ValidateCurrent(const std::string& subject) {
   Section* section = session_.Current(type_);
   if (section == nullptr || section->Validate()) return true;
-  messages_.Show({.text = "Settings for " + subject + " " + section->DisplayName() +
-                          " need to be corrected: \r\n" + section->ValidationError(),
-                  .title = "Validation Errors",
-                  .icon = MessageIcon::Exclamation});
+  Refuse("Validation Errors", "Settings for " + subject + " " + section->DisplayName() +
+                                  " need to be corrected: \r\n" + section->ValidationError());
   FocusFaultyField();
   return false;
 }
 
 bool SectionPage::CanAdd() {
   if (session_.Document() != nullptr) return ValidateShown();
-  messages_.Show({.text = "The configuration could not be loaded. Please correct the file that was named and "
-                          "press Cancel to load it again.",
-                  .icon = MessageIcon::Exclamation});
+  Refuse(kProgramTitle,
+         "The configuration could not be loaded. Please correct the file that was named and press Cancel to "
+         "load it again.");
   return false;
+}
+
+void SectionPage::Refuse(const std::string& title, const std::string& reason) const {
+  messages_.Show({.text = reason, .title = title, .icon = MessageIcon::Exclamation});
 }
 
 bool SectionPage::ConfirmDeletionOfServer() {
@@ -85,10 +102,9 @@ bool SectionPage::ConfirmDeletionOfServer() {
   if (!Ini::CanDelete(*section)) {
     const char* reason =
         section->IsTwin() ? "the file holds two sections of this name" : "the name holds \"|\"";
-    messages_.Show({.text = "The settings for server " + name + " cannot be deleted here, because " + reason +
-                            ". Please edit the section [" + section->Name +
-                            "] of this file with a text editor:\r\n" + session_.Document()->Path(),
-                    .icon = MessageIcon::Exclamation});
+    Refuse(kProgramTitle, "The settings for server " + name + " cannot be deleted here, because " + reason +
+                              ". Please edit the section [" + section->Name +
+                              "] of this file with a text editor:\r\n" + session_.Document()->Path());
     return false;
   }
   return messages_.Show({.text = "Do you want to delete settings for server " + name + "?",
@@ -102,6 +118,13 @@ void SectionPage::Enable() {
 
 void SectionPage::StartBrandNew() {
   tags_.StartBrandNew(Kind());
+}
+
+void SectionPage::ShowAdded(Section& section) {
+  session_.SetCurrent(type_, &section);
+  selector_->InsertFirst(section);
+  Enable();
+  tags_.ToggleSection("Main", true);
 }
 
 void SectionPage::RemoveShown() {

@@ -1,15 +1,16 @@
-// What the three pages have in common: a selector of sections of one kind, and a section that is shown. A
-// page reaches the others only through the session.
+// What the three pages have in common: a selector of sections of one kind, and a form that shows one of them.
+// A page reaches the others only through the session.
 #pragma once
 
 #include <QFrame>
 #include <optional>
 
 #include "base/UserMessages.h"
+#include "ui/boxes/GuardedEvents.h"
 #include "ui/controls/ControlTags.h"
 #include "ui/pages/ConfigurationSession.h"
-#include "ui/pages/ControlBinding.h"
 #include "ui/pages/SectionSelector.h"
+#include "ui/pages/SettingsForm.h"
 
 namespace pellorin {
 
@@ -21,13 +22,14 @@ class SectionPage : public QFrame {
               const ControlTags& tags);
 
   SectionType Type() const { return type_; }
+  std::string_view Kind() const;  // as the tags spell the type
   SectionSelector& Selector() { return *selector_; }
   void ShowFirst();  // selects the first entry and shows its section
 
   // The handler of the selector: shows the section of the selected entry, unless the shown one is invalid.
   void ShowSelected();
-  // After the whole document was refused: shows the section and leads to its first refused field. When the
-  // shown section was refused itself it stays. Checks nothing on leaving.
+  // After the whole document was refused: shows the section and focuses its first refused field. A shown
+  // section that was refused itself stays. Checks nothing on leaving.
   void ShowFaulty(Section& faulty);
   // Enables the page's controls, or disables and empties them.
   void Enable();
@@ -37,31 +39,35 @@ class SectionPage : public QFrame {
   void probeRequested();  // the button Test
 
  protected:
-  void UseSelector(QComboBox& list) { selector_.emplace(list); }
-  virtual ControlBinding& Binding() = 0;
-  virtual void ShowCurrent() = 0;  // fills the controls from the section that has become current
+  void UseSelector(QComboBox& list);
+  // Fills the controls from the current section; stores nothing. A page adds what its form does not show.
+  virtual void Fill();
+  virtual void ShowCurrent() { Fill(); }  // a section has become current
   // Reports what is invalid in the shown section; true when none is shown.
   virtual bool ValidateShown() = 0;
   bool ValidateCurrent(const std::string& subject);  // subject: what the report calls the section
   bool CanAdd();                                     // says why not
-  // Asks whether the settings of the shown server shall go; says why they cannot. True when the user wants
-  // it.
+  // Asks whether the settings of the shown server shall go, or says why they cannot. True for Yes.
   bool ConfirmDeletionOfServer();
-  // Whether a section is being shown because it is faulty: a box has told that, and no other must follow.
+  void Refuse(const std::string& title, const std::string& reason) const;  // an exclamation box
+  // Whether a section is being shown because it is faulty. A box has said so; no other may follow.
   bool IsLeadingToFault() const { return isLeadingToFault_; }
-  // Focuses the first field of the shown section that validation refused. False when none is on.
-  bool FocusFaultyField();
-  std::string_view Kind() const;  // as the tags spell it
   // The section of the selected entry; none while nothing is loaded or selected.
   Section* Selected() const;
+  // Makes a new section current, enters it first in the selector and enables the page.
+  void ShowAdded(Section& section);
   // Takes the shown section out of the document and the selector and shows the first remaining one.
   void RemoveShown();
 
   ConfigurationSession& session_;
   UserMessages& messages_;
   const ControlTags& tags_;
+  GuardedEvents events_;
+  SettingsForm form_;
 
  private:
+  bool FocusFaultyField();  // false when none is enabled
+
   SectionType type_;
   std::optional<SectionSelector> selector_;
   bool isLeadingToFault_ = false;

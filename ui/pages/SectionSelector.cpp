@@ -2,7 +2,7 @@
 
 #include <QSignalBlocker>
 
-#include "ui/controls/ListItems.h"
+#include "ui/pages/SectionItems.h"
 
 namespace pellorin {
 

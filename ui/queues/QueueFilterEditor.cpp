@@ -17,13 +17,13 @@ constexpr const char* kLineSeparator = "###";
 
 }  // namespace
 
-QueueFilterEditor::QueueFilterEditor(const Controls& controls, UserMessages& messages,
-                                     ControlBinding& binding, std::function<void(QWidget&)> showHelp)
-    : controls_(controls), messages_(messages), binding_(binding), showHelp_(std::move(showHelp)) {
-  binding_.OnSelection(controls_.lines, [this] { ToggleQueueFilterButtons(); });
-  binding_.OnClick(controls_.add, [this] { btnAddQueueFilter_Click(); });
-  binding_.OnClick(controls_.edit, [this] { btnEditQueueFilter_Click(); });
-  binding_.OnClick(controls_.remove, [this] { btnDeleteQueueFilter_Click(); });
+QueueFilterEditor::QueueFilterEditor(const Controls& controls, UserMessages& messages, GuardedEvents& events,
+                                     SettingsForm& form, std::function<void(QWidget&)> showHelp)
+    : controls_(controls), messages_(messages), events_(events), form_(form), showHelp_(std::move(showHelp)) {
+  events_.OnSelection(controls_.lines, [this] { ToggleQueueFilterButtons(); });
+  events_.OnClick(controls_.add, [this] { btnAddQueueFilter_Click(); });
+  events_.OnClick(controls_.edit, [this] { btnEditQueueFilter_Click(); });
+  events_.OnClick(controls_.remove, [this] { btnDeleteQueueFilter_Click(); });
   controls_.lines->installEventFilter(this);
   controls_.lines->viewport()->installEventFilter(this);
 }
@@ -60,7 +60,7 @@ void QueueFilterEditor::SaveFilter() {
   std::string filter;
   for (int row = 0; row < controls_.lines->count(); ++row)
     filter += (row == 0 ? "" : kLineSeparator) + controls_.lines->item(row)->text().toStdString();
-  binding_.Persist(QueueKey::kQueueByDefaultFilter, filter);
+  form_.Store(QueueKey::kQueueByDefaultFilter, filter);
 }
 
 void QueueFilterEditor::btnAddQueueFilter_Click() {
@@ -91,7 +91,7 @@ void QueueFilterEditor::btnDeleteQueueFilter_Click() {
                       .title = "Confirm deletion",
                       .buttons = MessageButtons::YesNo}) != Answer::Yes)
     return;
-  const auto quiet = binding_.KeepQuiet();
+  const auto quiet = events_.KeepQuiet();
   delete chosen;
   controls_.lines->clearSelection();  // the list would choose a neighbour, which a second press would delete
   controls_.lines->setFocus();

@@ -9,7 +9,8 @@
 #include <functional>
 #include <string>
 
-#include "ui/pages/ControlBinding.h"
+#include "ui/boxes/GuardedEvents.h"
+#include "ui/pages/SettingsForm.h"
 
 namespace pellorin {
 
@@ -24,8 +25,8 @@ class QueueFilterEditor : public QObject {
     QPushButton* remove;
   };
 
-  QueueFilterEditor(const Controls& controls, UserMessages& messages, ControlBinding& binding,
-                    std::function<void(QWidget& owner)> showHelp);
+  QueueFilterEditor(const Controls& controls, UserMessages& messages, GuardedEvents& events,
+                    SettingsForm& form, std::function<void(QWidget& owner)> showHelp);
 
   void Fill(const std::string& filter);  // a stored text; stores nothing
   void ToggleQueueFilterButtons();
@@ -45,7 +46,8 @@ class QueueFilterEditor : public QObject {
 
   Controls controls_;
   UserMessages& messages_;
-  ControlBinding& binding_;
+  GuardedEvents& events_;
+  SettingsForm& form_;
   std::function<void(QWidget& owner)> showHelp_;  // of the dialog
 };
 

@@ -6,7 +6,7 @@
 #include "config/NameLists.h"
 #include "config/SettingKeys.h"
 #include "ui/boxes/FailureMessage.h"
-#include "ui/controls/ListItems.h"
+#include "ui/pages/SectionItems.h"
 
 namespace pellorin {
 namespace {

@@ -1,20 +1,40 @@
 #include "ui/queues/QueuesPage.h"
 
+#include <QTime>
 #include <algorithm>
 #include <utility>
 
+#include "config/DateTimeText.h"
+#include "config/ScheduleSummary.h"
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
-#include "ui/boxes/FailureMessage.h"
+#include "config/ValueOrDefault.h"
+#include "ui/controls/QtDates.h"
 #include "ui_QueuesPage.h"
 
 namespace pellorin {
 namespace {
 
-std::unique_ptr<Ui::frmQueues> MakeControls(QFrame& page) {
-  auto controls = std::make_unique<Ui::frmQueues>();
+using WhenShown = SettingsForm::WhenShown;
+
+std::unique_ptr<Ui::QueuesPage> MakeControls(QFrame& page) {
+  auto controls = std::make_unique<Ui::QueuesPage>();
   controls->setupUi(&page);
   return controls;
+}
+
+std::string PresentTime() {
+  return QTime::currentTime().toString(QStringLiteral("HH:mm")).toStdString();
+}
+
+// Nothing for a word that the service does not know.
+std::optional<std::string> KnownFrequency(const std::string& stored) {
+  const std::string frequency = ValueOrDefault(stored, "daily");
+  return frequency == "daily" || frequency == "weekly" ? std::optional(frequency) : std::nullopt;
+}
+
+std::string OccursTypeOf(const std::string& stored) {
+  return ValueOrDefault(stored, "once") == "once" ? "once" : "every";
 }
 
 }  // namespace
@@ -23,103 +43,173 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
                        const LocaleConventions& locale, std::function<void(QWidget&)> showFilterHelp)
     : SectionPage(SectionType::Queue, session, messages, tags),
       ui_(MakeControls(*this)),
-      binding_(messages,
-               {.section = [this] { return session_.CurrentQueue(); },
-                .persist = [this](const std::string& key,
-                                  const std::string& value) { session_.PersistQueueSetting(key, value); },
-                .refill = [this] { Fill(); }}),
+      locale_(locale),
       servers_(*ui_->lstQueueApplServers, *ui_->lblQueueServersCount, session),
       filter_(
           {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
-          messages, binding_, std::move(showFilterHelp)) {
+          messages, events_, form_, std::move(showFilterHelp)) {
   UseSelector(*ui_->cmbQueues);
-  MakeTables();
-  for (const PickerRow& row : pickers_) row.control->SetLocaleConventions(locale);
   ui_->lblQueueConnection->show();  // room for it from the start: the window must not grow when it appears
   setMinimumHeight(layout()->minimumSize().height());
   ui_->lblQueueConnection->hide();
+  AddScheduleRows();
+  AddQueueByDefaultRow();
   BindControls();
 }
 
 QueuesPage::~QueuesPage() = default;
 
-void QueuesPage::MakeTables() {
-  options_ = {{ui_->optDaily, QueueKey::kFrequency, "daily"},
-              {ui_->optWeekly, QueueKey::kFrequency, "weekly"},
-              {ui_->optOccursOnce, QueueKey::kOccursType, "once"},
-              {ui_->optOccursEvery, QueueKey::kOccursType, "every"},
-              {ui_->optEndDate, QueueKey::kHasEndDate, "1"},
-              {ui_->optNoEndDate, QueueKey::kHasEndDate, "0"},
-              {ui_->optQueueNone, QueueKey::kQueueByDefault, "none"},
-              {ui_->optQueueAll, QueueKey::kQueueByDefault, "all"},
-              {ui_->optQueueFilter, QueueKey::kQueueByDefault, "filter"}};
-  texts_ = {{ui_->txtEvery, QueueKey::kEvery},
-            {ui_->txtOccursEvery, QueueKey::kOccursEvery},
-            {ui_->txtQueueTitle, QueueKey::kTitle}};
-  pickers_ = {{ui_->txtOccursOnce, QueueKey::kOccursOnce},
-              {ui_->txtStartTime, QueueKey::kStartTime},
-              {ui_->txtEndTime, QueueKey::kEndTime},
-              {ui_->txtStartDate, QueueKey::kStartDate},
-              {ui_->txtEndDate, QueueKey::kEndDate}};
-  days_ = {{ui_->chkMonday, "monday"},     {ui_->chkTuesday, "tuesday"}, {ui_->chkWednesday, "wednesday"},
-           {ui_->chkThursday, "thursday"}, {ui_->chkFriday, "friday"},   {ui_->chkSaturday, "saturday"},
-           {ui_->chkSunday, "sunday"}};
+// In the order in which a new definition holds them.
+void QueuesPage::AddScheduleRows() {
+  const auto today = [this] { return WriteDateTime({DayOf(QDate::currentDate()), std::nullopt}, locale_); };
+  const auto always = [](const char* text) { return [text] { return std::string(text); }; };
+  form_.Add(
+      OptionRow{.key = QueueKey::kFrequency,
+                .options = {{ui_->optDaily, "daily"}, {ui_->optWeekly, "weekly"}},
+                .valueOf = KnownFrequency,
+                .whenNone = ui_->optDaily,
+                .onShown = [this](const Option& option) { ShowOccurance(option.button == ui_->optWeekly); }},
+      WhenShown::Stores);
+  form_.Add(TextRow{ui_->txtEvery, QueueKey::kEvery, "1"}, WhenShown::Stores);
+  form_.Add(OptionRow{.key = QueueKey::kOccursType,
+                      .options = {{ui_->optOccursOnce, "once"}, {ui_->optOccursEvery, "every"}},
+                      .valueOf = OccursTypeOf},
+            WhenShown::Stores);
+  form_.Add(PickerRow{ui_->txtOccursOnce, QueueKey::kOccursOnce, PresentTime}, WhenShown::Stores);
+  form_.Add(TextRow{ui_->txtOccursEvery, QueueKey::kOccursEvery, "1"}, WhenShown::Stores);
+  form_.Add(ListRow{ui_->cmbSpan, QueueKey::kSpan}, WhenShown::Stores);
+  form_.Add(PickerRow{ui_->txtStartTime, QueueKey::kStartTime, always("12:00 AM")}, WhenShown::Stores);
+  form_.Add(PickerRow{ui_->txtStartDate, QueueKey::kStartDate, today}, WhenShown::Stores);
+  form_.Add(PickerRow{ui_->txtEndTime, QueueKey::kEndTime, always("11:59:59 PM")}, WhenShown::Stores);
+  form_.Add(PickerRow{ui_->txtEndDate, QueueKey::kEndDate, today}, WhenShown::Stores);
+  form_.Add(OptionRow{.key = QueueKey::kHasEndDate,
+                      .options = {{ui_->optEndDate, "1"}, {ui_->optNoEndDate, "0"}},
+                      .valueOf = [](const std::string& stored) { return stored == "1" ? "1" : "0"; },
+                      .onChosen =
+                          [this](const Option& option) {
+                            if (option.button == ui_->optEndDate)
+                              form_.Store(QueueKey::kEndDate, ui_->txtEndDate->ValueText());
+                          }},
+            WhenShown::Stores);
+  form_.Add(TextRow{ui_->txtQueueTitle, QueueKey::kTitle}, WhenShown::Stores);
+  form_.Add(DaysRow{QueueKey::kDays,
+                    {{ui_->chkMonday, "monday"},
+                     {ui_->chkTuesday, "tuesday"},
+                     {ui_->chkWednesday, "wednesday"},
+                     {ui_->chkThursday, "thursday"},
+                     {ui_->chkFriday, "friday"},
+                     {ui_->chkSaturday, "saturday"},
+                     {ui_->chkSunday, "sunday"}}});
+  for (DateTimePicker* picker : findChildren<DateTimePicker*>()) picker->SetLocaleConventions(locale_);
+}
+
+void QueuesPage::AddQueueByDefaultRow() {
+  form_.Add(
+      OptionRow{.key = QueueKey::kQueueByDefault,
+                .options = {{ui_->optQueueNone, "none"},
+                            {ui_->optQueueAll, "all"},
+                            {ui_->optQueueFilter, "filter"}},
+                .valueOf = [](const std::string& stored) { return FoldCase(ValueOrDefault(stored, "none")); },
+                .whenNone = ui_->optQueueNone,
+                .onChosen =
+                    [this](const Option& option) {
+                      if (option.button == ui_->optQueueNone) servers_.DeselectEach();
+                      if (option.button == ui_->optQueueFilter) filter_.ToggleQueueFilterButtons();
+                    }},
+      WhenShown::Stores);
+  form_.AddField(QueueKey::kQueueByDefaultServers, ui_->lstQueueApplServers);
+  form_.AddField(QueueKey::kQueueByDefaultFilter, ui_->lstQueueFilter);
 }
 
 void QueuesPage::BindControls() {
-  for (const OptionRow& option : options_)
-    binding_.OnClick(option.button, [this, &option] { Choose(option); });
-  for (const TextRow& row : texts_) binding_.Bind(row);
-  for (const PickerRow& row : pickers_) {
-    binding_.AddField(row.key, row.control);
-    binding_.OnEdit(row.control, [this, row] { binding_.Persist(row.key, row.control->ValueText()); });
-  }
-  for (const DayRow& day : days_) binding_.OnClick(day.box, [this] { PersistDays(); });
-  binding_.OnChoice(ui_->cmbSpan,
-                    [this] { binding_.Persist(QueueKey::kSpan, ui_->cmbSpan->currentText().toStdString()); });
-  binding_.OnSelection(ui_->lstQueueApplServers, [this] { servers_.StoreSelection(); });
-  binding_.OnChoice(ui_->cmbQueues, [this] { ShowSelected(); });
-  binding_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
-  binding_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
-  binding_.AddField(QueueKey::kDays, ui_->chkMonday);
-  binding_.AddField(QueueKey::kSpan, ui_->cmbSpan);
-  binding_.AddField(QueueKey::kQueueByDefaultServers, ui_->lstQueueApplServers);
-  binding_.AddField(QueueKey::kQueueByDefaultFilter, ui_->lstQueueFilter);
-  binding_.OnClick(ui_->btnTestQueue, [this] { emit probeRequested(); });
+  events_.OnSelection(ui_->lstQueueApplServers, [this] { servers_.StoreSelection(); });
+  events_.OnClick(ui_->btnAddQueue, [this] { btnAddQueue_Click(); });
+  events_.OnClick(ui_->btnDeleteQueue, [this] { btnDeleteQueue_Click(); });
+  events_.OnClick(ui_->btnTestQueue, [this] { emit probeRequested(); });
   connect(&session_, &ConfigurationSession::edited, this, [this] { ShowSummary(); });
-  connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] {
-    const Section* queue = session_.CurrentQueue();
-    if (queue == nullptr || !queue->QueueProblem().empty()) return;
-    if (!queue->CanBeWritten()) return servers_.Fill(queue->GetValue(QueueKey::kQueueByDefaultServers));
+  connect(&session_, &ConfigurationSession::sqlServersChanged, this, [this] { RefreshServers(); });
+}
+
+void QueuesPage::RefreshServers() {
+  const Section* queue = session_.CurrentQueue();
+  if (queue == nullptr || !queue->QueueProblem().empty()) return;
+  if (queue->CanBeWritten())
     RunGuarded(messages_, [this] { servers_.RefreshQueuedServers(); });
+  else
+    servers_.Fill(queue->GetValue(QueueKey::kQueueByDefaultServers));
+}
+
+void QueuesPage::ShowCurrent() {
+  Section& queue = *session_.CurrentQueue();
+  queue.ListPosition = ui_->cmbQueues->currentIndex();
+  if (!queue.QueueProblem().empty()) {
+    ShowUnusable(queue);
+    return;
+  }
+  ShowProblem("");
+  RunGuarded(messages_, [&] {
+    const ConfigurationSession::Edits edits(session_);
+    Fill();
+    if (queue.CanBeWritten()) StoreShown();
   });
+  if (!KnownFrequency(queue.GetValue(QueueKey::kFrequency)) && !IsLeadingToFault())
+    messages_.Show({.text = "Incorrect 'Occurs' value. Possible values are Daily or Weekly.",
+                    .icon = MessageIcon::Critical});
 }
 
-void QueuesPage::Choose(const OptionRow& option) {
-  option.button->setChecked(true);
-  ApplyOption(option);
-  binding_.Persist(option.key, option.value);
-  if (option.button == ui_->optEndDate) binding_.Persist(QueueKey::kEndDate, ui_->txtEndDate->ValueText());
-  if (option.button == ui_->optQueueNone) servers_.DeselectEach();
-  if (option.button == ui_->optQueueFilter) filter_.ToggleQueueFilterButtons();
+void QueuesPage::Fill() {
+  servers_.Clear();  // what the last queue had selected is not this one's
+  SectionPage::Fill();
+  const Section& queue = *session_.CurrentQueue();
+  const auto quiet = events_.KeepQuiet();
+  servers_.Fill(queue.GetValue(QueueKey::kQueueByDefaultServers));
+  filter_.Fill(queue.GetValue(QueueKey::kQueueByDefaultFilter));
+  filter_.ToggleQueueFilterButtons();
 }
 
-void QueuesPage::ApplyOption(const OptionRow& option) {
-  tags_.ToggleControls(ControlTags::TagOf(*option.button));
-  if (option.button == ui_->optDaily || option.button == ui_->optWeekly)
-    ShowOccurance(option.button == ui_->optWeekly);
+void QueuesPage::StoreShown() {
+  Steps steps;
+  steps.Run([this] { form_.StoreShown(); });
+  steps.Run([this] { servers_.StoreSelection(); });
+  steps.RaiseFailures();
+}
+
+// It takes the place of the schedule in words, so that the window keeps its height.
+void QueuesPage::ShowProblem(const std::string& problem) {
+  ui_->lblQueueProblem->setText(
+      QString::fromStdString("The definition of this queue cannot be used:\r\n" + problem));
+  ui_->lblQueueProblem->setVisible(!problem.empty());
+  ui_->fraSchedule->setVisible(problem.empty());
+}
+
+// Only these controls stay enabled: the queue can be deleted or left.
+void QueuesPage::ShowUnusable(const Section& queue) {
+  StartBrandNew();
+  Selector().Select(queue);
+  ShowProblem(queue.QueueProblem());
+  for (QWidget* control : std::initializer_list<QWidget*>{ui_->Label31, ui_->cmbQueues, ui_->btnDeleteQueue,
+                                                          ui_->lblQueueProblem})
+    control->setEnabled(true);
+}
+
+void QueuesPage::StartBrandNew() {
+  SectionPage::StartBrandNew();
+  ShowOccurance(false);
+  ShowProblem("");
+  ShowSummary();
+}
+
+void QueuesPage::ShowSummary() {
+  const Section* queue = session_.CurrentQueue();
+  std::string words;
+  if (queue != nullptr && queue->QueueProblem().empty())
+    words = ScheduleSummary(*queue, locale_, DayOf(QDate::currentDate()));
+  ui_->lblScheduleSummary->setText(QString::fromStdString(words));
 }
 
 void QueuesPage::ShowOccurance(bool isWeekly) {
   ui_->frmOccurance->setTitle(isWeekly ? QStringLiteral("Weekly") : QStringLiteral("Daily"));
   ui_->lblEverySpan->setText(isWeekly ? QStringLiteral("Week") : QStringLiteral("Day"));
-}
-
-void QueuesPage::PersistDays() {
-  std::string days;
-  for (const DayRow& day : days_)
-    if (day.box->isChecked()) days += (days.empty() ? "" : ",") + std::string(day.name);
-  binding_.Persist(QueueKey::kDays, days);
 }
 
 void QueuesPage::ShowSecurity(const std::string& note) {
@@ -149,25 +239,18 @@ void QueuesPage::btnAddQueue_Click() {
   if (!CanAdd()) return;
   const std::string name = messages_.AskForText("New Queue", "Please enter the name of the new queue");
   if (name.empty()) return;
-  const auto refuse = [this](const std::string& text, const char* title) {
-    messages_.Show({.text = text, .title = title, .icon = MessageIcon::Exclamation});
-  };
   if (!IsValidQueueName(name))
-    refuse("The following characters are not allowed :;*?\"<>|'`,{}[]", "Duplicate Name");
+    Refuse("Duplicate Name", "The following characters are not allowed :;*?\"<>|'`,{}[]");
   else if (const std::string problem = QueueNameProblem(name); !problem.empty())
-    refuse(problem, "Invalid Name");
+    Refuse("Invalid Name", problem);
   else if (IsDuplicate(name))
-    refuse("A queue with this name already exists", "Duplicate Name");
+    Refuse("Duplicate Name", "A queue with this name already exists");
   else
     AddNewQueue(name);
 }
 
 void QueuesPage::AddNewQueue(const std::string& name) {
-  Section& queue = session_.Document()->AddQueue(name);
-  session_.SetCurrent(SectionType::Queue, &queue);
-  Selector().InsertFirst(queue);
-  Enable();
-  tags_.ToggleSection("Main", true);
+  ShowAdded(session_.Document()->AddQueue(name));
   RunGuarded(messages_, [&] { session_.PersistQueueSetting(QueueKey::kTitle, name); });
   ShowFirst();
   ui_->txtEvery->setFocus();
@@ -178,11 +261,10 @@ void QueuesPage::btnDeleteQueue_Click() {
   const Section* queue = session_.CurrentQueue();
   if (queue == nullptr) return;
   if (!Ini::CanDelete(*queue)) {
-    messages_.Show({.text = "The queue " + queue->Name +
-                            " cannot be deleted here, because the name holds \"|\". Please remove this file:"
-                            "\r\n" +
-                            queue->FilePath(),
-                    .icon = MessageIcon::Exclamation});
+    Refuse(kProgramTitle,
+           "The queue " + queue->Name +
+               " cannot be deleted here, because the name holds \"|\". Please remove this file:\r\n" +
+               queue->FilePath());
     return;
   }
   if (messages_.Show({.text = "Do you want to delete queue " + queue->Name + "?",

@@ -1,116 +1,119 @@
 #include "ui/sql/SqlPage.h"
 
-#include <algorithm>
-
 #include "config/SettingKeys.h"
-#include "ui/boxes/FailureMessage.h"
-#include "ui/controls/ListItems.h"
+#include "config/StyleSheets.h"
+#include "ui/controls/ControlValues.h"
 #include "ui_SqlPage.h"
 
 namespace pellorin {
+namespace {
+
+const QString kNoDatabase = QStringLiteral("None");
+
+}  // namespace
 
 SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
                  FileOperations& files, const InstallerServices& installer)
     : SectionPage(SectionType::Sql, session, messages, tags),
-      ui_(std::make_unique<Ui::frmSql>()),
-      binding_(messages,
-               {.section = [this] { return session_.CurrentSql(); },
-                .persist = [this](const std::string& key,
-                                  const std::string& value) { session_.PersistSqlSetting(key, value); },
-                .refill = [this] { Fill(); }}),
+      ui_(std::make_unique<Ui::SqlPage>()),
       files_(files),
       installer_(installer) {
   ui_->setupUi(this);
   UseSelector(*ui_->cmbSQLServer);
-  MakeTables();
+  AddRows();
   BindControls();
-  BindLists();
+  BindLogin();
 }
 
 SqlPage::~SqlPage() = default;
 
-void SqlPage::MakeTables() {
-  options_ = {{ui_->optTrusted, SqlKey::kConnectionType, "Trusted"},
-              {ui_->optSqlNative, SqlKey::kConnectionType, "Sql", ui_->txtSqlUsername},
-              {ui_->optHTML, SqlKey::kDefaultFormat, "HTML"},
-              {ui_->optText, SqlKey::kDefaultFormat, "Text"}};
-  checks_ = {{ui_->chkEncodeHTML, SqlKey::kEncodeHTML, "0"},
-             {ui_->chkAnsiAttachment, SqlKey::kAnsiAttachment, "0"},
-             {ui_->chkEmailWhenEmpty, SqlKey::kEmailWhenQueryEmpty, "1"},
-             {ui_->chkForceSetUser, SqlKey::kForceSetUser, "0"}};
-  texts_ = {{ui_->txtSqlUsername, SqlKey::kSqlUsername},
-            {ui_->txtSqlPassword, SqlKey::kSqlPassword},
-            {ui_->txtProhibitedTokens, SqlKey::kProhibitedTokens},
-            {ui_->txtRedirectAllEmailTo, SqlKey::kRedirectAllEmailTo}};
-  numbers_ = {{ui_->txtTimeout, SqlKey::kTimeout, "Timeout must be a number."},
-              {ui_->txtLineWidth, SqlKey::kWidth, "Line width must be a number."}};
-  lists_ = {{ui_->cmbStylesheet, SqlKey::kStylesheet, "style sheet"},
-            {ui_->cmbPrimaryMailServer, SqlKey::kPrimaryMailServer, "primary mail server"},
-            {ui_->cmbSecondaryMailServer, SqlKey::kSecondaryMailServer, "backup mail server"},
-            {ui_->cmbExceptionMode, SqlKey::kExceptionMode, "exception mode"}};
+void SqlPage::AddRows() {
+  form_.Add(
+      OptionRow{.key = SqlKey::kConnectionType,
+                .options = {{ui_->optTrusted, "Trusted"}, {ui_->optSqlNative, "Sql", ui_->txtSqlUsername}},
+                .valueOf = [this](const std::string& stored) { return ShownConnection(stored); },
+                .whenNone = ui_->optTrusted,
+                .onChosen =
+                    [this](const Option& option) {
+                      connection_ = option.value;
+                      ShowNotice();
+                    }});
+  form_.Add(
+      OptionRow{.key = SqlKey::kDefaultFormat,
+                .options = {{ui_->optHTML, "HTML"}, {ui_->optText, "Text"}},
+                .valueOf = [](const std::string& stored) { return stored == "HTML" ? "HTML" : "Text"; }},
+      SettingsForm::WhenShown::Stores);
+  form_.Add(CheckRow{ui_->chkEncodeHTML, SqlKey::kEncodeHTML});
+  form_.Add(CheckRow{ui_->chkAnsiAttachment, SqlKey::kAnsiAttachment});
+  form_.Add(CheckRow{ui_->chkEmailWhenEmpty, SqlKey::kEmailWhenQueryEmpty, "1"});
+  form_.Add(CheckRow{ui_->chkForceSetUser, SqlKey::kForceSetUser});
+  form_.Add(TextRow{ui_->txtSqlUsername, SqlKey::kSqlUsername});
+  form_.Add(TextRow{ui_->txtSqlPassword, SqlKey::kSqlPassword});
+  form_.Add(TextRow{ui_->txtProhibitedTokens, SqlKey::kProhibitedTokens});
+  form_.Add(TextRow{ui_->txtRedirectAllEmailTo, SqlKey::kRedirectAllEmailTo});
+  form_.Add(NumberRow{ui_->txtTimeout, SqlKey::kTimeout, "Timeout must be a number."});
+  form_.Add(NumberRow{ui_->txtLineWidth, SqlKey::kWidth, "Line width must be a number."});
+  AddListRow(ui_->cmbStylesheet, SqlKey::kStylesheet, "style sheet");
+  AddListRow(ui_->cmbPrimaryMailServer, SqlKey::kPrimaryMailServer, "primary mail server");
+  AddListRow(ui_->cmbSecondaryMailServer, SqlKey::kSecondaryMailServer, "backup mail server");
+  AddListRow(ui_->cmbExceptionMode, SqlKey::kExceptionMode, "exception mode");
+}
+
+// Of a setting that is missing nothing is selected, and no empty text is stored.
+void SqlPage::AddListRow(QComboBox* list, const char* key, const char* content) {
+  const auto noteLost = [this, key, content](const std::string& name) {
+    const Section& instance = *session_.CurrentSql();
+    if (name.empty())
+      notices_.ForgetLost(instance, key);
+    else
+      notices_.NoteLost(instance, key, content, name);
+    ShowNotice();
+  };
+  form_.Add(ListRow{list, key, noteLost}, SettingsForm::WhenShown::StoresIfPresent);
 }
 
 void SqlPage::BindControls() {
-  for (const OptionRow& option : options_)
-    binding_.OnClick(option.button, [this, &option] {
-      Choose(option);
-      if (option.focus != nullptr && isVisible()) option.focus->setFocus();
-    });
-  for (const CheckRow& row : checks_)
-    binding_.OnClick(row.box, [this, row] { binding_.Persist(row.key, row.box->isChecked() ? "1" : "0"); });
-  for (const TextRow& row : texts_) binding_.Bind(row);
-  for (const NumberRow& row : numbers_) binding_.Bind(row);
-  binding_.OnChoice(ui_->cmbSQLServer, [this] { ShowSelected(); });
-  binding_.OnClick(ui_->btnAddNewSqlServer, [this] { btnAddNewSqlServer_Click(); });
-  binding_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
-  binding_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
-  binding_.OnClick(ui_->btnTestSqlServer, [this] { emit probeRequested(); });
+  events_.OnClick(ui_->btnAddNewSqlServer, [this] { btnAddNewSqlServer_Click(); });
+  events_.OnClick(ui_->btnConfigure, [this] { btnConfigure_Click(); });
+  events_.OnClick(ui_->btnDeleteSqlSettings, [this] { btnDeleteSqlSettings_Click(); });
+  events_.OnClick(ui_->btnTestSqlServer, [this] { emit probeRequested(); });
+  events_.OnClick(ui_->btnClearStylesheet, [this] { form_.Choose(ui_->cmbStylesheet, ""); });
+  events_.OnClick(ui_->btnClearprimaryServer, [this] { form_.Choose(ui_->cmbPrimaryMailServer, ""); });
+  events_.OnClick(ui_->btnClearSecondaryServer, [this] { form_.Choose(ui_->cmbSecondaryMailServer, ""); });
+  events_.OnClick(ui_->btnRefreshPrimaryServer, [this] { RefreshMailServers(); });
+  events_.OnClick(ui_->btnRefreshSecondaryServer, [this] { RefreshMailServers(); });
+  events_.OnClick(ui_->btnRefreshStylesheets, [this] { btnRefreshStylesheets_Click(); });
+  connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { notices_.Clear(); });
+  connect(&session_, &ConfigurationSession::mailServersChanged, this, [this] { RefreshMailServers(); });
+}
+
+void SqlPage::BindLogin() {
   for (QLineEdit* part : {ui_->txtSqlUsername, ui_->txtSqlPassword})
     connect(part, &QLineEdit::textChanged, this, &SqlPage::loginChanged);
   for (QRadioButton* option : {ui_->optTrusted, ui_->optSqlNative})
     connect(option, &QRadioButton::toggled, this, &SqlPage::loginChanged);
   connect(this, &SqlPage::loginChanged, this, [this] { ShowSecurity(""); });
-  connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { lost_.clear(); });
-  connect(&session_, &ConfigurationSession::mailServersChanged, this, [this] { RefreshMailServers(); });
 }
 
-void SqlPage::BindLists() {
-  for (const ListRow& row : lists_) {
-    binding_.AddField(row.key, row.list);
-    binding_.OnChoice(row.list, [this, row] { ChooseItem(row, row.list->currentText().toStdString()); });
-  }
-  const std::pair<QAbstractButton*, QComboBox*> clears[] = {
-      {ui_->btnClearStylesheet, ui_->cmbStylesheet},
-      {ui_->btnClearprimaryServer, ui_->cmbPrimaryMailServer},
-      {ui_->btnClearSecondaryServer, ui_->cmbSecondaryMailServer}};
-  for (const auto& [button, list] : clears)
-    binding_.OnClick(button, [this, list = list] { ChooseItem(RowOf(list), ""); });
-  for (QAbstractButton* button : {ui_->btnRefreshPrimaryServer, ui_->btnRefreshSecondaryServer})
-    binding_.OnClick(button, [this] { RefreshMailServers(); });
-  binding_.OnClick(ui_->btnRefreshStylesheets, [this] { btnRefreshStylesheets_Click(); });
+// Without a known connection type the login that was shown stays.
+std::string SqlPage::ShownConnection(const std::string& stored) {
+  if (stored == "Trusted" || stored == "Sql") connection_ = stored;
+  return connection_;
 }
 
-void SqlPage::Choose(const OptionRow& option) {
-  option.button->setChecked(true);
-  tags_.ToggleControls(ControlTags::TagOf(*option.button));
-  binding_.Persist(option.key, option.value);
-  if (RowOf(ui_->optTrusted).key == option.key) connection_ = option.button;
-  ShowNotice();
+void SqlPage::ShowCurrent() {
+  RunGuarded(messages_, [this] {
+    const ConfigurationSession::Edits edits(session_);
+    emit loginChanged();
+    Fill();
+    ShowNotice();
+    if (session_.CurrentSql()->CanBeWritten()) form_.StoreShown();
+  });
 }
 
-// An empty text, or one that is not in the list, clears the selection.
-void SqlPage::ChooseItem(const ListRow& row, const std::string& text) {
-  ForgetLost(row);
-  if (!SelectListItem(*row.list, text) && !text.empty()) NoteLost(row, text);
-  binding_.Persist(row.key, row.list->currentText().toStdString());
-}
-
-const OptionRow& SqlPage::RowOf(const QRadioButton* button) const {
-  return *std::ranges::find(options_, button, &OptionRow::button);
-}
-
-const SqlPage::ListRow& SqlPage::RowOf(const QComboBox* list) const {
-  return *std::ranges::find(lists_, list, &ListRow::list);
+void SqlPage::Fill() {
+  SectionPage::Fill();
+  ShowDatabase();
 }
 
 ShownLogin SqlPage::Login() const {
@@ -121,12 +124,74 @@ bool SqlPage::ValidateSql() {
   return ValidateCurrent("sever");
 }
 
+void SqlPage::ShowNotice() {
+  const Section* instance = session_.CurrentSql();
+  const std::string text = instance == nullptr ? std::string() : notices_.Text(*instance);
+  ui_->lblSqlNotice->setText(QString::fromStdString(text));
+  ui_->lblSqlNotice->setVisible(!text.empty());
+  emit noticed(!text.empty());
+}
+
+void SqlPage::ShowSecurity(const std::string& note) {
+  ui_->lblSqlConnection->Say(note);
+}
+
+void SqlPage::ShowDatabase() {
+  const Section* instance = session_.CurrentSql();
+  const std::string database =
+      instance == nullptr ? std::string() : instance->GetValue(SqlKey::kConfiguredDB);
+  ui_->lblConfiguredDB->setText(
+      database.empty()
+          ? kNoDatabase
+          : QString::fromStdString(database + " (" + instance->GetValue(SqlKey::kAccessType) + " access) "));
+  ui_->lblConfiguredDB->setToolTip(ui_->lblConfiguredDB->text());
+}
+
+bool SqlPage::ShowsConfiguredDatabase() const {
+  return ui_->lblConfiguredDB->text() != kNoDatabase;
+}
+
+void SqlPage::StartBrandNew() {
+  SectionPage::StartBrandNew();
+  connection_.clear();
+  emit loginChanged();
+  ShowDatabase();
+  ShowNotice();
+}
+
+void SqlPage::LoadLists() {
+  FillStylesheets();
+  RefreshMailServers();
+}
+
+void SqlPage::FillStylesheets() {
+  const QSignalBlocker blocker(ui_->cmbStylesheet);
+  ui_->cmbStylesheet->clear();
+  for (const std::string& name : StyleSheetNames(files_, installer_.programFolder))
+    ui_->cmbStylesheet->addItem(QString::fromStdString(name));
+  ui_->cmbStylesheet->setCurrentIndex(-1);
+}
+
+void SqlPage::RefreshMailServers() {
+  const Section* instance = session_.CurrentSql();
+  const std::pair<QComboBox*, const char*> lists[] = {
+      {ui_->cmbPrimaryMailServer, SqlKey::kPrimaryMailServer},
+      {ui_->cmbSecondaryMailServer, SqlKey::kSecondaryMailServer}};
+  for (const auto& [list, key] : lists) {
+    const QSignalBlocker blocker(list);
+    list->clear();
+    for (const auto& section : session_.Document()->Sections())
+      if (section->SectionType == SectionType::Mail && !section->IsDeleted())
+        list->addItem(QString::fromStdString(section->DisplayName()));
+    SelectListItem(*list, instance == nullptr ? std::string() : instance->GetValue(key));
+  }
+}
+
 void SqlPage::btnRefreshStylesheets_Click() {
-  const std::string chosen = ui_->cmbStylesheet->currentText().toStdString();
+  const std::string chosen = TextOf(*ui_->cmbStylesheet);
   FillStylesheets();
   if (ui_->cmbStylesheet->count() == 0) return;
-  ChooseItem(RowOf(ui_->cmbStylesheet),
-             chosen.empty() ? ui_->cmbStylesheet->itemText(0).toStdString() : chosen);
+  form_.Choose(ui_->cmbStylesheet, chosen.empty() ? ui_->cmbStylesheet->itemText(0).toStdString() : chosen);
 }
 
 void SqlPage::btnAddNewSqlServer_Click() {
@@ -142,32 +207,28 @@ void SqlPage::btnAddNewSqlServer_Click() {
 }
 
 void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
-  Section& section = session_.Document()->Add("SQL:" + dialog.Server(), SectionType::Sql);
-  session_.SetCurrent(SectionType::Sql, &section);
-  Selector().InsertFirst(section);
-  Enable();
-  tags_.ToggleSection("Main", true);
-  session_.PersistSqlSetting(SqlKey::kConnectionType,
-                             dialog.AuthenticationType());  // nothing to be told when shown
+  ShowAdded(session_.Document()->Add("SQL:" + dialog.Server(), SectionType::Sql));
+  // Before it is shown, so that no notice tells of a missing connection type.
+  session_.PersistSqlSetting(SqlKey::kConnectionType, dialog.AuthenticationType());
   ShowFirst();
   if (dialog.AuthenticationType() != "Trusted") {
-    ui_->txtSqlUsername->setText(QString::fromStdString(dialog.Username()));
-    ui_->txtSqlPassword->setText(QString::fromStdString(dialog.Password()));
+    SetText(*ui_->txtSqlUsername, dialog.Username());
+    SetText(*ui_->txtSqlPassword, dialog.Password());
   }
   PersistInstallation(dialog);
-  Choose(RowOf(ui_->optText));
-  ui_->txtTimeout->setText(QStringLiteral("300"));
-  ui_->txtLineWidth->setText(QStringLiteral("0"));
+  form_.Choose(ui_->optText);
+  SetText(*ui_->txtTimeout, "300");
+  SetText(*ui_->txtLineWidth, "0");
   constexpr const char* kDefaultStylesheet = "default.css";
   if (SelectListItem(*ui_->cmbStylesheet, kDefaultStylesheet))
-    ChooseItem(RowOf(ui_->cmbStylesheet), kDefaultStylesheet);
+    form_.Choose(ui_->cmbStylesheet, kDefaultStylesheet);
   emit session_.sqlServersChanged();
 }
 
 void SqlPage::PersistInstallation(const frmNewSqlServer& dialog) {
-  binding_.Persist(SqlKey::kConfiguredDB, dialog.Database());
-  binding_.Persist(SqlKey::kAccessType, dialog.AccessType());
-  binding_.Persist(SqlKey::kAllowTempTables, std::to_string(dialog.AllowTempTables()));
+  form_.Store(SqlKey::kConfiguredDB, dialog.Database());
+  form_.Store(SqlKey::kAccessType, dialog.AccessType());
+  form_.Store(SqlKey::kAllowTempTables, std::to_string(dialog.AllowTempTables()));
   ShowDatabase();
   ShowSecurity(dialog.SecurityNote());
 }
@@ -186,8 +247,7 @@ void SqlPage::btnConfigure_Click() {
     dialog.SetUsername(TextOf(*ui_->txtSqlUsername));
     dialog.SetPassword(TextOf(*ui_->txtSqlPassword));
   }
-  dialog.setWindowTitle(QStringLiteral("Sql Server Instance ") +
-                        QString::fromStdString(section->DisplayName()));
+  dialog.setWindowTitle(QString::fromStdString("Sql Server Instance " + section->DisplayName()));
   dialog.exec();
   if (dialog.Configured()) PersistInstallation(dialog);
 }

@@ -1,23 +1,20 @@
-// The page "Sql Servers": shows one instance at a time and writes each change of a control into its section
-// at once. Showing an instance stores what its format and its lists show, unless its section cannot be
-// written; a stored name that a list does not hold is lost then, and named on the page. Instances are added,
-// and their procedure is installed again, through the installer's dialog.
+// The page "Sql Servers": shows one instance at a time and stores each edit at once. Showing an instance
+// stores what its format and its lists show, unless its section cannot be written. A stored name that a list
+// does not offer is lost then, and the page says so. Instances are added, and their procedure is installed
+// again, through the installer's dialog.
 #pragma once
 
-#include <QCheckBox>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "ui/dialogs/frmNewSqlServer.h"
-#include "ui/pages/ControlBinding.h"
 #include "ui/pages/SectionPage.h"
 #include "ui/probes/Probe.h"
+#include "ui/sql/InstanceNotices.h"
 
 namespace Ui {
-class frmSql;
+class SqlPage;
 }
 
 namespace pellorin {
@@ -38,45 +35,24 @@ class SqlPage : public SectionPage {
   bool ShowsConfiguredDatabase() const;        // whether the shown instance's procedure is installed anywhere
 
  signals:
-  void noticed(bool hasNotice);  // whether the page names something that was lost
+  void noticed(bool hasNotice);  // whether the page has something to tell of the shown instance
   void loginChanged();           // another instance or login is shown: what was learnt of the last one is old
 
  protected:
-  ControlBinding& Binding() override { return binding_; }
+  void Fill() override;
   void ShowCurrent() override;
   bool ValidateShown() override { return ValidateSql(); }
 
  private:
-  struct CheckRow {
-    QCheckBox* box;
-    const char* key;
-    const char* defaultValue;
-  };
-  struct ListRow {
-    QComboBox* list;
-    const char* key;
-    const char* content;  // one entry of it, in a sentence
-  };
-
-  void MakeTables();
+  void AddRows();
+  void AddListRow(QComboBox* list, const char* key, const char* content);
   void BindControls();
-  void BindLists();
-
-  void Fill();  // the controls from the settings; stores nothing
-  void FillOptions(const Section& instance);
-  void StoreShown();
-  void NoteLost(const ListRow& row, const std::string& value);
-  void ForgetLost(const ListRow& row);
+  void BindLogin();
+  std::string ShownConnection(const std::string& stored);
   void ShowNotice();
   void ShowDatabase();
-
-  const OptionRow& RowOf(const QRadioButton* button) const;
-  const ListRow& RowOf(const QComboBox* list) const;
-  void FillMailServers(QComboBox& list);
   void FillStylesheets();
   void RefreshMailServers();
-  void Choose(const OptionRow& option);  // as the user would, but for the focus
-  void ChooseItem(const ListRow& row, const std::string& text);
   void AddNewSqlServer(const frmNewSqlServer& dialog);
   void PersistInstallation(const frmNewSqlServer& dialog);
 
@@ -85,18 +61,11 @@ class SqlPage : public SectionPage {
   void btnDeleteSqlSettings_Click();
   void btnRefreshStylesheets_Click();
 
-  std::unique_ptr<Ui::frmSql> ui_;
-  ControlBinding binding_;
+  std::unique_ptr<Ui::SqlPage> ui_;
   FileOperations& files_;
   InstallerServices installer_;
-  std::vector<OptionRow> options_;
-  const QRadioButton* connection_ = nullptr;  // the login shown; none before the first one
-  std::vector<CheckRow> checks_;
-  std::vector<TextRow> texts_;
-  std::vector<NumberRow> numbers_;
-  std::vector<ListRow> lists_;
-  std::map<std::string, std::map<std::string, std::string>>
-      lost_;  // sentences by section and key, until loading
+  InstanceNotices notices_;
+  std::string connection_;  // the known connection type shown last; empty before the first one
 };
 
 }  // namespace pellorin

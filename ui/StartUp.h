@@ -1,0 +1,25 @@
+// What the program looks at and does before its window shows.
+#pragma once
+
+#include <string>
+
+#include "config/Ini.h"
+#include "ui/Components.h"
+
+namespace pellorin {
+
+// Whether the program lies in the folder of the service. A box says so when it does not.
+bool IsInServiceFolder(const Components& components);
+
+// The elements of the command line are separated by ","; one that contains "InstallMode", in any letter case,
+// sets install mode.
+bool IsInstallMode(const std::string& commandLine);
+
+// Makes the service's sources of messages known to the event viewer. A failure is one line on standard error:
+// the configuration can be edited all the same.
+void RegisterEventSources(const Components& components);
+
+// The sections that the file holds beyond those that could be read; empty as a rule.
+std::string UnreadNamesMessage(const Ini& document);
+
+}  // namespace pellorin

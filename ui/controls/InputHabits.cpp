@@ -1,0 +1,62 @@
+#include "ui/controls/InputHabits.h"
+
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <algorithm>
+#include <limits>
+
+#include "ui/controls/SingleLineInput.h"
+
+namespace pellorin {
+namespace {
+
+class WheelFilter : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* control = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Wheel || control == nullptr || control->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+void AllowAnyLength(QWidget& window) {
+  for (QLineEdit* text : window.findChildren<QLineEdit*>())
+    text->setMaxLength(std::numeric_limits<int>::max());
+}
+
+void IgnoreWheelWithoutFocus(QWidget& window) {
+  auto* filter = new WheelFilter(&window);
+  const auto watch = [filter](QWidget* control) {
+    control->setFocusPolicy(Qt::StrongFocus);
+    control->installEventFilter(filter);
+  };
+  for (QComboBox* list : window.findChildren<QComboBox*>()) watch(list);
+  for (QAbstractSpinBox* picker : window.findChildren<QAbstractSpinBox*>()) watch(picker);
+}
+
+void LeadTabToChosenOptions(QWidget& window) {
+  for (QRadioButton* option : window.findChildren<QRadioButton*>())
+    QObject::connect(option, &QRadioButton::toggled, option, [option] {
+      const auto group =
+          option->parentWidget()->findChildren<QRadioButton*>(QString(), Qt::FindDirectChildrenOnly);
+      const bool isAnyChosen = std::ranges::any_of(group, &QRadioButton::isChecked);
+      for (QRadioButton* each : group)
+        each->setFocusPolicy(each->isChecked() || !isAnyChosen ? Qt::StrongFocus : Qt::ClickFocus);
+    });
+}
+
+}  // namespace
+
+void ApplyInputHabits(QWidget& window) {
+  IgnoreWheelWithoutFocus(window);
+  AllowAnyLength(window);
+  KeepInputToOneLine(window);
+  LeadTabToChosenOptions(window);
+}
+
+}  // namespace pellorin

@@ -1,0 +1,13 @@
+// What the window asks before it closes: whether a configuration without servers is meant, and whether
+// changes are to be saved.
+#pragma once
+
+#include "base/UserMessages.h"
+#include "ui/pages/ConfigurationSession.h"
+
+namespace pellorin {
+
+// False when the window must stay open. Saves the changes when the user wants that.
+bool MayClose(ConfigurationSession& session, UserMessages& messages);
+
+}  // namespace pellorin

@@ -1,0 +1,57 @@
+#include "ui/pages/PageTabs.h"
+
+#include <QStyle>
+#include <QTabBar>
+#include <utility>
+
+namespace pellorin {
+namespace {
+
+// One a line, as many as a tip has room for.
+std::string UnusableQueues(const Ini& document) {
+  constexpr std::size_t kMostNames = 12;
+  std::string names;
+  std::size_t count = 0;
+  for (const auto& section : document.Sections())
+    if (!section->QueueProblem().empty() && !section->IsDeleted() && ++count <= kMostNames)
+      names += "\r\n" + section->Name;
+  return count > kMostNames ? names + "\r\nand " + std::to_string(count - kMostNames) + " more" : names;
+}
+
+}  // namespace
+
+void PageTabs::Add(QWidget* page, const std::string& caption, std::string_view kind, const std::string& tip) {
+  const int index = tabs_.addTab(page, QString::fromStdString(caption));
+  tabs_.tabBar()->setTabData(index, QString::fromStdString(std::string(kind)));
+  tabs_.setTabToolTip(index, QString::fromStdString(tip));
+}
+
+void PageTabs::Mark(const QWidget& page, bool hasNotice) {
+  const QIcon warning = tabs_.style()->standardIcon(QStyle::SP_MessageBoxWarning);
+  tabs_.setTabIcon(tabs_.indexOf(&page), hasNotice ? warning : QIcon());
+}
+
+void PageTabs::MarkUnusableQueues(const QWidget& page, const Ini* document) {
+  const std::string names = document == nullptr ? std::string() : UnusableQueues(*document);
+  if (names == unusableQueues_) return;  // marking a tab lays out the window anew
+  Mark(page, !names.empty());
+  const int index = tabs_.indexOf(&page);
+  const QString notice = QString::fromStdString("\r\nThese queues cannot be used:" + names);
+  const QString usualTip = tabs_.tabToolTip(index).section(QStringLiteral("\r\n"), 0, 0);
+  const QString tip = names.empty() ? usualTip : usualTip + notice;
+  tabs_.setTabToolTip(index, tip);
+  tabs_.tabBar()->setAccessibleTabName(
+      index, names.empty() ? QString() : tabs_.tabText(index) + QStringLiteral(". ") + tip);
+  unusableQueues_ = names;
+}
+
+void PageTabs::MakeVisible(const std::string& caption) {
+  for (int index = 0; index < tabs_.count(); ++index)
+    if (tabs_.tabText(index).toStdString() == caption) tabs_.setCurrentIndex(index);
+}
+
+std::string PageTabs::VisibleCaption() const {
+  return tabs_.tabText(tabs_.currentIndex()).toStdString();
+}
+
+}  // namespace pellorin

@@ -1,0 +1,29 @@
+// The tabs of the pages. A tab is marked while its page has something to tell, so that nobody misses it who
+// looks at another page.
+#pragma once
+
+#include <QTabWidget>
+#include <string>
+
+#include "config/Ini.h"
+
+namespace pellorin {
+
+class PageTabs {
+ public:
+  explicit PageTabs(QTabWidget& tabs) : tabs_(tabs) {}
+
+  // `kind` is the page's kind of sections, as tags spell it.
+  void Add(QWidget* page, const std::string& caption, std::string_view kind, const std::string& tip);
+  void Mark(const QWidget& page, bool hasNotice);
+  // Names the queues that cannot be used in the tip of this page's tab; null for no document.
+  void MarkUnusableQueues(const QWidget& page, const Ini* document);
+  void MakeVisible(const std::string& caption);
+  std::string VisibleCaption() const;
+
+ private:
+  QTabWidget& tabs_;
+  std::string unusableQueues_;  // as the tip names them
+};
+
+}  // namespace pellorin

@@ -1,0 +1,42 @@
+#include "ui/sql/InstanceNotices.h"
+
+#include "base/Utf16.h"
+#include "config/SettingKeys.h"
+
+namespace pellorin {
+namespace {
+
+std::string ConnectionTypeNotice(const Section& instance) {
+  const std::string stored = instance.GetValue(SqlKey::kConnectionType);
+  const Setting* inAnyCase = instance.Settings().Find(SqlKey::kConnectionType);
+  if (inAnyCase != nullptr && inAnyCase->Name != SqlKey::kConnectionType)
+    return "The connection type is stored as \"" + inAnyCase->Name +
+           "\". Please correct the spelling of this key in the file.";
+  if (stored.empty()) return "No connection type is stored. Please choose one.";
+  if (stored != "Trusted" && stored != "Sql")
+    return "The stored connection type is neither Trusted nor Sql. Please choose one.";
+  return {};
+}
+
+}  // namespace
+
+void InstanceNotices::NoteLost(const Section& instance, const std::string& key, const std::string& content,
+                               const std::string& name) {
+  constexpr std::size_t kLongest = 60;  // in the sentence; no line of the page may widen the window
+  lost_[instance.Key][key] = "The " + content + " \"" + Shortened(name, kLongest) +
+                             "\" is not in its list, and is not set any more.";
+}
+
+void InstanceNotices::ForgetLost(const Section& instance, const std::string& key) {
+  lost_[instance.Key].erase(key);
+}
+
+std::string InstanceNotices::Text(const Section& instance) const {
+  std::string text = ConnectionTypeNotice(instance);
+  const auto lost = lost_.find(instance.Key);
+  if (lost == lost_.end()) return text;
+  for (const auto& [key, sentence] : lost->second) text += (text.empty() ? "" : "\r\n") + sentence;
+  return text;
+}
+
+}  // namespace pellorin
