@@ -1,4 +1,4 @@
-// What the program looks at and does before its window shows.
+// Checks and preparations before the window shows.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ namespace pellorin {
 // Whether the program lies in the folder of the service. A box says so when it does not.
 bool IsInServiceFolder(const Components& components);
 
-// The elements of the command line are separated by ","; one that contains "InstallMode", in any letter case,
-// sets install mode.
+// The elements of the command line are separated by ","; one that contains "InstallMode", in any letter
+// case, sets install mode.
 bool IsInstallMode(const std::string& commandLine);
 
 // Makes the service's sources of messages known to the event viewer. A failure is one line on standard error:

@@ -1,6 +1,6 @@
 // The main window: a common area (scheduler account, Save, Cancel, Exit, Help) and a tab strip of three
-// pages. Checks that it runs from the service's folder, loads the configuration, saves it, and asks before
-// changes are lost. What a page edits is the page's business.
+// pages. Checks that it runs in the folder of the service, loads and saves the configuration, and asks before
+// changes are lost. Each page edits its own sections.
 #pragma once
 
 #include <QCloseEvent>

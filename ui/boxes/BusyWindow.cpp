@@ -14,14 +14,14 @@ BusyWindow::BusyWindow(QWidget& window)
 }
 
 BusyWindow::~BusyWindow() {
-  QCoreApplication::processEvents();  // the input of the meantime meets a disabled window
+  QCoreApplication::processEvents();  // discards input queued while disabled
   QApplication::restoreOverrideCursor();
   if (!window_ || !wasEnabled_) return;
   window_->setEnabled(true);
-  if (focus_) focus_->setFocus();  // disabling took it
+  if (focus_) focus_->setFocus();  // disabling the window took it
 }
 
-// The window manager's close button works on a disabled window, too.
+// The window manager's close button also works on a disabled window.
 bool BusyWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Close || watched != window_) return false;
   event->ignore();

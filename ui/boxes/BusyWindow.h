@@ -1,6 +1,6 @@
-// Marks a window as busy while an object of this class lives, for work that blocks the program: wait pointer,
-// the window painted as disabled once. What the user types and clicks meanwhile is discarded at the end; then
-// the window, its focus and the pointer are as before.
+// Marks a window as busy while an object of this class lives, for work that blocks the program: shows the
+// wait pointer and paints the window as disabled, once. At the end it discards what the user typed and
+// clicked meanwhile, and restores the window, its focus and the pointer.
 #pragma once
 
 #include <QObject>

@@ -1,5 +1,5 @@
-// What the user is shown when an operation fails: description, the file's full path, what a save had written
-// until then and what not, number and source. No failure of a handler ever reaches the event loop.
+// Boxes for operations that fail. A box tells the description, the file's full path, the number and the
+// source; after a failed save, also what was saved and what was not.
 #pragma once
 
 #include <exception>
@@ -12,12 +12,12 @@
 namespace pellorin {
 
 Message FailureMessage(const NumberedError& error);
-// As above, with the state of a save that ended early.
+// The same for a save that ended early.
 Message SaveFailureMessage(const NumberedError& error, const Ini& document);
 
 void ShowFailure(UserMessages& messages, std::exception_ptr failure);
 
-// Runs a handler; shows a failure and returns false when it raises one.
+// Runs a handler. When it throws, shows the failure and returns false.
 template <typename Handler>
 bool RunGuarded(UserMessages& messages, Handler&& handler) {
   try {
@@ -29,7 +29,7 @@ bool RunGuarded(UserMessages& messages, Handler&& handler) {
   }
 }
 
-// Several steps that are taken though one of them fails; their failures are raised as one at the end.
+// Runs several steps even if some of them fail. RaiseFailures throws their failures as one.
 class Steps {
  public:
   template <typename Step>

@@ -1,4 +1,4 @@
-// The help viewer of an installation that cannot show help files: a box that names the file.
+// The help viewer of an installation that cannot show help files: shows a box that names the file.
 #pragma once
 
 #include "base/UserMessages.h"

@@ -1,4 +1,4 @@
-// Shows a topic of a compiled help file, as the platform's help viewer does.
+// Shows a topic of a compiled help file, as the system's help viewer does.
 #pragma once
 
 #include <QWidget>
@@ -9,7 +9,7 @@ namespace pellorin {
 class HelpViewer {
  public:
   virtual ~HelpViewer() = default;
-  // `file` is a full path; `topic` a page inside it, with an anchor or without.
+  // `file` is a full path, `topic` a page inside it, with or without an anchor.
   virtual void ShowTopic(QWidget& owner, const std::string& file, const std::string& topic) = 0;
 };
 

@@ -49,7 +49,7 @@ QMessageBox::Icon IconOf(MessageIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-// A box is answered with the normal pointer, also while work goes on behind it.
+// A box is answered with the normal pointer, even while the window below is busy.
 class NormalPointer {
  public:
   NormalPointer() : isSet_(QApplication::overrideCursor() != nullptr) {
@@ -65,13 +65,13 @@ class NormalPointer {
   bool isSet_;
 };
 
-// The window that a box must lie over: the modal one, if there is any, would hide and block it.
+// The window that a box must lie over. A modal window would hide and block any other.
 QWidget* InFront(QWidget* owner) {
   QWidget* modal = QApplication::activeModalWidget();
   return modal != nullptr ? modal : owner;
 }
 
-// A text that would not fit the screen scrolls, and breaks inside its words where it must: the buttons stay
+// A text too large for the screen scrolls, and breaks inside words where it must, so that the buttons stay
 // within reach and nothing is cut off.
 void FitScreen(QMessageBox& box) {
   constexpr int kTextWidth = 600;

@@ -1,4 +1,4 @@
-// Messages as real message boxes and prompts as real input boxes, over the window that owns them.
+// Shows messages as real message boxes and prompts as real input boxes, over the window that owns them.
 #pragma once
 
 #include <QPointer>

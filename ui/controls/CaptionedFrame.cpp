@@ -9,8 +9,8 @@
 namespace pellorin {
 namespace {
 
-constexpr int kMargin = 9;   // as the layouts of the pages
-constexpr int kSpacing = 6;  // from the caption to the first row; the layout's own margin gives the rest
+constexpr int kMargin = 9;   // as in the layouts of the pages
+constexpr int kSpacing = 6;  // from the caption to the first row; the layout's margin adds the rest
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// A panel with a bold caption at its top, the look of every group of the pages. The caption is muted while
-// the panel is disabled and is the panel's accessible name.
+// A panel with a bold caption at its top: the look of every group on the pages. The caption is also the
+// panel's accessible name, and is muted while the panel is disabled.
 #pragma once
 
 #include <QFrame>
@@ -14,7 +14,7 @@ class CaptionedFrame : public QFrame {
  public:
   explicit CaptionedFrame(QWidget* parent = nullptr);
 
-  QString title() const { return title_; }  // named as the other properties that a .ui file sets
+  QString title() const { return title_; }  // in the style of the properties of .ui files
   void setTitle(const QString& title);
 
  protected:

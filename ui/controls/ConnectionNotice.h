@@ -1,5 +1,5 @@
-// A line that says what protected the last connection to a SQL Server. Hidden while it has nothing to say. It
-// asks for one line's height and no width, so that it does not widen the window.
+// A line that says what protected the last connection to a SQL Server. Hidden while there is nothing to say.
+// It asks for the height of one line and for no width, so that it does not widen the window.
 #pragma once
 
 #include <QLabel>
@@ -13,7 +13,7 @@ class ConnectionNotice : public QLabel {
 
   QSize sizeHint() const override { return {0, fontMetrics().height()}; }
   QSize minimumSizeHint() const override { return sizeHint(); }
-  void Say(const std::string& sentence);  // also to a screen reader; an empty one takes the line away
+  void Say(const std::string& sentence);  // to a screen reader too; an empty one hides the line
 };
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// What controls hold, as the texts of the store.
+// Reads and sets what controls hold, as the texts of the store.
 #pragma once
 
 #include <QAbstractButton>
@@ -22,8 +22,8 @@ inline void SetText(QLineEdit& box, const std::string& text) {
   box.setText(QString::fromStdString(text));
 }
 
-// Selects the first item of that text, ignoring letter case; without one nothing is selected and the result
-// is false. Runs no handler.
+// Selects the first item of that text, ignoring letter case. Selects nothing and returns false when there is
+// none. Runs no handler.
 inline bool SelectListItem(QComboBox& list, std::string_view text) {
   const QSignalBlocker blocker(list);
   for (int index = 0; index < list.count(); ++index) {
@@ -35,7 +35,7 @@ inline bool SelectListItem(QComboBox& list, std::string_view text) {
   return false;
 }
 
-// Checks a button or not, whatever the others of its group are. Qt alone would keep one of a group checked.
+// Checks or clears a button, whatever the rest of its group. Qt alone would keep one of a group checked.
 inline void SetChosen(QAbstractButton& button, bool isChosen) {
   const bool isExclusive = button.autoExclusive();
   button.setAutoExclusive(false);

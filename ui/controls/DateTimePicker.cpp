@@ -20,7 +20,7 @@ using std::chrono::seconds;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-// What a step can change; the order is the one in which a text shows them.
+// What a step can change, in the order in which a text shows the parts.
 enum class Part { Day, Month, Year, Hour, Minute, Second, HalfOfDay };
 
 std::vector<Part> PartsShown(const DateTime& value, const LocaleConventions& locale) {
@@ -35,7 +35,7 @@ std::vector<Part> PartsShown(const DateTime& value, const LocaleConventions& loc
   return parts;
 }
 
-// Which of a text's runs of letters and digits the cursor stands in or behind.
+// The index of the run of letters or digits that the cursor is in or just after.
 std::size_t RunAt(const QString& text, int cursor) {
   std::size_t runs = 0;
   for (int i = 0; i < cursor && i < text.size(); ++i)
@@ -43,7 +43,7 @@ std::size_t RunAt(const QString& text, int cursor) {
   return runs;
 }
 
-// Where that run lies.
+// Where the run of that index lies.
 std::pair<int, int> PlaceOfRun(const QString& text, std::size_t run) {
   int start = 0;
   while (start < text.size() && (RunAt(text, start) < run || !text[start].isLetterOrNumber())) ++start;
@@ -121,7 +121,7 @@ std::optional<DateTime> DateTimePicker::ReadTyped(const std::string& text) const
   return WithOwnPart(ReadTypedDateTime(text, conventions_, DayOf(QDate::currentDate()).year()));
 }
 
-// The date of a date picker and the time of a time picker may be missing in a text.
+// A text may lack the date of a date picker, or the time of a time picker.
 std::optional<DateTime> DateTimePicker::WithOwnPart(std::optional<DateTime> value) const {
   if (!value) return value;
   const auto moment = MomentOf(*value);
@@ -194,7 +194,7 @@ void DateTimePicker::focusOutEvent(QFocusEvent* event) {
   ShowTyped();
 }
 
-// As the locale writes it; what cannot be read stays to be seen.
+// Shows the value as the locale writes it. A text that cannot be read stays visible.
 void DateTimePicker::ShowTyped() {
   if (Read(text_)) ShowValue();
 }

@@ -1,10 +1,11 @@
-// A field for a date (with a calendar), a time of day, or both, which is kept as text. The text that was
-// given stays as it is, to the letter, until the value changes; then it is the value as the locale writes it.
-// What is typed is read as a whole, in all forms that ReadTypedDateTime knows. ValueText() has the locale's
-// form at once, and so four digits of the year; the field shows that form once the user presses Return or
-// leaves. A typed text that is not a date or time is kept as it is, so that validation can name it, but never
-// guessed at. A given text of that kind is shown as empty. Up and Down step the part at the cursor; F4 and
-// Alt+Down open the calendar.
+// A field for a date (with a calendar), a time of day, or both, which is kept as text.
+//
+// A text given by the program stays as it is, to the letter, until the user changes the value. What the user
+// types is read as a whole, in every form that ReadTypedDateTime knows. ValueText() has it in the locale's
+// form at once; the field shows that form after Return or when the focus leaves. A typed text that is not a
+// date or time is kept, so that validation can name it. A given one is shown as empty.
+//
+// Up and Down step the part at the cursor. F4 and Alt+Down open the calendar.
 #pragma once
 
 #include <QAbstractSpinBox>
@@ -23,7 +24,7 @@ class DateTimePicker : public QAbstractSpinBox {
  public:
   explicit DateTimePicker(QWidget* parent = nullptr);
 
-  // With a calendar it picks a date, without one a time of day. Named as the other properties of .ui files.
+  // With a calendar it picks a date, without one a time of day. In the style of the properties of .ui files.
   bool calendarPopup() const { return hasCalendar_; }
   void setCalendarPopup(bool wanted);
 
@@ -32,7 +33,7 @@ class DateTimePicker : public QAbstractSpinBox {
   const std::string& ValueText() const { return text_; }
 
   void stepBy(int steps) override;
-  QSize sizeHint() const override;  // of the longest usual text, so that fields do not change their width
+  QSize sizeHint() const override;  // of the longest usual text: the width never changes
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  signals:

@@ -1,5 +1,5 @@
-// A list in which any number of entries can be selected. Typing a letter leads to the next entry that begins
-// with it and selects nothing; QListWidget alone would select that entry, or deselect it.
+// A list in which any number of entries can be selected. Typing a letter moves to the next entry that begins
+// with it, and selects nothing. QListWidget alone would select that entry, or deselect it.
 #pragma once
 
 #include <QListWidget>

@@ -1,4 +1,4 @@
-// The look of the program: Qt's own style, with drop-down lists that scroll instead of covering the screen.
+// The look of the program: Qt's own style, except that drop-down lists scroll instead of covering the screen.
 #pragma once
 
 #include <QProxyStyle>

@@ -1,9 +1,11 @@
-// The tag of a control: which enable groups it belongs to or switches, and which section kind (page) it is
-// part of.
-//   tag = groups "@" sections, groups = onPart [":" offPart], each part a list separated by ",".
-// An item that ends in "Member" makes the control a member of the group before it; any other item is a group
-// that the control switches on (onPart) or off (offPart). Compared exactly. A tag of another shape means
-// nothing.
+// The tag of a control: the section kind (page) that the control is part of, and the enable groups that it
+// belongs to or switches.
+//
+//   tag = groups "@" sections      groups = onPart [":" offPart]      each part = a list separated by ","
+//
+// An item that ends in "Member" makes the control a member of the group named before it. Any other item is a
+// group that the control switches on (onPart) or off (offPart). Names are compared exactly. A tag of another
+// shape means nothing.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Days as Qt and as the store's date texts hold them.
+// Converts days between Qt's form and the store's.
 #pragma once
 
 #include <QDate>

@@ -25,9 +25,9 @@ bool IsControl(QChar letter) {
   return letter.category() == QChar::Other_Control;
 }
 
-// A step of its own for Undo: moving the cursor ends the last one, as the text box has no call for that.
+// Ends the present step of Undo. The text box has no call for that, but moving the cursor does it.
 void EndUndoStep(QLineEdit& box) {
-  if (box.hasSelectedText()) return;  // replacing it begins a step anyway
+  if (box.hasSelectedText()) return;  // replacing it begins a new step anyway
   const int place = box.cursorPosition();
   box.setCursorPosition(place == 0 ? 1 : 0);
   box.setCursorPosition(place);
@@ -42,7 +42,7 @@ void Paste(QLineEdit& box, QClipboard::Mode source) {
   EndUndoStep(box);
 }
 
-// Stands before a text box, and before the list or picker that it lies in, which passes keys on to it.
+// Filters the events of a text box, and of the list or picker around it, which passes keys on to it.
 class InputFilter : public QObject {
  public:
   InputFilter(QLineEdit& box, QWidget& owner) : QObject(&box), box_(box) {
@@ -78,7 +78,7 @@ class InputFilter : public QObject {
     return true;
   }
 
-  // The middle button pastes what is selected somewhere, where the system knows that.
+  // The middle button pastes the current selection, on systems that have one.
   bool TakeClick(const QMouseEvent& click) {
     if (click.button() != Qt::MiddleButton || !QGuiApplication::clipboard()->supportsSelection())
       return false;
@@ -87,7 +87,7 @@ class InputFilter : public QObject {
     return true;
   }
 
-  // The text box takes the clean text as if that had been dropped.
+  // The text box takes the clean text as if that text had been dropped.
   bool TakeDrop(QDropEvent& drop) {
     const QString clean = WithoutLineEnds(drop.mimeData()->text());
     if (clean == drop.mimeData()->text()) return false;
@@ -107,7 +107,7 @@ class InputFilter : public QObject {
                           event.replacementLength());
   }
 
-  // The context menu is made anew each time and shown as a child of the text box.
+  // Each context menu is a new child of the text box.
   void TakeMenu(QMenu& menu) {
     for (QAction* action : menu.actions())
       if (QObject::disconnect(action, SIGNAL(triggered()), &box_, SLOT(paste())))
@@ -117,7 +117,7 @@ class InputFilter : public QObject {
   QLineEdit& box_;
 };
 
-// The widget that has the keyboard for the box.
+// The widget that gets the keys of the box.
 QWidget& OwnerOf(QLineEdit& box) {
   QWidget* parent = box.parentWidget();
   const bool isPart =

@@ -1,6 +1,6 @@
-// Keeps line ends out of fields of one line. A text that is pasted, dropped, or committed by an input method
-// loses its line ends, and the control characters at its beginning and end; everything else of it stays. What
-// the program itself puts into a field stays as it is.
+// Keeps line ends out of fields of one line. A text that is pasted, dropped, or committed by an input
+// method loses its line ends, and the control characters at both ends of it. What the program puts into a
+// field stays as it is.
 #pragma once
 
 #include <QString>
@@ -11,7 +11,7 @@ namespace pellorin {
 // "\tsecret\n" becomes "secret", "one\r\ntwo" becomes "onetwo".
 QString WithoutLineEnds(const QString& text);
 
-// Watches every text box of the window, those inside of drop-down lists and pickers too.
+// Watches every text box of the window, including those inside drop-down lists and pickers.
 void KeepInputToOneLine(QWidget& window);
 
 }  // namespace pellorin

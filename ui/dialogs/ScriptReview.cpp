@@ -30,7 +30,7 @@ void ScriptReview::Open() {
 }
 
 void ScriptReview::StartEditor(const QString& editor) {
-  auto* process = new QProcess;  // of nobody: the end of an owner would end the editor
+  auto* process = new QProcess;  // without a parent, whose end would end the editor
   process->setStandardInputFile(QProcess::nullDevice());
   process->setStandardOutputFile(QProcess::nullDevice());
   process->setStandardErrorFile(QProcess::nullDevice());
@@ -39,7 +39,7 @@ void ScriptReview::StartEditor(const QString& editor) {
     if (status != 0 || end != QProcess::NormalExit) View();
   });
   connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
-    if (error != QProcess::FailedToStart) return;  // any other is followed by the end
+    if (error != QProcess::FailedToStart) return;  // after any other error, the process finishes
     process->deleteLater();
     View();
   });

@@ -1,5 +1,5 @@
-// Shows the install script that lies in the program's folder: in the desktop's own editor, and in a window of
-// ours where the desktop has none for it or it reports a failure.
+// Shows the install script that lies in the program's folder: in the desktop's own editor, or in a window of
+// this program when the desktop has none or its editor fails.
 #pragma once
 
 #include <QObject>

@@ -18,13 +18,13 @@
 namespace pellorin {
 namespace {
 
-// Focus also comes back when a box closes or the window is activated: that is nobody's wish.
+// False for focus that comes back when a box closes or the window is activated.
 bool IsMovedByUser(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::MouseFocusReason ||
          reason == Qt::ShortcutFocusReason;
 }
 
-// The text as it is, and the entry of exactly that text if there is one.
+// Shows the text as it is, and selects the entry of exactly that text if there is one.
 void ShowText(QComboBox& list, const QString& text) {
   list.setCurrentIndex(list.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
   list.setEditText(text);
@@ -163,7 +163,7 @@ void frmNewSqlServer::UseNative() {
   if (isVisible()) ui_->txtSqlUsername->setFocus();
 }
 
-// A layout alone would let the window become too low for its texts of several lines.
+// A layout alone would let the window become too low for its wrapped texts.
 void frmNewSqlServer::FitHeight() {
   setMinimumHeight(heightForWidth(minimumSizeHint().width()));
 }
@@ -182,7 +182,7 @@ void frmNewSqlServer::ShowSecurity(const std::string& note) {
   FitHeight();
 }
 
-// What was learnt of another instance, or with another login.
+// Drops what was learnt with another instance or login.
 void frmNewSqlServer::ForgetConnection() {
   hasLoadFailed_ = false;
   ShowSecurity("");
@@ -196,7 +196,7 @@ bool frmNewSqlServer::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-// A database that was typed stays; one of the other instance's list goes.
+// Keeps a database that was typed, but not one from the other instance's list.
 void frmNewSqlServer::ClearDatabases() {
   const QString text = ui_->cmbDatabase->currentText();
   const bool isListed = ui_->cmbDatabase->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
@@ -238,7 +238,7 @@ bool frmNewSqlServer::IsDuplicate() const {
          });
 }
 
-// The name becomes that of a section of Pellorin.ini.
+// The name becomes part of the name of a section.
 bool frmNewSqlServer::HasValidName() const {
   const std::string problem = ui_->ddcSqlServers->isEnabled() ? NameProblem(Server()) : "";
   if (!problem.empty()) Warn("Invalid Name", problem);

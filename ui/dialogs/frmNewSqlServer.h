@@ -1,6 +1,6 @@
 // The dialog "New Sql Server Instance": chooses an instance and a database, and installs or updates
-// sp_sendPLN there. Its properties are what its controls show; setting one asks nothing of the server. The
-// instance is set before the database.
+// sp_sendPLN there. Its properties are what its controls show; setting one does not ask the server. Set the
+// instance before the database.
 #pragma once
 
 #include <QDialog>
@@ -54,9 +54,9 @@ class frmNewSqlServer : public QDialog {
   // What protected the last connection; empty once another instance or login is chosen.
   std::string SecurityNote() const;
 
-  // For an instance that is configured already: nothing is added, so its name is no longer asked or checked.
+  // For an instance that is already configured: its name cannot be changed and is not checked.
   void SetIsServerReadOnly(bool isReadOnly);
-  // The instances that are no new ones. Without them none is refused as a duplicate.
+  // The configured instances, which are refused as duplicates. Until this call none is.
   void SetExistingServers(std::vector<std::string> names) { existingServers_ = std::move(names); }
 
   void UseTrusted();
@@ -88,7 +88,7 @@ class frmNewSqlServer : public QDialog {
   ScriptReview review_;
   std::optional<std::vector<std::string>> existingServers_;
   bool configured_ = false;
-  bool hasLoadFailed_ = false;  // then focus alone does not load again
+  bool hasLoadFailed_ = false;  // then the focus alone does not load them again
 };
 
 }  // namespace pellorin

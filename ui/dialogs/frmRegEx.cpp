@@ -14,7 +14,7 @@ namespace pellorin {
 frmRegEx::frmRegEx(QWidget* owner, std::function<void(QWidget&)> showHelp)
     : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
   ui_->setupUi(this);
-  ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed to one of the list
+  ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed
   ApplyInputHabits(*this);
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
@@ -28,7 +28,7 @@ frmRegEx::~frmRegEx() = default;
 
 void frmRegEx::AddFields(const std::string& fields) {
   ui_->cmbField->addItems(QString::fromStdString(fields).split(QLatin1Char(',')));
-  ui_->cmbField->setCurrentIndex(-1);  // a first item would choose itself
+  ui_->cmbField->setCurrentIndex(-1);  // else the first item would be chosen
 }
 
 std::string frmRegEx::Field() const {

@@ -1,5 +1,5 @@
-// The dialog "Filter": one line of a queue's filter, a field of the mail and a regular expression. Both texts
-// are taken as they are typed; the expression is not checked, since its dialect is the service's.
+// The dialog "Filter": one line of a queue's filter, made of a field of the mail and a regular expression.
+// Takes both as they are typed. The expression is not checked: its dialect is the service's.
 #pragma once
 
 #include <QDialog>
@@ -17,7 +17,7 @@ class frmRegEx : public QDialog {
   Q_OBJECT
 
  public:
-  frmRegEx(QWidget* owner, std::function<void(QWidget& owner)> showHelp);  // by F1
+  frmRegEx(QWidget* owner, std::function<void(QWidget& owner)> showHelp);  // shown by F1
   ~frmRegEx() override;
 
   void AddFields(const std::string& fields);  // names separated by ","
@@ -25,7 +25,7 @@ class frmRegEx : public QDialog {
   void SetField(const std::string& field);
   std::string Value() const;
   void SetValue(const std::string& value);
-  // "Save" after OK, "Cancel" after Cancel, empty when closed in any other way.
+  // "Save" after OK, "Cancel" after Cancel, empty after any other way of closing.
   const std::string& DialogResult() const { return dialogResult_; }
 
  private:

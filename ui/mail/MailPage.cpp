@@ -120,7 +120,7 @@ std::string MailPage::UsesOf(const std::string& name) const {
   };
   for (const auto& section : session_.Document()->Sections()) {
     if (section->SectionType != SectionType::Sql || section->IsDeleted()) continue;
-    if (name.empty()) continue;  // a setting that is not there uses no server
+    if (name.empty()) continue;  // a missing setting uses no server
     if (section->GetValue(SqlKey::kPrimaryMailServer) == name) addLine("Primary", *section);
     if (section->GetValue(SqlKey::kSecondaryMailServer) == name) addLine("Secondary", *section);
   }

@@ -1,6 +1,6 @@
-// The page "Mail Servers": shows one mail server at a time and stores each edit at once. Showing a server
-// stores nothing. A server with invalid settings cannot be left; one that a SQL Server instance uses cannot
-// be deleted.
+// The page "Mail Servers": shows one mail server at a time and stores each edit at once. Showing a
+// server stores nothing. A server with invalid settings cannot be left. One that a SQL Server instance
+// uses cannot be deleted.
 #pragma once
 
 #include <memory>

@@ -33,7 +33,7 @@ void ConfigurationSession::DeleteSection(Section& section) {
 }
 
 void ConfigurationSession::Save() {
-  const Edits edits(*this);  // also after a failure some sections may have been written
+  const Edits edits(*this);  // even a failed save may have written some sections
   document_->Save();
 }
 

@@ -1,6 +1,6 @@
 // What the pages share: the document that is being edited and, of each kind, the section that is shown. Every
-// edit of a control goes through one of the Persist operations. When the document is replaced or a section
-// leaves it, "current" is cleared first: no pointer outlives its section.
+// edit goes through one of the Persist operations. Before a document is replaced or a section leaves it, the
+// session forgets the shown section, so that no pointer outlives its section.
 #pragma once
 
 #include <QObject>
@@ -16,7 +16,7 @@ class ConfigurationSession : public QObject {
   Q_OBJECT
 
  public:
-  Ini* Document() const { return document_.get(); }  // none while the files could not be loaded
+  Ini* Document() const { return document_.get(); }  // null after a load that failed
   void ReplaceDocument(std::unique_ptr<Ini> document);
 
   Section* CurrentMail() const { return Current(SectionType::Mail); }
@@ -26,7 +26,7 @@ class ConfigurationSession : public QObject {
   Section* Current(SectionType type) const { return current_[static_cast<std::size_t>(type)]; }
   void SetCurrent(SectionType type, Section* section) { current_[static_cast<std::size_t>(type)] = section; }
 
-  // Writes one value into the current section of the kind; does nothing when there is none. NumberedError
+  // Writes one value into the current section of the kind. Does nothing when there is none. NumberedError
   // when the section holds the key in another letter case.
   void PersistMailSetting(const std::string& key, const std::string& value) {
     if (Section* section = CurrentMail()) SetValue(*section, key, value);
@@ -40,11 +40,11 @@ class ConfigurationSession : public QObject {
   void PersistAdminSetting(const std::string& key, const std::string& value) {
     if (Section* section = Admin()) SetValue(*section, key, value);
   }
-  // Writes into a section that need not be shown: the queues page keeps "Queues" of every SQL section.
+  // Writes into any section: the queues page keeps "Queues" of every SQL section.
   void SetValue(Section& section, const std::string& key, const std::string& value);
 
-  // While one lives, any number of edits are announced as one, at its end, also when they fail: what listens
-  // to "edited" must not throw.
+  // Announces all edits made during its life as one, at its end, even if they fail. Handlers of
+  // edited() must not throw.
   class Edits {
    public:
     explicit Edits(ConfigurationSession& session) : session_(session) { ++session_.editsInProgress_; }
@@ -58,7 +58,7 @@ class ConfigurationSession : public QObject {
     ConfigurationSession& session_;
   };
 
-  // Takes the section out of the document, as Ini::Delete does.
+  // Removes the section from the document, as Ini::Delete does.
   void DeleteSection(Section& section);
   void Save();  // Ini::Save
 
@@ -66,7 +66,7 @@ class ConfigurationSession : public QObject {
   void mailServersChanged();
   void sqlServersChanged();
   void documentReplaced();
-  void edited();                                     // the document may or may not have changes now
+  void edited();                                     // the document may have changes now, or none any more
   void validationFailed(pellorin::Section* faulty);  // the first section that cannot be saved
 
  private:

@@ -1,4 +1,4 @@
-// Validating and saving the document as the Save button, the closing question and the tests do it.
+// Validates and saves the document, for the Save button, the closing question and the probes.
 #pragma once
 
 #include "base/UserMessages.h"
@@ -8,7 +8,7 @@ namespace pellorin {
 
 enum class SaveOutcome { Saved, Invalid, Failed };
 
-// Shows what is invalid ("Validation Errors") or why the save failed; says nothing when it succeeds.
+// Shows what is invalid ("Validation Errors"), or why the save failed. Shows nothing when it succeeds.
 SaveOutcome SaveConfiguration(ConfigurationSession& session, UserMessages& messages);
 
 }  // namespace pellorin

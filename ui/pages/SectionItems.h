@@ -1,4 +1,5 @@
-// Items of lists that stand for a section of the document: of two with one name each can be chosen.
+// Items of lists that stand for a section of the document. Of two sections with the same
+// name, each can be chosen.
 #pragma once
 
 #include <QVariant>
@@ -7,11 +8,11 @@
 
 namespace pellorin {
 
-// What such an item holds: the section's address. A text could lose bytes of a name.
+// What such an item holds: the section's address. A text could lose bytes of the name.
 inline QVariant IdentityOf(const Section& section) {
   return QVariant::fromValue(reinterpret_cast<quintptr>(&section));
 }
-// The section that an item stands for; null for no item, and for one whose section has left the document.
+// The section that an item stands for. Null without an item, or when the section has left the document.
 inline Section* SectionOf(const QVariant& identity, const Ini& document) {
   return document.SectionAt(reinterpret_cast<const void*>(identity.value<quintptr>()));
 }

@@ -1,5 +1,4 @@
-// A page's drop-down list of sections. An entry stands for the section itself: of two with one name each can
-// be chosen. None of these operations runs the list's handler.
+// A page's drop-down list of sections. None of these operations runs the list's handler.
 #pragma once
 
 #include <QComboBox>

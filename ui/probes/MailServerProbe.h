@@ -1,4 +1,4 @@
-// Sends one mail through the shown mail server, by the service's own component and the saved settings.
+// Sends one mail through the shown mail server, with the saved settings, by the service's own component.
 #pragma once
 
 #include "ui/probes/Probe.h"

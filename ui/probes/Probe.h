@@ -1,5 +1,6 @@
-// What the probes of a mail server, a SQL Server and a queue have in common. A probe reads no widget: it is
-// handed the session, the messages, the components, and what the page shows of the login.
+// What the three probes have in common: they send a real mail through a mail server, a SQL Server or a
+// queue. A probe reads no widget. It is handed the session, the messages, the components and the login
+// that the page shows.
 #pragma once
 
 #include <QDateTime>
@@ -15,7 +16,7 @@
 
 namespace pellorin {
 
-// Lives while a test works; how that looks is the window's business.
+// Lives while a probe works. The window shows that as it likes.
 class ProbeWork {
  public:
   virtual ~ProbeWork() = default;
@@ -28,7 +29,7 @@ struct ProbeServices {
   SqlConnectionFactory connect;
   std::function<std::unique_ptr<ProbeWork>()> beginWork;
   std::function<void(const std::string& note)>
-      showSecurity;  // of the test's connection, on the page in front
+      showSecurity;  // of the probe's connection, on the page in front
 };
 
 // As the SQL page shows it, saved or not.
@@ -40,25 +41,27 @@ struct ShownLogin {
   std::string Description() const { return isTrusted ? "Trusted" : user; }
 };
 
-// The server's own sentence about a call of the procedure that failed.
+// A call of the procedure failed; what() is the server's own sentence.
 class CallFailed : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// A test uses what is saved: asks for that when there are changes. False when the test must not go on.
+// A probe uses the saved settings, so this asks to save when there are changes. False when
+// the probe must stop.
 bool SaveBeforeProbe(const ProbeServices& services);
 
 // The name of a section as the mail shows it; empty when there is none.
 std::string NameOf(const Section* section);
-// "Send On: " and the moment with its seconds, without a line break.
+// "Send On: 11/22/2026 8:41:00 AM", without a line break.
 std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = QDateTime::currentDateTime());
 
-// Opens the connection to the shown instance; false when a box has said why not.
+// Opens the connection to the shown instance. False after the box that says why not.
 bool OpenForProbe(SqlConnection& connection, const Section& instance, const ShownLogin& login,
                   const ProbeServices& services);
 
-// Shows the end of `send`: the text of its success, its failed call as "Test Failed", or nothing when it
-// returns false because no connection could be opened, which a box has told already. Other exceptions pass.
+// Runs `send` and shows how it ended: the text of its success, or a CallFailed as "Test Failed". Shows
+// nothing when it returns false: a box has already said that no connection could be opened. Passes
+// other exceptions on.
 void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success);
 void ShowProbeSucceeded(UserMessages& messages, const std::string& text);
 void ShowProbeFailed(UserMessages& messages, const std::string& text);

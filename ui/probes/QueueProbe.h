@@ -13,7 +13,7 @@ class QueueProbe {
   void Run();
 
  private:
-  // As SqlServerProbe's.
+  // As in SqlServerProbe.
   bool Send(const std::string& address, const Section& instance, const Section& queue);
   std::string Body(const Section& instance, const Section& queue, const std::string& database) const;
 

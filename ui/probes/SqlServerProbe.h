@@ -12,7 +12,7 @@ class SqlServerProbe {
   void Run();
 
  private:
-  // False when no connection could be opened, which a box has told; CallFailed.
+  // False after the box that says why no connection could be opened. CallFailed when the call fails.
   bool Send(const std::string& address, const Section& instance);
   std::string Body(const Section& instance) const;
 

@@ -8,7 +8,7 @@ namespace pellorin {
 WatchedWork::WatchedWork(QWidget& window, MailComponent& mail) : busy_(window), mail_(mail) {
   qApp->installEventFilter(this);
   mail_.SetWatch([this] {
-    QCoreApplication::processEvents();  // the window is disabled: this paints it and drops input
+    QCoreApplication::processEvents();  // paints the window and, since it is disabled, drops its input
     return !isCancelled_;
   });
 }
@@ -18,7 +18,7 @@ WatchedWork::~WatchedWork() {
 }
 
 bool WatchedWork::eventFilter(QObject* /*watched*/, QEvent* event) {
-  // A box that is shown meanwhile has an Escape of its own.
+  // A box that is open has an Escape of its own.
   if (QApplication::activeModalWidget() != nullptr || event->type() != QEvent::KeyPress ||
       static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
     return false;

@@ -1,5 +1,5 @@
-// How a test looks: the window is busy but stays painted, takes no input but Escape, which ends a mail that
-// is being sent.
+// How a running probe looks: the window is busy but stays painted. It takes no input except Escape, which
+// ends a mail that is being sent.
 #pragma once
 
 #include <QObject>

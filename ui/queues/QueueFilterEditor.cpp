@@ -46,7 +46,7 @@ void QueueFilterEditor::ToggleQueueFilterButtons() {
   controls_.remove->setEnabled(isChosen);
 }
 
-// The new line; empty when the user did not save.
+// Returns the new line, or the empty text when the user did not save.
 std::string QueueFilterEditor::ShowQueueFilterForm(const std::string& field, const std::string& value) {
   frmRegEx dialog(controls_.lines->window(), showHelp_);
   dialog.AddFields(kFields);
@@ -93,7 +93,7 @@ void QueueFilterEditor::btnDeleteQueueFilter_Click() {
     return;
   const auto quiet = events_.KeepQuiet();
   delete chosen;
-  controls_.lines->clearSelection();  // the list would choose a neighbour, which a second press would delete
+  controls_.lines->clearSelection();  // else the list chooses a neighbour, and a second press deletes it
   controls_.lines->setFocus();
   ToggleQueueFilterButtons();
   SaveFilter();
@@ -113,7 +113,7 @@ bool QueueFilterEditor::eventFilter(QObject* watched, QEvent* event) {
   return false;
 }
 
-// The buttons do nothing while they are disabled.
+// A disabled button ignores its click.
 bool QueueFilterEditor::HandleKey(int key) {
   switch (key) {
     case Qt::Key_Insert:

@@ -1,6 +1,8 @@
 // The filter of the shown queue: a list of lines "Field=expression" and its buttons Add, Edit and Delete. The
-// list mirrors the setting "queuebydefaultfilter", its lines joined by "###" with nothing escaped. In the
-// list Insert adds, Enter or a double-click edits the chosen line (adds without one), Delete deletes it.
+// list mirrors the setting "queuebydefaultfilter", whose lines are joined by "###" with nothing escaped.
+//
+// In the list, Insert adds a line and Delete deletes the chosen one. Enter or a double-click edits the chosen
+// line, or adds one if none is chosen.
 #pragma once
 
 #include <QListWidget>
@@ -28,7 +30,7 @@ class QueueFilterEditor : public QObject {
   QueueFilterEditor(const Controls& controls, UserMessages& messages, GuardedEvents& events,
                     SettingsForm& form, std::function<void(QWidget& owner)> showHelp);
 
-  void Fill(const std::string& filter);  // a stored text; stores nothing
+  void Fill(const std::string& filter);  // shows a stored text; stores nothing
   void ToggleQueueFilterButtons();
 
  protected:

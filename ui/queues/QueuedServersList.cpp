@@ -18,8 +18,8 @@ bool IsInstance(const Section& section) {
   return section.SectionType == SectionType::Sql && !section.IsDeleted() && !section.IsTwin();
 }
 
-// A section that cannot be written stays as it is, unless the user changed its entry: saving then says why
-// not.
+// A section that cannot be written stays as it is, unless the user changed its entry. Saving then says why
+// it cannot be written.
 bool IsLeftAlone(const QListWidgetItem& entry, const Section& instance) {
   const Setting* queues = instance.GetSetting(SqlKey::kQueues);
   const bool isEdited = entry.isSelected() != entry.data(kChosenWhenShown).toBool() ||
@@ -27,7 +27,7 @@ bool IsLeftAlone(const QListWidgetItem& entry, const Section& instance) {
   return !instance.CanBeWritten() && !isEdited;
 }
 
-// Lists are split at commas; names that hold one themselves must be known for that.
+// Lists are split at commas, so names that contain one must be known.
 std::vector<std::string> NamesWithComma(const Ini& document, SectionType type) {
   std::vector<std::string> names;
   for (const auto& section : document.Sections())
@@ -48,7 +48,7 @@ void QueuedServersList::Fill(const std::string& servers) {
   Select(SplitNames(servers, NamesWithComma(*session_.Document(), SectionType::Sql)));
 }
 
-// The selection is made at the end and at once: each selection of its own lays out the whole list anew.
+// Selects all at once, at the end: each single selection would lay out the whole list again.
 void QueuedServersList::Select(const std::vector<std::string>& servers) {
   const QSignalBlocker blocker(list_);
   list_.clear();
@@ -68,8 +68,7 @@ void QueuedServersList::Select(const std::vector<std::string>& servers) {
   ShowCount();
 }
 
-// As many of the chosen entries as there is room for, the first of them at any rate; the keyboard starts
-// there.
+// Shows as many of the chosen entries as possible, always the first of them. The keyboard starts there.
 void QueuedServersList::ShowChosen(const QItemSelection& chosen) {
   list_.scrollToTop();
   if (chosen.isEmpty()) return;
@@ -83,7 +82,7 @@ void QueuedServersList::ShowCount() {
   const QString count =
       list_.count() == 0 ? QString() : QStringLiteral("%1 of %2").arg(chosen).arg(list_.count());
   count_.setText(count);
-  // Else a screen reader would read the tool tip alone.
+  // A screen reader would otherwise read the tool tip alone.
   list_.setAccessibleDescription(count.isEmpty() ? QString()
                                                  : count + QStringLiteral(" chosen. ") + list_.toolTip());
 }

@@ -1,7 +1,7 @@
-// The list of SQL Server instances whose mail enters the shown queue by default. An entry stands for a
+// The list of SQL Server instances whose mail enters the shown queue by default. Each entry stands for a
 // section. The selection is kept in two places: in the queue's "queuebydefaultservers", and as the queue's
-// name in the "Queues" of every instance's section, of which this is the only writer. A section that cannot
-// be written changes only when the user changes its entry or deletes the queue.
+// name in "Queues" of each instance. This class alone writes "Queues". A section that cannot be written
+// changes only when the user changes its entry or deletes the queue.
 #pragma once
 
 #include <QLabel>
@@ -15,20 +15,20 @@ namespace pellorin {
 
 class QueuedServersList {
  public:
-  // `count` tells how many are selected: "3 of 60".
+  // `count` shows how many are selected: "3 of 60".
   QueuedServersList(QListWidget& list, QLabel& count, ConfigurationSession& session)
       : list_(list), count_(count), session_(session) {}
 
-  // These run no handler and store nothing.
-  void Fill(const std::string& servers);  // lists every instance and selects those of this stored text
+  // Fill and Clear run no handler and store nothing.
+  void Fill(const std::string& servers);  // lists all instances and selects those in this text
   void Clear();
 
-  // Fills the list with the servers that the current queue's setting names, and stores the selection.
+  // Lists all instances, selects those that the current queue's setting names, and stores the selection.
   void RefreshQueuedServers();
-  // Takes the current queue's name from all instances.
+  // Removes the current queue's name from all instances.
   void ForgetQueue();
-  // Stores the selection into the current queue and all instances. An instance that cannot take it keeps no
-  // other from it; the failures are raised as one NumberedError at the end.
+  // Stores the selection in the current queue and in all instances. Goes on when an instance cannot take it,
+  // and raises all failures as one NumberedError at the end.
   void StoreSelection();
   void DeselectEach();  // stores after each one
 
