@@ -4,6 +4,20 @@
 
 namespace pellorin {
 
+ConfigurationSession::Kind ConfigurationSession::KindOf(SectionType type) {
+  switch (type) {
+    case SectionType::Mail:
+      return {"Mail", &ConfigurationSession::PersistMailSetting};
+    case SectionType::Sql:
+      return {"Sql", &ConfigurationSession::PersistSqlSetting};
+    case SectionType::Queue:
+      return {"Queue", &ConfigurationSession::PersistQueueSetting};
+    case SectionType::Admin:
+      break;
+  }
+  return {"Admin", &ConfigurationSession::PersistAdminSetting};
+}
+
 void ConfigurationSession::ReplaceDocument(std::unique_ptr<Ini> document) {
   current_.fill(nullptr);
   document_ = std::move(document);

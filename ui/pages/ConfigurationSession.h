@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "config/Ini.h"
 
@@ -18,6 +19,13 @@ class ConfigurationSession : public QObject {
  public:
   Ini* Document() const { return document_.get(); }  // null after a load that failed
   void ReplaceDocument(std::unique_ptr<Ini> document);
+
+  // What belongs to a kind of section: its name in the tags of controls, and its Persist operation.
+  struct Kind {
+    std::string_view tag;
+    void (ConfigurationSession::*persist)(const std::string& key, const std::string& value);
+  };
+  static Kind KindOf(SectionType type);
 
   Section* CurrentMail() const { return Current(SectionType::Mail); }
   Section* CurrentSql() const { return Current(SectionType::Sql); }

@@ -21,20 +21,6 @@ void SectionPage::Fill() {
   form_.Fill();
 }
 
-std::string_view SectionPage::Kind() const {
-  switch (type_) {
-    case SectionType::Mail:
-      return "Mail";
-    case SectionType::Sql:
-      return "Sql";
-    case SectionType::Queue:
-      return "Queue";
-    case SectionType::Admin:
-      break;
-  }
-  return "Admin";
-}
-
 Section* SectionPage::Selected() const {
   const Ini* document = session_.Document();
   return document == nullptr ? nullptr : selector_->Selected(*document);

@@ -22,7 +22,7 @@ class SectionPage : public QFrame {
               const ControlTags& tags);
 
   SectionType Type() const { return type_; }
-  std::string_view Kind() const;  // as the tags spell the type
+  std::string_view Kind() const { return session_.KindOf(type_).tag; }  // as the tags spell it
   SectionSelector& Selector() { return *selector_; }
   void ShowFirst();  // selects the first entry and shows its section
 

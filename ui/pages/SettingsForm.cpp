@@ -12,22 +12,6 @@
 namespace pellorin {
 namespace {
 
-using PersistOperation = void (ConfigurationSession::*)(const std::string&, const std::string&);
-
-PersistOperation PersistOperationOf(SectionType type) {
-  switch (type) {
-    case SectionType::Mail:
-      return &ConfigurationSession::PersistMailSetting;
-    case SectionType::Sql:
-      return &ConfigurationSession::PersistSqlSetting;
-    case SectionType::Queue:
-      return &ConfigurationSession::PersistQueueSetting;
-    case SectionType::Admin:
-      break;
-  }
-  return &ConfigurationSession::PersistAdminSetting;
-}
-
 // Ticks the box when the day occurs anywhere in the text, in any letter case.
 void ToggleDay(const std::string& day, const std::string& days, QCheckBox& box) {
   box.setChecked(FoldCase(days).find(day) != std::string::npos);
@@ -36,7 +20,9 @@ void ToggleDay(const std::string& day, const std::string& days, QCheckBox& box) 
 }  // namespace
 
 SettingsForm::SettingsForm(const Surroundings& surroundings, std::function<void()> refill)
-    : with_(surroundings), refill_(std::move(refill)), persist_(PersistOperationOf(surroundings.type)) {}
+    : with_(surroundings),
+      refill_(std::move(refill)),
+      persist_(ConfigurationSession::KindOf(surroundings.type).persist) {}
 
 void SettingsForm::Add(const TextRow& row, WhenShown whenShown) {
   AddField(row.key, row.box);
