@@ -6,29 +6,30 @@
 #include <utility>
 
 #include "base/AnsiText.h"
-#include "base/Utf8.h"
+#include "base/TextCase.h"
+#include "config/CannotSave.h"
 #include "platform/Guid.h"
 
 namespace pellorin {
 namespace {
 
+constexpr int kCannotLoad = 50100;
+constexpr int kBadSectionName = 50101;
+constexpr int kBadDefinition = 50110;
 constexpr const char* kLoadSource = "PellorinConfig.exe, Ini, Load";
 
 std::int16_t Limited(std::ptrdiff_t count) {
   return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
 }
 
-// The type that the name's prefix tells; a prefix that tells none leaves the type as it was.
+// The type that the name's prefix tells; another prefix leaves the type as it was.
 SectionType TypeOf(const std::string& name, SectionType previous, const std::string& path) {
-  const std::size_t colon = name.find(':');
-  if (colon == std::string::npos || name.find(':', colon + 1) != std::string::npos)
+  if (std::count(name.begin(), name.end(), ':') != 1)
     throw NumberedError(
-        50101, kLoadSource,
+        kBadSectionName, kLoadSource,
         "Could not read section name: " + name + ". The extected format is SQL:name or MAIL:name", path);
-  const std::string prefix = name.substr(0, colon);
-  if (EqualIgnoringCase(prefix, "SQL")) return SectionType::Sql;
-  if (EqualIgnoringCase(prefix, "ADMIN")) return SectionType::Admin;
-  if (EqualIgnoringCase(prefix, "MAIL")) return SectionType::Mail;
+  for (const SectionType type : {SectionType::Sql, SectionType::Admin, SectionType::Mail})
+    if (StartsWithIgnoringCase(name, PrefixOf(type))) return type;
   return previous;
 }
 
@@ -52,10 +53,10 @@ Section& Ini::AddQueue(const std::string& name) {
   try {
     queue.Load();
     if (!queue.CanBeWritten())
-      throw NumberedError(50110, "PellorinConfig.exe, Ini, AddQueue",
-                          "Queue " + name +
-                              " could not be added: the definition that it starts from cannot be used.\r\n" +
-                              (queue.QueueProblem().empty() ? queues_.TemplatePath() : queue.QueueProblem()));
+      throw NumberedError(
+          kBadDefinition, "PellorinConfig.exe, Ini, AddQueue",
+          "Queue " + name + " could not be added: the definition that it starts from cannot be used.\r\n" +
+              (queue.QueueProblem().empty() ? queues_.PathOf(queues_.TemplateName()) : queue.QueueProblem()));
   } catch (...) {
     sections_.Remove(std::string(queue.Key));
     throw;
@@ -70,9 +71,25 @@ std::int16_t Ini::Count() const {
 }
 
 std::int16_t Ini::NumOfSections(SectionType type) const {
-  return Limited(std::count_if(sections_.begin(), sections_.end(), [type](const auto& section) {
-    return section->SectionType == type && !section->IsDeleted();
-  }));
+  return Limited(static_cast<std::ptrdiff_t>(SectionsOf(type).size()));
+}
+
+std::vector<Section*> Ini::SectionsOf(SectionType type) const {
+  std::vector<Section*> found;
+  for (const auto& section : sections_)
+    if (section->SectionType == type && !section->IsDeleted()) found.push_back(section.get());
+  return found;
+}
+
+bool Ini::HoldsName(SectionType type, std::string_view name) const {
+  if (type == SectionType::Mail)
+    return std::any_of(sections_.begin(), sections_.end(),
+                       [wanted = SectionName(type, name)](const auto& section) {
+                         return EqualIgnoringCase(section->Name, wanted);
+                       });
+  return std::ranges::any_of(SectionsOf(type), [name](const Section* section) {
+    return EqualIgnoringCase(section->DisplayName(), name);
+  });
 }
 
 bool Ini::HasChanges() const {
@@ -88,7 +105,7 @@ void Ini::Delete(std::string_view sectionName) {
 
 void Ini::Delete(Section& section) {
   if (!CanDelete(section))
-    throw NumberedError(50111, "PellorinConfig.exe, Ini, Delete",
+    throw NumberedError(kCannotSaveSection, "PellorinConfig.exe, Ini, Delete",
                         "Section " + section.Name + " can only be deleted by hand", Path());
   if (section.IsOriginal())
     section.SetIsDeleted(true);
@@ -123,17 +140,15 @@ void Ini::Load(const std::string& iniFileName) {
   }
   const std::string encodingProblem = IniFile::EncodingProblem(bytes);
   if (!encodingProblem.empty())
-    throw NumberedError(50100, kLoadSource, "Could not load .INI file\r\n" + encodingProblem, Path());
+    throw NumberedError(kCannotLoad, kLoadSource, "Could not load .INI file\r\n" + encodingProblem, Path());
   LoadSections(ProfileFile(std::move(bytes)));
   AdminSection();
-  for (const auto& [queueName, fileName] : queues_.Queues())
-    Add(QueueFolder::NameProblem(fileName).empty() ? queueName : Escaped(queueName), SectionType::Queue)
-        .LoadQueueFile(fileName);
+  for (const QueueEntry& file : queues_.Queues()) Add(file.queueName, SectionType::Queue).LoadFrom(file);
 }
 
 void Ini::LoadSections(const ProfileFile& file) {
   const ProfileText read = file.SectionNames(kProfileBufferSize);
-  if (read.buffer.empty()) throw NumberedError(50100, kLoadSource, "Could not load .INI file", Path());
+  if (read.buffer.empty()) throw NumberedError(kCannotLoad, kLoadSource, "Could not load .INI file", Path());
   const ProfileText whole = file.SectionNames(std::numeric_limits<std::size_t>::max());
   SectionType type = SectionType::Mail;
   std::set<std::string> namesSeen;
@@ -167,7 +182,12 @@ bool Ini::IsFileLost() const {
   });
   const bool wasLoaded = std::any_of(sections_.begin(), sections_.end(),
                                      [](const auto& section) { return section->IsWholeIniSection(); });
-  return wasLoaded && changed != sections_.end() && (*changed)->IsFileEmpty();
+  if (!wasLoaded || changed == sections_.end()) return false;
+  try {
+    return file_.IsEmpty();
+  } catch (const FileError& error) {
+    throw CannotSave((*changed)->NameOnDisk(), error.Description(), error.Path());
+  }
 }
 
 void Ini::Save() {
@@ -177,7 +197,7 @@ void Ini::Save() {
     Section& section = sections_.Item(position);
     if (!section.IsDeleted()) continue;
     section.DeleteSection();
-    lastSave_.removed.push_back(section.Name.substr(0, section.Name.find('|')));
+    lastSave_.removed.push_back(section.NameOnDisk());
     sections_.Remove(position);
   }
   for (std::size_t position = sections_.Count(); position >= 1; --position) {
@@ -187,6 +207,17 @@ void Ini::Save() {
     lastSave_.written.push_back(section.Name);
   }
   isRestoring_ = false;
+}
+
+bool Ini::Validate() {
+  validationError_.clear();
+  for (const auto& section : sections_) {
+    if (section->Validate()) continue;
+    const bool isQueue = section->SectionType == SectionType::Queue;
+    const std::string header = (isQueue ? "QUEUE:" : "") + section->Name;
+    validationError_ = "\r\n" + header + "\r\n" + section->ValidationError() + "\r\n" + validationError_;
+  }
+  return validationError_.empty();
 }
 
 }  // namespace pellorin

@@ -41,8 +41,13 @@ class Ini {
   std::int16_t Count() const;  // every section but the administration's, deleted ones included
   bool HasChanges() const;
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted
-  void Delete(std::string_view sectionName);           // CollectionError for an unknown name
-  void Delete(Section& section);                       // one that CanDelete
+  // The sections of that type in order, without deleted ones.
+  std::vector<Section*> SectionsOf(SectionType type) const;
+  // Whether a new section of that type must not take the name, which comes without prefix: another one, not
+  // deleted, has it in any letter case.
+  bool HoldsName(SectionType type, std::string_view name) const;
+  void Delete(std::string_view sectionName);  // CollectionError for an unknown name
+  void Delete(Section& section);              // one that CanDelete
   // A name with "|" cannot be told from the mark of deletion, and of two sections of one name only the first
   // can be reached: such a section can only be removed by hand.
   static bool CanDelete(const Section& section) {

@@ -42,8 +42,8 @@ int CodeOf(char character) {
   return static_cast<unsigned char>(character);
 }
 
-// Seeding first sets the whole state from the constant -1; what the generator did before cannot show, hence a
-// generator per call does the work of one that lives as long as the program.
+// Seeding overwrites the whole state, so a fresh generator per call is equivalent to one that lives as long
+// as the program.
 RandomGenerator SeededFrom(const std::string& keyCodes) {
   RandomGenerator generator;
   generator.Randomize(static_cast<double>(generator.NextFrom(-1.0F)));
@@ -54,7 +54,7 @@ RandomGenerator SeededFrom(const std::string& keyCodes) {
   return generator;
 }
 
-// Seeding is by far the longest step, and the program has but one key.
+// Seeding is by far the longest step, and the program has only one key: it is done once.
 RandomGenerator SeededFor(std::string_view key) {
   static const RandomGenerator kForPasswords = SeededFrom(AnsiCodes(kPasswordKey));
   return key == kPasswordKey ? kForPasswords : SeededFrom(AnsiCodes(key));
@@ -107,6 +107,11 @@ std::string Unpacked(const std::string& packed) {
   return codes;
 }
 
+bool IsPasswordName(std::string_view settingName) {
+  return settingName == SqlKey::kSqlPassword || settingName == MailKey::kPassword ||
+         settingName == AdminKey::kSchedulerPassword;
+}
+
 }  // namespace
 
 std::string EncryptString(std::string_view text, std::string_view key) {
@@ -120,9 +125,12 @@ std::string DecryptString(std::string_view stored, std::string_view key) {
                  [&] { return AnsiToUtf8(EncryptDecrypt(Unpacked(AnsiCodes(stored)), SeededFor(key))); });
 }
 
-bool IsPasswordName(std::string_view settingName) {
-  return settingName == SqlKey::kSqlPassword || settingName == MailKey::kPassword ||
-         settingName == AdminKey::kSchedulerPassword;
+std::string StoredText(std::string_view settingName, const std::string& value) {
+  return IsPasswordName(settingName) ? EncryptString(value, kPasswordKey) : value;
+}
+
+std::string ClearText(std::string_view settingName, std::string stored) {
+  return IsPasswordName(settingName) ? DecryptString(stored, kPasswordKey) : std::move(stored);
 }
 
 }  // namespace pellorin

@@ -16,7 +16,11 @@ std::string EncryptString(std::string_view text, std::string_view key);
 // Any stored text gives some clear text, also one typed by hand. Error 500112.
 std::string DecryptString(std::string_view stored, std::string_view key);
 
-// Whether values under this name are stored scrambled in Pellorin.ini (exact spelling).
-bool IsPasswordName(std::string_view settingName);
+// The value of a setting as Pellorin.ini holds it: scrambled for the names of passwords (in their own letter
+// case only), else as it is.
+std::string StoredText(std::string_view settingName, const std::string& value);
+
+// The value of a setting that the file holds as `stored`.
+std::string ClearText(std::string_view settingName, std::string stored);
 
 }  // namespace pellorin

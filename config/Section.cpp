@@ -2,6 +2,10 @@
 
 #include <utility>
 
+#include "base/TextCase.h"
+#include "config/CannotSave.h"
+#include "config/Ini.h"
+#include "config/ValidationRules.h"
 #include "platform/Guid.h"
 
 namespace pellorin {
@@ -11,54 +15,110 @@ void Section::SetIsDeleted(bool deleted) {
   if (deleted) Name += "|" + GenerateGUID();
 }
 
-Setting& Section::Add(std::string settingName, std::string settingValue) {
-  auto setting = std::make_unique<Setting>();
-  setting->Value = std::move(settingValue);
-  setting->Name = std::move(settingName);
-  setting->Section = this;
-  const std::string& key = setting->Name;
-  return settings_.Add(key, std::move(setting));
-}
-
-std::string Section::GetValue(std::string_view settingName) const {
-  const Setting* setting = GetSetting(settingName);
-  return setting == nullptr ? std::string() : setting->Value;
-}
-
-void Section::SetValue(const std::string& settingName, const std::string& settingValue) {
-  if (Setting* setting = GetSetting(settingName))
-    setting->Value = settingValue;
-  else
-    Add(settingName, settingValue);
-}
-
-Setting* Section::GetSetting(std::string_view settingName) const {
-  for (const auto& setting : settings_)
-    if (setting->Name == settingName) return setting.get();
-  return nullptr;
-}
-
-bool Section::HasChanges() const {
-  if (isDeleted_) return true;
-  for (const auto& setting : settings_)
-    if (setting->HasChanges()) return true;
-  return false;
-}
-
-void Section::RollBack() {
-  for (const auto& setting : settings_) setting->Value = setting->OriginalValue;
+std::string Section::NameOnDisk() const {
+  return Name.substr(0, Name.find('|'));
 }
 
 std::string Section::DisplayName() const {
-  static constexpr std::string_view kPrefixes[] = {"MAIL:", "SQL:", "ADMIN:"};
-  if (SectionType == pellorin::SectionType::Queue) return Name;
-  const std::string_view prefix = kPrefixes[static_cast<std::size_t>(SectionType)];
-  const bool hasPrefix = EqualIgnoringCase(std::string_view(Name).substr(0, prefix.size()), prefix);
-  return hasPrefix ? Name.substr(prefix.size()) : Name;
+  const std::string_view prefix = PrefixOf(SectionType);
+  return StartsWithIgnoringCase(Name, prefix) ? Name.substr(prefix.size()) : Name;
 }
 
-std::string Section::NameOnDisk() const {
-  return Name.substr(0, Name.find('|'));
+Setting& Section::Add(std::string settingName, std::string settingValue) {
+  return settings_.Add(std::move(settingName), std::move(settingValue));
+}
+
+void Section::AppendError(const std::string& message, const std::string& settingName) {
+  validationError_ = message.empty() ? std::string() : message + "\r\n" + validationError_;
+  if (message.empty()) faultySettings_.clear();
+  if (!settingName.empty()) faultySettings_.push_back(settingName);
+}
+
+// A section that no save would write need not be valid, and must not keep the rest from being saved. If the
+// user changed it, the save itself refuses it and says why.
+bool Section::IsNeverWritten() const {
+  return isDeleted_ || !QueueProblem().empty() || (!CanBeWritten() && !HasChanges());
+}
+
+bool Section::Report(const std::vector<Violation>& violations) {
+  AppendError("");
+  for (const auto& [message, settingName] : violations)
+    AppendError(std::string(message), std::string(settingName));
+  return violations.empty();
+}
+
+bool Section::ValidateMailSettings() {
+  if (IsNeverWritten()) return Report({});
+  return Report(CheckMailSettings(settings_, Owner->Files(), Owner->Locale()));
+}
+
+bool Section::ValidateAdminSettings() {
+  if (IsNeverWritten() || Owner->NumOfSections(pellorin::SectionType::Queue) < 1) return Report({});
+  return Report(CheckAdminSettings(settings_));
+}
+
+bool Section::ValidateSqlSettings() {
+  if (IsNeverWritten()) return Report({});
+  return Report(CheckSqlSettings(settings_));
+}
+
+bool Section::ValidateQueueSettings() {
+  if (IsNeverWritten()) return Report({});
+  return Report(CheckQueueSettings(settings_, Owner->Locale()));
+}
+
+bool Section::Validate() {
+  switch (SectionType) {
+    case pellorin::SectionType::Mail:
+      return ValidateMailSettings();
+    case pellorin::SectionType::Sql:
+      return ValidateSqlSettings();
+    case pellorin::SectionType::Admin:
+      return ValidateAdminSettings();
+    case pellorin::SectionType::Queue:
+      return ValidateQueueSettings();
+  }
+  return true;
+}
+
+void Section::Load() {
+  if (!IsQueue()) return LoadFrom(Owner->File().Read());
+  const QueueFolder& folder = Owner->Queues();
+  const std::string fileName = folder.FileNameOf(Name);
+  const bool hasFile =
+      QueueFolder::StaysInside(Name) && !Owner->IsAwaitingRemoval(fileName) && folder.Holds(fileName);
+  if (hasFile)
+    LoadFrom(QueueEntry{.queueName = Name, .fileName = fileName, .problem = {}});
+  else
+    queue_.LoadTemplate(folder, Name, settings_);
+}
+
+void Section::LoadFrom(const ProfileFile& file) {
+  ini_.Load(file, Owner->Path(), Name, settings_);
+}
+
+void Section::LoadFrom(const QueueEntry& file) {
+  queue_.Load(Owner->Queues(), file, settings_);
+}
+
+void Section::Save() {
+  if (isDeleted_) throw CannotSave(NameOnDisk(), "It is deleted.", Owner->Path());
+  if (IsQueue())
+    queue_.Save(Owner->Queues(), Name, settings_);
+  else
+    ini_.Save(Owner->File(), Name, settings_);
+  settings_.MarkAsSaved();
+}
+
+void Section::DeleteSection() {
+  if (IsQueue())
+    queue_.Remove(Owner->Queues(), NameOnDisk());
+  else
+    IniSection::Remove(Owner->File(), NameOnDisk());
+}
+
+std::string Section::FilePath() const {
+  return IsQueue() ? queue_.Path(Owner->Queues(), Name) : Owner->Path();
 }
 
 }  // namespace pellorin

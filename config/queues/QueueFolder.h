@@ -1,38 +1,42 @@
 // The folder QUEUEDefinitions beside the program: one XML file per queue, and the template "defaultQUEUE.xml"
-// that new queues start from and that is never written. File names are found without regard to letter case.
+// that new queues start from and that is never written. A file is named without its folder. Names are found
+// without regard to letter case, the exact spelling first. Failures are FileErrors.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/FileOperations.h"
 
 namespace pellorin {
 
+struct QueueEntry {
+  std::string queueName;  // as it is shown
+  std::string fileName;   // as on the disk
+  std::string problem;    // why a file of that name cannot be used, with the cure; empty when it can
+};
+
 class QueueFolder {
  public:
-  struct QueueFile {
-    std::string queueName;
-    std::string fileName;  // as on the disk
-  };
-
   QueueFolder(FileOperations& files, const std::string& programFolder);
 
   // Finds the folder in another spelling of its name when there is none of the usual one.
   void FindFolder();
-  // All queue files but the template, ordered by queue name without regard to letter case. FileError when the
-  // folder cannot be read.
-  std::vector<QueueFile> Queues();
-  // Why a queue file of that name cannot be used, as a sentence with the cure; empty when it can.
-  static std::string NameProblem(const std::string& fileName);
+  // All queue files but the template, ordered by queue name without regard to letter case.
+  std::vector<QueueEntry> Queues();
 
   std::string PathOf(const std::string& fileName) const;
-  // The template as it is spelled on the disk: exactly, else the only file that differs in letter case.
-  std::string TemplatePath() const;
+  std::string TemplateName() const;
   // The file of the queue of this name as it is spelled on the disk; "<name>.xml" when there is none.
   std::string FileNameOf(const std::string& queueName) const;
   // Whether a file of that name would lie in the folder itself and not elsewhere.
   static bool StaysInside(const std::string& queueName);
+
+  bool Holds(const std::string& fileName) const;
+  std::string Read(const std::string& fileName) const;
+  void Write(const std::string& fileName, std::string_view bytes) const;
+  void Remove(const std::string& fileName) const;
 
  private:
   std::vector<FolderEntry> Entries();

@@ -135,5 +135,20 @@ TEST(Ini, CountsAndDeletesSections) {
   EXPECT_EQ(store.IniBytes(), "[ADMIN:Pellorin]\n[MAIL:b]\n[SQL:c]\n[MAIL:x|y]\nk=v\n");
 }
 
+TEST(Ini, KnowsWhichNamesAreTaken) {
+  const Store store("[MAIL:a]\n[MAIL:gone]\n[SQL:b]\n[QUEUE:c]\n");
+  store->Delete("MAIL:gone");
+  for (const char* name : {"Night", "MAIL:d", "SQL:e"}) store->Add(name, SectionType::Queue);
+  const std::tuple<SectionType, const char*, bool> rows[] = {
+      {SectionType::Mail, "A", true},      {SectionType::Mail, "gone", false},
+      {SectionType::Mail, "b", false},     {SectionType::Sql, "B", true},
+      {SectionType::Sql, "QUEUE:C", true}, {SectionType::Sql, "a", false},
+      {SectionType::Mail, "d", true},      {SectionType::Sql, "e", false},
+      {SectionType::Queue, "nIGHT", true}, {SectionType::Queue, "a", false},
+  };
+  for (const auto& [type, name, isTaken] : rows) EXPECT_EQ(store->HoldsName(type, name), isTaken) << name;
+  EXPECT_EQ(store->SectionsOf(SectionType::Mail), std::vector<Section*>{&store["MAIL:a"]});
+}
+
 }  // namespace
 }  // namespace pellorin::test
