@@ -4,27 +4,25 @@
 #include <utility>
 
 #include "base/AnsiText.h"
+#include "base/Text.h"
 #include "base/TextCase.h"
 #include "config/ini/ProfileLines.h"
+#include "config/ini/SectionBody.h"
 
 namespace pellorin {
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
-// What compares equal for names that differ in letter case only.
+// Equal for names that differ in letter case only.
 std::string FoldedName(std::string_view name) {
-  const bool ascii = std::all_of(name.begin(), name.end(),
-                                 [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-  return ascii ? FoldCase(name) : FoldCase(AnsiToUtf8(name));
+  return IsAscii(name) ? FoldCase(name) : FoldCase(AnsiToUtf8(name));
 }
 
-// What of a buffer the texts may take, each with a NUL behind it: two NULs end the buffer.
-std::size_t RoomOf(std::size_t bufferSize) {
+// The bytes that texts may fill: the last two are reserved for the closing NULs.
+std::size_t UsableSize(std::size_t bufferSize) {
   return bufferSize < 2 ? 0 : bufferSize - 2;
 }
 
-// Where the line of this bracket begins when only blanks stand between: then it is a header.
+// Where the line of this bracket begins if only blanks stand before it: then the line is a header.
 std::size_t BeginOfHeader(std::string_view all, std::size_t first, std::size_t bracket) {
   std::size_t begin = bracket;
   while (begin > first && (all[begin - 1] == ' ' || all[begin - 1] == '\t')) --begin;
@@ -66,7 +64,7 @@ ProfileFile::ProfileFile(std::string bytes) : bytes_(std::move(bytes)) {
 
 void ProfileFile::AddSection(std::string_view header, std::size_t begin, std::size_t body) {
   std::string_view name = header.substr(header.find('[') + 1);
-  name = WithoutBlanks(name.substr(0, name.find(']')));
+  name = WithoutOuterBlanks(name.substr(0, name.find(']')));
   if (!sections_.empty()) sections_.back().end = begin;
   sections_.push_back({std::string(name), begin, body, body});
   firstOfName_.try_emplace(FoldedName(name), sections_.size() - 1);
@@ -77,11 +75,14 @@ const ProfileFile::Span* ProfileFile::Find(std::string_view section) const {
   return found == firstOfName_.end() ? nullptr : &sections_[found->second];
 }
 
+std::string_view ProfileFile::BodyOf(const Span& span) const {
+  return std::string_view(bytes_).substr(span.body, span.end - span.body);
+}
+
 ProfileText ProfileFile::SectionNames(std::size_t bufferSize) const {
-  const std::size_t room = RoomOf(bufferSize);
+  const std::size_t room = UsableSize(bufferSize);
   ProfileText names;
   for (const Span& section : sections_) (names.buffer += section.name) += '\0';
-  names.cutOff = names.buffer.size() > room && names.buffer.size() - room > 1;
   if (names.buffer.size() > room) names.buffer.resize(room);
   return names;
 }
@@ -90,11 +91,11 @@ bool ProfileFile::ForEachLine(std::string_view section, std::size_t bufferSize,
                               const std::function<void(std::string_view)>& take) const {
   const Span* span = Find(section);
   if (span == nullptr) return false;
-  const std::string_view body = std::string_view(bytes_).substr(span->body, span->end - span->body);
-  std::size_t room = RoomOf(bufferSize);
+  const std::string_view body = BodyOf(*span);
+  std::size_t room = UsableSize(bufferSize);
   std::string stripped;
   for (std::size_t position = 0; position < body.size();) {
-    const std::string_view line = WithoutBlanks(TakeProfileLine(body, position).text);
+    const std::string_view line = WithoutOuterBlanks(TakeProfileLine(body, position).text);
     if (HoldsNoEntry(line)) continue;
     if (room == 0) return true;
     const std::string_view entry = EntryAsRead(line, stripped);
@@ -105,16 +106,34 @@ bool ProfileFile::ForEachLine(std::string_view section, std::size_t bufferSize,
   return false;
 }
 
-ProfileText ProfileFile::SectionLines(std::string_view section, std::size_t bufferSize) const {
-  ProfileText lines;
-  lines.cutOff =
-      ForEachLine(section, bufferSize, [&lines](std::string_view line) { (lines.buffer += line) += '\0'; });
-  lines.buffer.resize(std::min(lines.buffer.size(), RoomOf(bufferSize)));
-  return lines;
-}
-
 bool ProfileFile::HasSection(std::string_view section) const {
   return Find(section) != nullptr;
+}
+
+std::string ProfileFile::WithSection(std::string_view section, const std::vector<std::string>& lines) const {
+  const Span* span = Find(section);
+  if (span == nullptr) return WithAppendedSection(section, lines);
+  std::string out = bytes_.substr(0, span->body);
+  AppendBody(out, BodyOf(*span), lines);
+  return out.append(bytes_, span->end) += endMark_;
+}
+
+std::string ProfileFile::WithAppendedSection(std::string_view section,
+                                             const std::vector<std::string>& lines) const {
+  std::string out = bytes_;
+  if (out.size() > firstLine_ && FinalLineEnd(out).empty()) out += kUsualLineEnd;
+  ((out += '[') += section) += ']';
+  out += kUsualLineEnd;
+  for (const std::string& line : lines) (out += line) += kUsualLineEnd;
+  return out += endMark_;
+}
+
+std::string ProfileFile::WithoutSection(std::string_view section) const {
+  const Span* span = Find(section);
+  if (span == nullptr) return bytes_ + endMark_;
+  std::string out = bytes_.substr(0, span->begin);
+  AppendBodyWithoutEntries(out, BodyOf(*span));
+  return out.append(bytes_, span->end) += endMark_;
 }
 
 }  // namespace pellorin

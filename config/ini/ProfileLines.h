@@ -6,14 +6,18 @@
 #include <string>
 #include <string_view>
 
+#include "base/Text.h"
+
 namespace pellorin {
+
+inline constexpr std::string_view kUsualLineEnd = "\r\n";
 
 struct ProfileLine {
   std::string_view text;
-  std::string_view lineEnd;  // CR LF, LF or CR; empty at the end of a file that lacks it
+  std::string_view lineEnd;  // CR LF, LF or CR; empty when the file ends without one
 };
 
-// The line that begins at `position`, which moves behind it.
+// The line that begins at `position`. Moves `position` to the line after it.
 inline ProfileLine TakeProfileLine(std::string_view bytes, std::size_t& position) {
   const std::size_t begin = position;
   // A line feed is searched for first: single carriage returns are rare.
@@ -25,15 +29,14 @@ inline ProfileLine TakeProfileLine(std::string_view bytes, std::size_t& position
   return {bytes.substr(begin, end - begin), bytes.substr(end, position - end)};
 }
 
-inline std::string_view WithoutBlanks(std::string_view text) {
-  const auto blank = [](char byte) { return byte == ' ' || byte == '\t'; };
-  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
-  return text;
+// The line end that the bytes end with; empty when they end with none.
+inline std::string_view FinalLineEnd(std::string_view bytes) {
+  if (bytes.ends_with(kUsualLineEnd)) return bytes.substr(bytes.size() - kUsualLineEnd.size());
+  if (bytes.ends_with('\n') || bytes.ends_with('\r')) return bytes.substr(bytes.size() - 1);
+  return {};
 }
 
-// Where the text ends: some old editors mark its end with Ctrl-Z, which may have blanks and line ends after
-// it.
+// Where the text ends: some old editors mark its end with Ctrl-Z. Blanks and line ends may follow the mark.
 inline std::size_t EndOfProfileText(std::string_view bytes) {
   constexpr std::string_view kAfterText("\x1A\r\n \t\0", 6);
   const std::size_t last = bytes.find_last_not_of(kAfterText);
@@ -41,7 +44,7 @@ inline std::size_t EndOfProfileText(std::string_view bytes) {
   return std::min(mark, bytes.size());
 }
 
-// Whether a line without outer blanks is a comment, or empty to the eye: form feeds and non-breaking blanks.
+// Whether a line without outer blanks is a comment, or looks empty: form feeds and non-breaking blanks.
 inline bool HoldsNoEntry(std::string_view line) {
   if (line.empty() || line.front() == ';') return true;
   const bool mayBeEmpty = line.front() == '\f' || line.front() == '\xA0';
@@ -51,30 +54,29 @@ inline bool HoldsNoEntry(std::string_view line) {
 enum class ProfileLineKind { Header, Entry, Other };
 
 inline ProfileLineKind KindOfProfileLine(std::string_view line) {
-  const std::size_t first = line.find_first_not_of(" \t");
-  if (first == std::string_view::npos || HoldsNoEntry(line.substr(first))) return ProfileLineKind::Other;
-  return line[first] == '[' ? ProfileLineKind::Header : ProfileLineKind::Entry;
+  line = WithoutOuterBlanks(line);
+  if (HoldsNoEntry(line)) return ProfileLineKind::Other;
+  return line.front() == '[' ? ProfileLineKind::Header : ProfileLineKind::Entry;
 }
 
-// Adds an entry line as it is read: without blanks round the line, the name and the value.
+// Appends an entry line as it is read: without blanks around the line, the name and the value.
 inline void AppendEntry(std::string& text, std::string_view line) {
-  const std::string_view entry = WithoutBlanks(line);
+  const std::string_view entry = WithoutOuterBlanks(line);
   const std::size_t equals = entry.find('=');
-  text += WithoutBlanks(entry.substr(0, equals));
+  text += WithoutOuterBlanks(entry.substr(0, equals));
   if (equals == std::string_view::npos) return;
   text += '=';
-  text += WithoutBlanks(entry.substr(equals + 1));
+  text += WithoutOuterBlanks(entry.substr(equals + 1));
 }
 
-// The same for a line without outer blanks, without a copy where the line has no blanks round its "="; else
-// `stripped` holds the entry.
+// The same for a line without outer blanks. Copies it to `stripped` only when there are blanks around its
+// "=".
 inline std::string_view EntryAsRead(std::string_view line, std::string& stripped) {
-  const auto blank = [](char byte) { return byte == ' ' || byte == '\t'; };
+  const auto isBlank = [line](std::size_t position) {
+    return position < line.size() && (line[position] == ' ' || line[position] == '\t');
+  };
   const std::size_t equals = line.find('=');
-  if (equals == std::string_view::npos) return line;
-  const bool blankBefore = equals > 0 && blank(line[equals - 1]);
-  const bool blankBehind = equals + 1 < line.size() && blank(line[equals + 1]);
-  if (!blankBefore && !blankBehind) return line;
+  if (equals == std::string_view::npos || !(isBlank(equals - 1) || isBlank(equals + 1))) return line;
   stripped.clear();
   AppendEntry(stripped, line);
   return stripped;

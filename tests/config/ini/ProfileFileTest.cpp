@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <tuple>
 
@@ -22,6 +23,14 @@ std::string Joined(const ProfileText& text) {
   std::string joined;
   for (const std::string_view piece : text.Pieces()) (joined += joined.empty() ? "" : " | ") += piece;
   return joined;
+}
+
+// The section's lines as the buffer of that size holds them.
+ProfileText LinesOf(const ProfileFile& file, std::string_view section, std::size_t bufferSize) {
+  ProfileText lines;
+  file.ForEachLine(section, bufferSize, [&lines](std::string_view line) { (lines.buffer += line) += '\0'; });
+  lines.buffer.resize(std::min(lines.buffer.size(), bufferSize < 2 ? 0 : bufferSize - 2));
+  return lines;
 }
 
 Lines SplitBehindNuls(std::string text) {
@@ -51,7 +60,7 @@ TEST(ProfileFile, BehavesAsTheSystemsProfileFunctions) {
     const ProfileFile file(folder.Has(name) ? ReadFile(SystemFiles(), folder / name) : "");
 
     if (op == "names" || op == "section") {
-      const ProfileText text = op == "names" ? file.SectionNames(buffer) : file.SectionLines(section, buffer);
+      const ProfileText text = op == "names" ? file.SectionNames(buffer) : LinesOf(file, section, buffer);
       EXPECT_EQ(text.buffer.size(), returned);
       EXPECT_EQ(Joined(text), expected);
       continue;
@@ -75,10 +84,10 @@ TEST(ProfileFile, TellsWhetherTheBufferCutSomething) {
   const std::tuple<std::size_t, const char*, bool> rows[] = {
       {17, "x=12345 | y=67890", false}, {16, "x=12345 | y=6789", true}, {9, "x=12345", true}, {0, "", true}};
   for (const auto& [buffer, pieces, cutOff] : rows) {
-    const ProfileText text = file.SectionLines("A", buffer);
+    const ProfileText text = LinesOf(file, "A", buffer);
     EXPECT_EQ(Joined(text), pieces) << buffer;
-    EXPECT_EQ(text.cutOff, cutOff) << buffer;
-    EXPECT_FALSE(file.SectionLines("B", buffer).cutOff) << buffer;
+    EXPECT_EQ(file.ForEachLine("A", buffer, [](std::string_view) {}), cutOff) << buffer;
+    EXPECT_FALSE(file.ForEachLine("B", buffer, [](std::string_view) {})) << buffer;
   }
 }
 
@@ -87,17 +96,17 @@ TEST(ProfileFile, ReadsHeadersAndLinesHoweverTheyAreSpelled) {
       "\xEF\xBB\xBF[ First ]\r\n \t x \t=\t 1 = 2 \t\r\n\t;c=1\r\n#d=1\r\n = e\r\n  junk \r"
       "\t [Second]] rest=1\ra=1\r[Third\nb=1\n\n[]\nc=1\n[fIRST]\nlost=1");
   EXPECT_EQ(Joined(file.SectionNames(1000)), "First | Second | Third | fIRST");
-  EXPECT_EQ(Joined(file.SectionLines("first", 1000)), "x=1 = 2 | #d=1 | =e | junk");
-  EXPECT_EQ(Joined(file.SectionLines("Second", 1000)), "a=1");
-  EXPECT_EQ(Joined(file.SectionLines("Third", 1000)), "b=1");
-  EXPECT_EQ(Joined(file.SectionLines("", 1000)), "c=1");
+  EXPECT_EQ(Joined(LinesOf(file, "first", 1000)), "x=1 = 2 | #d=1 | =e | junk");
+  EXPECT_EQ(Joined(LinesOf(file, "Second", 1000)), "a=1");
+  EXPECT_EQ(Joined(LinesOf(file, "Third", 1000)), "b=1");
+  EXPECT_EQ(Joined(LinesOf(file, "", 1000)), "c=1");
   EXPECT_TRUE(file.HasSection("THIRD"));
   EXPECT_FALSE(file.HasSection("Fourth"));
 }
 
 TEST(ProfileFile, ComparesNamesInTheCodePage) {
   const ProfileFile file("[MAIL:\xC4\x8A]\nx=1\n[MAIL:\xE4\x9A]\nx=2\n[MAIL:\x81]\nx=3\n");
-  EXPECT_EQ(Joined(file.SectionLines("mail:\xE4\x8A", 100)), "x=1");
+  EXPECT_EQ(Joined(LinesOf(file, "mail:\xE4\x8A", 100)), "x=1");
   EXPECT_FALSE(file.HasSection("MAIL:\x8D"));
   EXPECT_FALSE(file.HasSection("MAIL:a\x8A"));
 }
@@ -105,7 +114,7 @@ TEST(ProfileFile, ComparesNamesInTheCodePage) {
 TEST(ProfileFile, NulsEndTexts) {
   using namespace std::string_literals;
   const ProfileFile file("[A]\r\nx=1\0y = 2\r\n\0\0\r\nz=3\0\r\n"s);
-  const ProfileText text = file.SectionLines("A", 1000);
+  const ProfileText text = LinesOf(file, "A", 1000);
   EXPECT_EQ(Joined(text), "x=1 | y = 2 | z=3");
   EXPECT_EQ(text.buffer.size(), 18u);
   EXPECT_EQ(file.WithSection("A", {"x=9"}), "[A]\r\nx=9\r\n");
