@@ -9,9 +9,9 @@
 #include <limits>
 
 #include "base/NumberedError.h"
-#include "base/TextCase.h"
+#include "config/CannotSave.h"
+#include "config/queues/XmlForm.h"
 #include "files/FileLookup.h"
-#include "platform/FileOperations.h"
 
 namespace pellorin {
 namespace {
@@ -43,14 +43,14 @@ std::string TextOf(const xmlNode& attribute) {
 }
 
 [[noreturn]] void Fail(const std::string& description) {
-  throw NumberedError(50111, kSource, description);
+  throw NumberedError(kCannotSaveSection, kSource, description);
 }
 
 std::string ReasonOf(const xmlError* error) {
-  if (error == nullptr || error->message == nullptr) return "It is no XML document.";
+  if (error == nullptr || error->message == nullptr) return "It is not an XML document.";
   std::string message = error->message;
   while (!message.empty() && (message.back() == '\n' || message.back() == '\r')) message.pop_back();
-  return "It is no well-formed XML: line " + std::to_string(error->line) + ": " + message;
+  return "It is not well-formed XML: line " + std::to_string(error->line) + ": " + message;
 }
 
 // The nodes that an XPath expression selects, in document order.
@@ -77,7 +77,8 @@ std::vector<xmlNode*> AllAttributes(xmlDoc* document) {
   return Select(document, kAttributes);
 }
 
-// Takes the length of these nodes' text, entities expanded, from the budget; false when it does not suffice.
+// Subtracts the length of these nodes' text, entities expanded, from the budget. False when the budget is too
+// small.
 bool FitsInto(std::size_t& budget, const xmlNode* node) {
   for (; node != nullptr; node = node->next) {
     const bool isText = node->type == XML_TEXT_NODE;
@@ -109,18 +110,18 @@ xmlNode* FirstQueueElement(xmlDoc* document) {
   return found.empty() ? nullptr : found.front();
 }
 
-// Whether the element has another attribute of that local name, without a prefix or else with any, and of the
-// same text.
+// Whether the element has another attribute of that local name and with the same text. The one without a
+// prefix is compared if there is one.
 bool RepeatsAttributeOf(xmlNode* element, const xmlNode& attribute) {
   if (element == nullptr) return false;
   const xmlAttr* other = xmlHasNsProp(element, attribute.name, nullptr);
   for (const xmlAttr* each = element->properties; other == nullptr && each != nullptr; each = each->next)
     if (xmlStrEqual(each->name, attribute.name) != 0) other = each;
-  const auto* node = reinterpret_cast<const xmlNode*>(other);  // libxml2 gives both the same beginning
+  const auto* node = reinterpret_cast<const xmlNode*>(other);  // in libxml2 both structures begin alike
   return node != nullptr && node != &attribute && TextOf(*node) == TextOf(attribute);
 }
 
-// The characters that XML 1.0 can express; a text from outside may also be no UTF-8 at all.
+// Whether XML 1.0 can express the text. One from outside may not even be UTF-8.
 bool IsXmlText(const std::string& text) {
   if (!xmlCheckUTF8(XmlText(text)) || text.find('\0') != std::string::npos) return false;
   for (int position = 0, size = static_cast<int>(text.size()); position < size;) {
@@ -132,76 +133,13 @@ bool IsXmlText(const std::string& text) {
   return true;
 }
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
-constexpr std::string_view kBigEndianMark = "\xFE\xFF";
-
-// UTF-16 in the other byte order.
-std::string Swapped(std::string bytes) {
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) std::swap(bytes[at], bytes[at + 1]);
-  return bytes;
-}
-
-// The ASCII characters of UTF-16, "?" for the others.
-std::string AsciiOf(std::string_view bytes, bool bigEndian) {
-  std::string ascii;
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    const bool isAscii = bytes[bigEndian ? at : at + 1] == '\0';
-    ascii += isAscii ? bytes[bigEndian ? at + 1 : at] : '?';
-  }
-  return ascii;
-}
-
-// Of characters of one byte, or of two in little-endian order.
-std::string WithWindowsLineEnds(std::string_view bytes, std::size_t width) {
-  const std::string_view lineFeed = std::string_view("\n\0", 2).substr(0, width);
-  const std::string_view carriageReturn = std::string_view("\r\0", 2).substr(0, width);
-  std::string result;
-  for (std::size_t at = 0; at < bytes.size(); at += width) {
-    const std::string_view character = bytes.substr(at, width);
-    if (character == lineFeed) result += carriageReturn;
-    result += character;
-  }
-  return result;
-}
-
-bool HasOnlyWindowsLineEnds(std::string_view bytes) {
-  std::size_t found = 0;
-  for (std::size_t line = 0; (line = bytes.find('\n', line)) != std::string_view::npos; ++line, ++found)
-    if (line == 0 || bytes[line - 1] != '\r') return false;
-  return found > 0;
-}
-
 }  // namespace
 
 struct QueueDefinition::Document {
   DocumentPointer tree;
   xmlNode* queue = nullptr;  // the first element of that name, if there is one
-  std::string encoding;      // as the declaration names it
-  std::string_view byteOrderMark;
-  bool isUtf16 = false;
-  bool isBigEndian = false;
-  bool hasDeclaration = false;
-  bool hasWindowsLineEnds = false;
-
-  void NoteFormOf(std::string_view bytes);
+  XmlForm form;
 };
-
-// Remembers how the bytes that were parsed are to be written again.
-void QueueDefinition::Document::NoteFormOf(std::string_view bytes) {
-  for (const std::string_view mark : {kUtf8Mark, kLittleEndianMark, kBigEndianMark})
-    if (bytes.starts_with(mark)) byteOrderMark = mark;
-  bytes.remove_prefix(byteOrderMark.size());
-  isBigEndian = byteOrderMark.empty() ? bytes.starts_with('\0') : byteOrderMark == kBigEndianMark;
-  isUtf16 = isBigEndian || byteOrderMark == kLittleEndianMark || bytes.substr(0, 2).ends_with('\0');
-  encoding = tree->encoding == nullptr ? "" : reinterpret_cast<const char*>(tree->encoding);
-  if (isUtf16 && !EqualIgnoringCase(encoding.substr(0, 6), "UTF-16")) encoding = "UTF-16";
-  if (encoding.empty()) encoding = "UTF-8";
-  const std::string ascii = isUtf16 ? AsciiOf(bytes, isBigEndian) : std::string();
-  const std::string_view text = isUtf16 ? std::string_view(ascii) : bytes;
-  hasDeclaration = text.starts_with("<?xml") || (isUtf16 && byteOrderMark.empty());
-  hasWindowsLineEnds = HasOnlyWindowsLineEnds(text);
-}
 
 QueueDefinition::QueueDefinition(std::string_view bytes) : document_(std::make_unique<Document>()) {
   const ParserContext parser(xmlNewParserCtxt());
@@ -214,7 +152,8 @@ QueueDefinition::QueueDefinition(std::string_view bytes) : document_(std::make_u
   if (!document_->tree) Fail(ReasonOf(xmlCtxtGetLastError(parser.get())));
   RequireBoundedEntities(document_->tree.get());
   document_->queue = FirstQueueElement(document_->tree.get());
-  document_->NoteFormOf(bytes);
+  const xmlChar* declared = document_->tree->encoding;
+  document_->form = FormOf(bytes, declared == nullptr ? "" : reinterpret_cast<const char*>(declared));
 }
 
 QueueDefinition::QueueDefinition(std::unique_ptr<Document> document) : document_(std::move(document)) {}
@@ -224,13 +163,10 @@ QueueDefinition::QueueDefinition(QueueDefinition&&) noexcept = default;
 QueueDefinition& QueueDefinition::operator=(QueueDefinition&&) noexcept = default;
 
 QueueDefinition QueueDefinition::Copy() const {
-  const Document& from = *document_;
-  DocumentPointer tree(xmlCopyDoc(from.tree.get(), 1));
+  DocumentPointer tree(xmlCopyDoc(document_->tree.get(), 1));
   if (!tree) throw std::bad_alloc();
   xmlNode* queue = FirstQueueElement(tree.get());
-  return QueueDefinition(std::make_unique<Document>(
-      Document{std::move(tree), queue, from.encoding, from.byteOrderMark, from.isUtf16, from.isBigEndian,
-               from.hasDeclaration, from.hasWindowsLineEnds}));
+  return QueueDefinition(std::make_unique<Document>(Document{std::move(tree), queue, document_->form}));
 }
 
 std::vector<std::pair<std::string, std::string>> QueueDefinition::Attributes() const {
@@ -271,27 +207,19 @@ void QueueDefinition::SetAttribute(const std::string& name, const std::string& v
 }
 
 const std::string& QueueDefinition::Encoding() const {
-  return document_->encoding;
+  return document_->form.encoding;
 }
 
 std::string QueueDefinition::Serialize() const {
-  const Document& document = *document_;
+  const XmlForm& form = document_->form;
   const std::unique_ptr<xmlBuffer, Freer<xmlBuffer, xmlBufferFree>> buffer(xmlBufferCreate());
-  xmlSaveCtxt* save = xmlSaveToBuffer(buffer.get(), document.encoding.c_str(),
-                                      document.hasDeclaration ? 0 : XML_SAVE_NO_DECL);
-  if (save == nullptr) Fail("It cannot be written in the encoding " + document.encoding + ".");
-  const bool isWritten = xmlSaveDoc(save, document.tree.get()) >= 0;
+  xmlSaveCtxt* save =
+      xmlSaveToBuffer(buffer.get(), form.encoding.c_str(), form.hasDeclaration ? 0 : XML_SAVE_NO_DECL);
+  if (save == nullptr) Fail("It cannot be written in the encoding " + form.encoding + ".");
+  const bool isWritten = xmlSaveDoc(save, document_->tree.get()) >= 0;
   if (xmlSaveClose(save) < 0 || !isWritten) Fail("It cannot be written as XML.");
-
-  std::string bytes(reinterpret_cast<const char*>(xmlBufferContent(buffer.get())),
-                    static_cast<std::size_t>(xmlBufferLength(buffer.get())));
-  if (document.isUtf16) {  // which comes in either byte order, with a mark or without
-    if (bytes.starts_with(kBigEndianMark) || bytes.starts_with('\0')) bytes = Swapped(std::move(bytes));
-    if (bytes.starts_with(kLittleEndianMark)) bytes.erase(0, kLittleEndianMark.size());
-  }
-  if (document.hasWindowsLineEnds) bytes = WithWindowsLineEnds(bytes, document.isUtf16 ? 2 : 1);
-  if (document.isBigEndian) bytes = Swapped(std::move(bytes));
-  return std::string(document.byteOrderMark) + bytes;
+  return InForm(form, std::string(reinterpret_cast<const char*>(xmlBufferContent(buffer.get())),
+                                  static_cast<std::size_t>(xmlBufferLength(buffer.get()))));
 }
 
 }  // namespace pellorin

@@ -122,7 +122,7 @@ TEST(QueueFile, AnEncodingThatCannotBeWrittenBackIsRefused) {
 }
 
 TEST(QueueFile, AnUnusableFileIsAQueueWithoutSettingsThatIsNeverWritten) {
-  const std::string noXml = "It is no well-formed XML: line ";
+  const std::string noXml = "It is not well-formed XML: line ";
   const std::pair<std::string, std::string> rows[] = {
       {"", "It is empty."},
       {"<queue every=\"1\">\n<a></queue>", noXml + "2: "},

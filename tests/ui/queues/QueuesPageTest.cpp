@@ -301,7 +301,7 @@ TEST_F(QueuesPageTest, AnUnusableFileIsNamedAndOnlyEverDeleted) {
   Open();
   EXPECT_EQ(Text("lblQueueProblem")
                 .find("The definition of this queue cannot be used:\r\n" + QueuePath("Q1") +
-                      "\r\nIt is no well-formed XML: line 1"),
+                      "\r\nIt is not well-formed XML: line 1"),
             0U);
   EXPECT_EQ(OnOf("cmbQueues btnAddQueue btnDeleteQueue btnTestQueue txtQueueTitle optDaily optQueueAll "
                  "txtStartDate lstQueueFilter"),
