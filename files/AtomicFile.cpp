@@ -1,29 +1,28 @@
 #include "files/AtomicFile.h"
 
-#include <cerrno>
 #include <random>
 
+#include "base/Text.h"
 #include "files/OpenFile.h"
 #include "platform/Paths.h"
 
 namespace pellorin {
 namespace {
 
-// A hidden file beside the target: a rename is atomic only within one folder. Long names are cut, so that
-// what is added to them still fits the file system's limit for names.
+// A hidden file beside the target, since a rename is atomic only within one folder. Long names are cut: with
+// what is added, they must fit the file system's limit for names.
 std::string TemporaryPathBeside(const std::string& target) {
   constexpr std::size_t kLongestPart = 200;
-  constexpr const char* kDigits = "0123456789abcdef";
   std::random_device random;
   std::string name = ".";
   name += NameOf(target).substr(0, kLongestPart);
   name += '.';
-  for (int digit = 0; digit < 16; ++digit) name += kDigits[random() % 16];
+  for (int byte = 0; byte < 8; ++byte) AppendHex(name, static_cast<unsigned char>(random()));
   name += ".tmp";
   return JoinPath(FolderOf(target), name);
 }
 
-// Gone with everything written to it unless it takes the target's place.
+// Deleted on destruction, unless renamed over the target.
 class TemporaryFile {
  public:
   TemporaryFile(FileOperations& files, const std::string& path, NewFileAccess access)
@@ -47,7 +46,8 @@ class TemporaryFile {
   void Write(std::string_view bytes) {
     while (!bytes.empty()) {
       const std::size_t written = files_.Write(file_.Handle(), bytes);
-      if (written == 0) throw FileError(EIO, "Cannot write the file: nothing is taken", path_);
+      if (written == 0)
+        throw FileError(FileProblem::NotWritten, "Cannot write the file: nothing is taken", path_);
       bytes.remove_prefix(written);
     }
   }
@@ -69,12 +69,12 @@ class TemporaryFile {
 void RequireWritable(FileOperations& files, FileKind kind, const std::string& target) {
   if (kind == FileKind::Missing) return;
   if (kind == FileKind::Folder) {
-    throw FileError(EISDIR, "Cannot write the file: it is a folder", target);
+    throw FileError(FileProblem::IsFolder, "Cannot write the file: it is a folder", target);
   }
   if (kind == FileKind::Other) {
-    throw FileError(EINVAL, "Cannot write the file: it is not an ordinary file", target);
+    throw FileError(FileProblem::NotOrdinary, "Cannot write the file: it is not an ordinary file", target);
   }
-  if (files.IsReadOnly(target)) throw FileError(EACCES, "The file is read-only", target);
+  if (files.IsReadOnly(target)) throw FileError(FileProblem::ReadOnly, "The file is read-only", target);
 }
 
 // The renaming or removing itself survives a loss of power only when the folder has reached the disk.
@@ -124,7 +124,7 @@ void WriteNewFileAtomically(FileOperations& files, const std::string& temporary,
   try {
     SynchronizeFolder(files, FolderOf(target));
   } catch (const FileError&) {
-    // It is on its way: neither to be undone nor to be done again.
+    // A reader may already have it; do not undo or retry.
   }
 }
 
@@ -132,7 +132,7 @@ void RemoveFileDurably(FileOperations& files, const std::string& path) {
   try {
     files.Remove(path);
   } catch (const FileError& error) {
-    if (error.Number() == ENOENT || error.Number() == ENOTDIR) return;
+    if (error.IsMissing()) return;
     throw;
   }
   SynchronizeFolder(files, FolderOf(path));

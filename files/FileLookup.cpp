@@ -1,8 +1,6 @@
 #include "files/FileLookup.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 
 #include "base/TextCase.h"
 #include "files/OpenFile.h"
@@ -11,11 +9,10 @@
 namespace pellorin {
 namespace {
 
-constexpr char kSeparator = '/';
 constexpr int kDeepestLink = 40;
 
-[[noreturn]] void RefuseToRead(int error, const std::string& reason, const std::string& path) {
-  throw FileError(error, "Cannot read the file: " + reason, path);
+[[noreturn]] void RefuseToRead(FileProblem problem, const std::string& reason, const std::string& path) {
+  throw FileError(problem, "Cannot read the file: " + reason, path);
 }
 
 void RequireReadableKind(const FileStatus& status, const std::string& path) {
@@ -24,11 +21,11 @@ void RequireReadableKind(const FileStatus& status, const std::string& path) {
     case FileKind::Missing:
       break;
     case FileKind::Folder:
-      RefuseToRead(EISDIR, "it is a folder", path);
+      RefuseToRead(FileProblem::IsFolder, "it is a folder", path);
     case FileKind::Other:
-      RefuseToRead(EINVAL, "it is not an ordinary file", path);
+      RefuseToRead(FileProblem::NotOrdinary, "it is not an ordinary file", path);
   }
-  if (status.size > kLargestFile) RefuseToRead(EFBIG, "it is larger than 16 MB", path);
+  if (status.size > kLargestFile) RefuseToRead(FileProblem::TooLarge, "it is larger than 16 MB", path);
 }
 
 std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_t expectedSize) {
@@ -38,7 +35,7 @@ std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_
   std::size_t size = 0;
   while (const std::size_t count = files.Read(file.Handle(), &content[size], content.size() - size)) {
     size += count;
-    if (size > kLargestFile) RefuseToRead(EFBIG, "it is larger than 16 MB", path);
+    if (size > kLargestFile) RefuseToRead(FileProblem::TooLarge, "it is larger than 16 MB", path);
     if (size == content.size()) content.resize(2 * size);
   }
   file.Close();
@@ -48,15 +45,14 @@ std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_
 
 // The path without links, relative parts and, as far as it exists, wrong letter case.
 std::string TruePath(FileOperations& files, const std::string& path, int depth) {
-  std::string truePath(1, kSeparator);
-  for (const std::filesystem::path& part : std::filesystem::absolute(path)) {
-    const std::string name = part.string();
-    if (name.empty() || name == "." || name.front() == kSeparator) continue;
-    if (name == "..") {
+  const std::vector<std::string> parts = PartsOfFullPath(path);
+  std::string truePath = parts.front();
+  for (std::size_t index = 1; index < parts.size(); ++index) {
+    if (parts[index] == "..") {
       truePath = FolderOf(truePath);
       continue;
     }
-    const std::string candidate = JoinPath(truePath, FindIgnoringCase(files, truePath, name));
+    const std::string candidate = JoinPath(truePath, FindIgnoringCase(files, truePath, parts[index]));
     const std::string target = files.ResolveLinks(candidate);
     const bool follow = target != candidate && depth < kDeepestLink;
     truePath = follow ? TruePath(files, target, depth + 1) : candidate;
@@ -66,13 +62,11 @@ std::string TruePath(FileOperations& files, const std::string& path, int depth) 
 
 // A folder that cannot be examined is compared as it is spelled.
 std::string ComparablePath(FileOperations& files, const std::string& path) {
-  if (path.empty()) return path;  // the same folder as no other
+  if (path.empty()) return path;  // equals no other folder
   try {
     return TruePath(files, path, 0);
   } catch (const FileError&) {
-    std::string spelled = path;
-    while (spelled.size() > 1 && spelled.back() == kSeparator) spelled.pop_back();
-    return spelled;
+    return WithoutTrailingSeparators(path);
   }
 }
 
@@ -91,7 +85,7 @@ std::optional<std::string> ReadFileIfPresent(FileOperations& files, const std::s
 
 std::string ReadFile(FileOperations& files, const std::string& path) {
   std::optional<std::string> content = ReadFileIfPresent(files, path);
-  if (!content) RefuseToRead(ENOENT, "it does not exist", path);
+  if (!content) RefuseToRead(FileProblem::Missing, "it does not exist", path);
   return std::move(*content);
 }
 

@@ -1,22 +1,33 @@
 // The operating system's file operations, one call each, behind an interface, so that a test can make any of
-// them fail. Paths are UTF-8. Every failure is raised as FileError: number = the system's error number,
-// description = what could not be done and why, path = the file's full path (none when a call on an open file
-// fails: only the caller knows what the handle stands for; ReadFile and WriteFileAtomically name it).
+// them fail. Paths are UTF-8. Every failure is a FileError: number = the system's error number, description =
+// what could not be done and why, path = the file's full path. A failing call on an open file names no path,
+// since only the caller knows what the handle stands for; ReadFile and WriteFileAtomically add it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/NumberedError.h"
 
 namespace pellorin {
 
+// What this program finds wrong with a file by itself.
+enum class FileProblem { Missing, IsFolder, IsNoFolder, NotOrdinary, ReadOnly, TooLarge, NotWritten };
+
+// The system's error number of such a problem.
+int ErrorNumberOf(FileProblem problem);
+
 class FileError : public NumberedError {
  public:
   FileError(int systemError, const std::string& description, std::string path);
+  FileError(FileProblem problem, const std::string& description, std::string path)
+      : FileError(ErrorNumberOf(problem), description, std::move(path)) {}
+
+  bool IsMissing() const;  // there is no such file or folder
 };
 
 enum class FileKind { Missing, File, Folder, Other };
@@ -33,8 +44,7 @@ struct FolderEntry {
 
 // Who may use a file that did not exist before.
 enum class NewFileAccess {
-  OwnerAndFolderGroup,  // read and write for the owner, read for the folder's group, nothing for others
-                        // (0640)
+  OwnerAndFolderGroup,  // the owner reads and writes, the folder's group reads (0640)
   FolderUsual,          // what the system gives a new file in that folder
 };
 
@@ -44,7 +54,7 @@ class FileOperations {
  public:
   virtual ~FileOperations() = default;
 
-  // Follows links. A missing file is no failure.
+  // Follows links. A missing file is not a failure.
   virtual FileStatus Status(const std::string& path) = 0;
   // Whether an existing file has no write permission for anybody, or this user may not write it.
   virtual bool IsReadOnly(const std::string& path) = 0;
@@ -65,7 +75,7 @@ class FileOperations {
 
   virtual void Rename(const std::string& from, const std::string& to) = 0;  // replaces `to`
   virtual void Remove(const std::string& path) = 0;
-  virtual void CreateFolder(const std::string& path) = 0;  // one level; an existing folder is no failure
+  virtual void CreateFolder(const std::string& path) = 0;  // one level; an existing folder is not a failure
 };
 
 FileOperations& SystemFiles();

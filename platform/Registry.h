@@ -1,8 +1,8 @@
-// The system's registry. Off Windows a folder tree stands in for it: a key is a folder, a value a file that
-// holds its raw bytes; lookups ignore letter case. The tree is the folder named by PELLORIN_REGISTRY, else
-// /etc/pellorin/registry. Key paths are separated by "/".
+// The system's registry: values of raw bytes under keys whose parts are separated by "/". Lookups ignore
+// letter case.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,20 +12,17 @@ namespace pellorin {
 
 class Registry {
  public:
-  Registry(FileOperations& files, std::string root);
+  virtual ~Registry() = default;
 
+  // Whether there is a registry at all: where somebody must lay it out first, it may be missing.
+  virtual bool Exists() const = 0;
   // Nothing when the key or the value is absent. FileError when it cannot be read.
-  std::optional<std::string> ReadValue(const std::string& key, const std::string& value) const;
+  virtual std::optional<std::string> ReadValue(const std::string& key, const std::string& value) const = 0;
   // Creates the key where it is absent. FileError when it cannot be written.
-  void WriteValue(const std::string& key, const std::string& value, const std::string& bytes);
-
- private:
-  FileOperations& files_;
-  std::string root_;
+  virtual void WriteValue(const std::string& key, const std::string& value, const std::string& bytes) = 0;
 };
 
-std::string DefaultRegistryRoot();
-// Whether somebody has laid out a registry: PELLORIN_REGISTRY is set, or the folder exists.
-bool HasRegistry(FileOperations& files);
+// The registry of this system.
+std::unique_ptr<Registry> SystemRegistry(FileOperations& files);
 
 }  // namespace pellorin

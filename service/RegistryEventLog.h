@@ -9,13 +9,13 @@ namespace pellorin {
 
 class RegistryEventLog : public EventLogRegistration {
  public:
-  explicit RegistryEventLog(Registry registry) : registry_(std::move(registry)) {}
+  explicit RegistryEventLog(Registry& registry) : registry_(registry) {}
   // An entry that is already right is not written again.
   void RegisterSource(const std::string& messageFile, const std::string& reserved, const std::string& folder,
                       const std::string& source, const std::string& logName) override;
 
  private:
-  Registry registry_;
+  Registry& registry_;
 };
 
 }  // namespace pellorin

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <utility>
 
 #include "base/Deadline.h"
@@ -71,15 +70,10 @@ struct OdbcConnection::Session {
   }
 };
 
-OdbcConnection::OdbcConnection(std::string driver, std::uint16_t browserPort)
-    : driver_(std::move(driver)), browserPort_(browserPort) {}
+OdbcConnection::OdbcConnection(FileOperations& files, std::string driver, std::uint16_t browserPort)
+    : files_(files), driver_(std::move(driver)), browserPort_(browserPort) {}
 
 OdbcConnection::~OdbcConnection() = default;
-
-std::string OdbcConnection::DefaultDriver() {
-  const char* chosen = std::getenv("PELLORIN_ODBC_DRIVER");
-  return chosen != nullptr && *chosen != '\0' ? chosen : "FreeTDS";
-}
 
 void OdbcConnection::Open() {
   const Deadline end(ConnectionTimeout);
@@ -103,8 +97,9 @@ void OdbcConnection::Open() {
         !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
     if (mayHaveSentPassword)
       securityNote_ = SecuritySentence(settings.server, false, false, IsLoginAnswered(connection.Records()));
+    const std::string problem = settings.isTrusted ? TrustedLoginProblem(files_) : "";
     throw SqlError(error.Number(), error.Source(),
-                   text + WhatDriverLeavesOut(text, settings.isTrusted, server.offersEncryption));
+                   text + WhatDriverLeavesOut(text, problem, server.offersEncryption));
   }
   securityNote_ = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
   session->isConnected = true;

@@ -1,11 +1,11 @@
-// A SqlConnection over ODBC. The driver is the one that the environment variable PELLORIN_ODBC_DRIVER names,
-// by its name in odbcinst.ini or the path of its library, else FreeTDS; it may be Microsoft's.
+// A SqlConnection over ODBC, with FreeTDS's driver or Microsoft's.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
+#include "platform/SqlServerSupport.h"
 #include "sql/InstancePort.h"
 #include "sql/SqlConnection.h"
 
@@ -15,10 +15,10 @@ class OdbcHandle;
 
 class OdbcConnection : public SqlConnection {
  public:
-  explicit OdbcConnection(std::string driver = DefaultDriver(), std::uint16_t browserPort = kBrowserPort);
+  // `driver`: the name under which it is installed, or the path of its library.
+  explicit OdbcConnection(FileOperations& files, std::string driver = UsualOdbcDriver(),
+                          std::uint16_t browserPort = kBrowserPort);
   ~OdbcConnection() override;
-
-  static std::string DefaultDriver();
 
   void Open() override;
   std::string SecurityNote() const override { return securityNote_; }
@@ -39,6 +39,7 @@ class OdbcConnection : public SqlConnection {
   std::unique_ptr<OdbcHandle> Statement() const;
   void FinishResults(const OdbcHandle& statement, const char* operation) const;
 
+  FileOperations& files_;
   std::string driver_;
   std::uint16_t browserPort_;
   std::string securityNote_;

@@ -3,7 +3,7 @@
 #include "base/TextCase.h"
 #include "base/Utf16.h"
 #include "platform/HostName.h"
-#include "platform/posix/KerberosTicket.h"
+#include "platform/SqlServerSupport.h"
 #include "sql/OdbcHandles.h"
 
 namespace pellorin {
@@ -44,11 +44,11 @@ bool IsDriverMissing(const std::string& description) {
   return description.find("Can't open lib") != std::string::npos;
 }
 
-std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, bool isEncrypted) {
-  if (IsDriverMissing(description))
-    return "\r\nThe driver is in the package tdsodbc; PELLORIN_ODBC_DRIVER names another one.";
+std::string WhatDriverLeavesOut(const std::string& description, const std::string& trustedLoginProblem,
+                                bool isEncrypted) {
+  if (IsDriverMissing(description)) return std::string("\r\n") + kMissingDriverCure;
   if (!IsGeneric(description)) return {};
-  if (isTrusted && !MayHaveKerberosTicket()) return "\r\nno Kerberos ticket (kinit)";
+  if (!trustedLoginProblem.empty()) return "\r\n" + trustedLoginProblem;
   if (isEncrypted)
     return "\r\nThe server offers TLS, so the connection was tried with encryption only. Please check the "
            "server's TLS settings.";

@@ -13,8 +13,10 @@ namespace pellorin {
 std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
                        const ReachedServer& server, std::chrono::seconds commandTimeout);
 
-// A line to go below the driver's words for a connection that failed: what they do not say. May be empty.
-std::string WhatDriverLeavesOut(const std::string& description, bool isTrusted, bool isEncrypted);
+// A line to add below the driver's words for a connection that failed: what they do not say. May be empty.
+// `trustedLoginProblem` is TrustedLoginProblem's answer for a trusted connection, else empty.
+std::string WhatDriverLeavesOut(const std::string& description, const std::string& trustedLoginProblem,
+                                bool isEncrypted);
 // What protected a connection, in a sentence: SqlConnection::SecurityNote. `isKnown` is false for a
 // connection that failed without an answer to the login, which may not have been sent.
 std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted,

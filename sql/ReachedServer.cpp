@@ -1,9 +1,9 @@
 #include "sql/ReachedServer.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "base/TextCase.h"
+#include "platform/Environment.h"
 #include "platform/MachineName.h"
 #include "sql/InstancePort.h"
 #include "sql/Prelogin.h"
@@ -17,12 +17,11 @@ constexpr const char* kSource = "PellorinConfig.exe, ReachedServer";
 // Whether what a server does not encrypt is refused. A value that is not known must not count as "no".
 bool IsEncryptionRequired() {
   constexpr const char* kVariable = "PELLORIN_SQL_ENCRYPTION";
-  const char* chosen = std::getenv(kVariable);
-  if (chosen == nullptr || *chosen == '\0') return false;
+  const std::string chosen = EnvironmentOr(kVariable, "");
+  if (chosen.empty()) return false;
   if (EqualIgnoringCase(chosen, "require")) return true;
-  throw SqlError(
-      0, kSource,
-      std::string(kVariable) + " is \"" + chosen + "\". Please set it to \"require\", or not at all.");
+  throw SqlError(0, kSource,
+                 kVariable + (" is \"" + chosen) + "\". Please set it to \"require\", or not at all.");
 }
 
 // The driver would ask sixteen times, whatever the time-out.

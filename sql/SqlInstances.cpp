@@ -2,6 +2,7 @@
 
 #include "base/AnsiText.h"
 #include "base/Text.h"
+#include "platform/SqlServerSupport.h"
 
 namespace pellorin {
 namespace {
@@ -19,10 +20,10 @@ std::string StoredList(const Registry& registry, bool isDefaultAssumed) {
 
 }  // namespace
 
-bool IsDefaultInstanceAssumed(FileOperations& files) {
+bool IsDefaultInstanceAssumed(const Registry& registry, FileOperations& files) {
   try {
-    return !HasRegistry(files) && files.Status("/opt/mssql/bin/sqlservr").kind == FileKind::File;
-  } catch (const FileError&) {  // what may not even be looked at is not installed for this user
+    return !registry.Exists() && HasLocalSqlServer(files);
+  } catch (const FileError&) {  // a registry that this user may not look at
     return false;
   }
 }

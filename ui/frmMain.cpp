@@ -63,9 +63,9 @@ frmMain::~frmMain() = default;
 
 void frmMain::AddPages() {
   mailPage_ = new MailPage(session_, components_.messages, controlTags_);
-  sqlPage_ = new SqlPage(session_, components_.messages, controlTags_, components_.files,
-                         {components_.setup, components_.messages, components_.localInstances,
-                          components_.programFolder, [this](QWidget& owner) {
+  sqlPage_ = new SqlPage(session_, components_.messages, controlTags_,
+                         {components_.setup, components_.messages, components_.files,
+                          components_.localInstances, components_.programFolder, [this](QWidget& owner) {
                             ShowHelpTopic(owner, "ConfigurationGuide.htm#NewSqlServerInstanceDialog");
                           }});
   queuesPage_ =

@@ -45,9 +45,9 @@ void TellLocalesNotInstalled() {
 
 std::vector<std::string> LocalInstances() {
   pellorin::FileOperations& files = pellorin::SystemFiles();
-  const pellorin::Registry registry(files, pellorin::DefaultRegistryRoot());
+  const auto registry = pellorin::SystemRegistry(files);
   std::vector<std::string> instances;
-  pellorin::GetInstalledSqlInstances(registry, pellorin::IsDefaultInstanceAssumed(files),
+  pellorin::GetInstalledSqlInstances(*registry, pellorin::IsDefaultInstanceAssumed(*registry, files),
                                      pellorin::GetMachineName(), instances);
   return instances;
 }
@@ -70,9 +70,10 @@ int main(int argumentCount, char** arguments) {
   pellorin::FileOperations& files = pellorin::SystemFiles();
   pellorin::QtUserMessages messages;
   pellorin::LocalMailComponent mail(files, programFolder, pellorin::SystemLocaleConventions());
-  pellorin::RegistryEventLog eventLog(pellorin::Registry(files, pellorin::DefaultRegistryRoot()));
+  const auto registry = pellorin::SystemRegistry(files);
+  pellorin::RegistryEventLog eventLog(*registry);
   pellorin::HelpFileBox help(files, messages);
-  const auto connect = [] { return std::make_unique<pellorin::OdbcConnection>(); };
+  const auto connect = [&files] { return std::make_unique<pellorin::OdbcConnection>(files); };
   pellorin::ProcedureInstaller setup(connect, files, programFolder, messages);
   pellorin::frmMain window({files, messages, mail, eventLog, help, setup, connect, LocalInstances,
                             programFolder, pellorin::SystemLocaleConventions()});

@@ -234,6 +234,30 @@ class PosixFiles : public FileOperations {
 
 }  // namespace
 
+int ErrorNumberOf(FileProblem problem) {
+  switch (problem) {
+    case FileProblem::Missing:
+      return ENOENT;
+    case FileProblem::IsFolder:
+      return EISDIR;
+    case FileProblem::IsNoFolder:
+      return ENOTDIR;
+    case FileProblem::NotOrdinary:
+      return EINVAL;
+    case FileProblem::ReadOnly:
+      return EACCES;
+    case FileProblem::TooLarge:
+      return EFBIG;
+    case FileProblem::NotWritten:
+      break;
+  }
+  return EIO;
+}
+
+bool FileError::IsMissing() const {
+  return Number() == ENOENT || Number() == ENOTDIR;
+}
+
 FileError::FileError(int systemError, const std::string& description, std::string path)
     : NumberedError(systemError, "PellorinConfig.exe, FileSystem", description, FullPath(path)) {}
 

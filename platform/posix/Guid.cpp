@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "base/NumberedError.h"
+#include "base/Text.h"
 
 namespace pellorin {
 namespace {
@@ -41,15 +42,12 @@ std::string GenerateGUID() {
   GuidBytes bytes = RandomBytes();
   bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);  // version 4: random
   bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);  // the usual variant
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  std::string text = "{00000000-0000-0000-0000-000000000000}";
-  std::size_t place = 1;
-  for (const unsigned char byte : bytes) {
-    if (text[place] == '-') ++place;
-    text[place++] = kDigits[byte >> 4];
-    text[place++] = kDigits[byte & 0x0F];
+  std::string text = "{";
+  for (std::size_t index = 0; index < bytes.size(); ++index) {
+    if (index == 4 || index == 6 || index == 8 || index == 10) text += '-';
+    AppendHex(text, bytes[index]);
   }
-  return text;
+  return text + "}";
 }
 
 }  // namespace pellorin

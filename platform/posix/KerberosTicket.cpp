@@ -3,29 +3,28 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/Text.h"
 #include "files/FileLookup.h"
-#include "platform/FileOperations.h"
+#include "platform/Environment.h"
 #include "platform/posix/CredentialCache.h"
 
 namespace pellorin {
 namespace {
 
-// Nothing for a file that is missing or cannot be read: it is of no use to the driver either.
-std::optional<std::string> ReadIfPossible(const std::string& path) {
+// Nothing for a file that is missing or cannot be read: the driver cannot use it either.
+std::optional<std::string> ReadIfPossible(FileOperations& files, const std::string& path) {
   try {
-    return ReadFileIfPresent(SystemFiles(), path);
+    return ReadFileIfPresent(files, path);
   } catch (const FileError&) {
     return std::nullopt;
   }
 }
 
-// Whether the settings of Kerberos say where tickets are kept, other than in a comment.
+// Whether the settings of Kerberos say, outside comments, where tickets are kept.
 bool NamesAnotherPlace(const std::string& settings) {
   for (const std::string& line : SplitAt("\n", settings)) {
     const std::string_view text = WithoutOuterBlanks(line);
@@ -35,26 +34,25 @@ bool NamesAnotherPlace(const std::string& settings) {
 }
 
 // Nothing when the tickets are kept elsewhere.
-std::optional<std::string> TicketFile() {
+std::optional<std::string> TicketFile(FileOperations& files) {
   constexpr std::string_view kFileKind = "FILE:";
-  const char* named = std::getenv("KRB5CCNAME");
-  if (named == nullptr || *named == '\0') {
-    const auto settings = ReadIfPossible("/etc/krb5.conf");
+  const std::string named = EnvironmentOr("KRB5CCNAME", "");
+  if (named.empty()) {
+    const auto settings = ReadIfPossible(files, "/etc/krb5.conf");
     if (settings && NamesAnotherPlace(*settings)) return std::nullopt;
     return "/tmp/krb5cc_" + std::to_string(getuid());
   }
-  std::string path = named;
-  if (path.starts_with(kFileKind)) return path.substr(kFileKind.size());
-  if (path.front() == '/') return path;
+  if (named.starts_with(kFileKind)) return named.substr(kFileKind.size());
+  if (named.front() == '/') return named;
   return std::nullopt;
 }
 
 }  // namespace
 
-bool MayHaveKerberosTicket() {
-  const auto file = TicketFile();
+bool MayHaveKerberosTicket(FileOperations& files) {
+  const auto file = TicketFile(files);
   if (!file) return true;
-  const auto bytes = ReadIfPossible(*file);
+  const auto bytes = ReadIfPossible(files, *file);
   if (!bytes) return false;
   const auto end = LastTicketEnd(*bytes);
   const auto now =

@@ -1,10 +1,12 @@
 // Whether the user has logged in to a Kerberos realm, as trusted connections need it.
 #pragma once
 
+#include "platform/FileOperations.h"
+
 namespace pellorin {
 
-// False when the tickets are kept in a file, as they are unless the system is told otherwise, and that file
-// holds no ticket that is still valid. True wherever this program cannot tell.
-bool MayHaveKerberosTicket();
+// False when the tickets are kept in a file, which is usual, and that file holds no valid ticket. True
+// wherever this program cannot tell.
+bool MayHaveKerberosTicket(FileOperations& files);
 
 }  // namespace pellorin

@@ -1,6 +1,7 @@
 #include "platform/Paths.h"
 
 #include <cstddef>
+#include <filesystem>
 
 namespace pellorin {
 namespace {
@@ -22,6 +23,25 @@ std::string FolderOf(const std::string& path) {
 
 std::string NameOf(const std::string& path) {
   return path.substr(path.rfind(kSeparator) + 1);
+}
+
+bool IsFullPath(const std::string& path) {
+  return path.starts_with(kSeparator);
+}
+
+std::vector<std::string> PartsOfFullPath(const std::string& path) {
+  std::vector<std::string> parts{std::string(1, kSeparator)};
+  for (const std::filesystem::path& part : std::filesystem::absolute(path)) {
+    const std::string name = part.string();
+    if (!name.empty() && name != "." && name.front() != kSeparator) parts.push_back(name);
+  }
+  return parts;
+}
+
+std::string WithoutTrailingSeparators(const std::string& path) {
+  std::string shorter = path;
+  while (shorter.size() > 1 && shorter.back() == kSeparator) shorter.pop_back();
+  return shorter;
 }
 
 }  // namespace pellorin

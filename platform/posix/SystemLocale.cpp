@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <memory>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "base/Text.h"
+#include "platform/Environment.h"
 #include "platform/posix/LocaleFormats.h"
 
 namespace pellorin {
@@ -100,11 +100,7 @@ void ReadDateConventions(const std::string& localeName, LocaleConventions& conve
 
 // The variable for everything wins over the category's own; an empty one counts as absent.
 std::string LocaleNameFor(const char* category) {
-  for (const char* variable : {"LC_ALL", category, "LANG"}) {
-    const char* value = std::getenv(variable);
-    if (value != nullptr && *value != '\0') return value;
-  }
-  return {};
+  return EnvironmentOr("LC_ALL", EnvironmentOr(category, EnvironmentOr("LANG", "")));
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 #include "service/mail/LocalMailComponent.h"
 
-#include <cstdlib>
 #include <ctime>
 #include <utility>
 
 #include "base/TextCase.h"
-#include "files/FileLookup.h"
 #include "platform/Guid.h"
+#include "platform/ServiceFolder.h"
 #include "service/mail/MailFailure.h"
 #include "service/mail/MailMessage.h"
 #include "service/mail/MailServerSettings.h"
@@ -32,17 +31,11 @@ std::string FileGuid() {
 }  // namespace
 
 LocalMailComponent::LocalMailComponent(FileOperations& files, std::string programFolder,
-                                       LocaleConventions locale, std::string folderFile)
-    : files_(files),
-      programFolder_(std::move(programFolder)),
-      locale_(std::move(locale)),
-      folderFile_(std::move(folderFile)) {}
+                                       LocaleConventions locale)
+    : files_(files), programFolder_(std::move(programFolder)), locale_(std::move(locale)) {}
 
 std::string LocalMailComponent::InstallFolder() {
-  if (const char* folder = std::getenv("PELLORIN_SERVICE_FOLDER"); folder != nullptr && *folder != '\0')
-    return folder;
-  const std::string text = ReadFileIfPresent(files_, folderFile_).value_or("");
-  const std::string folder = text.substr(0, text.find_first_of("\r\n"));
+  const std::string folder = RegisteredServiceFolder(files_);
   return folder.empty() ? programFolder_ : folder;
 }
 
@@ -60,7 +53,7 @@ bool LocalMailComponent::Send(const MailArguments& arguments) {
   } catch (const NumberedError& error) {
     errorNumber_ = error.Number();
     errorSource_ = kMailErrorSource;
-    errorDescription_ = error.Description() + (error.Path().empty() ? "" : "\r\n" + error.Path());
+    errorDescription_ = error.DescriptionAndPath();
     return false;
   }
 }

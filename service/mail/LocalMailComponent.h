@@ -1,7 +1,6 @@
 // Stands in for the service's mail component where the service's library is not installed. Sends one plain
-// text mail through the mail server whose saved settings it is told the name of: through its pickup folder,
-// or by SMTP. The install folder is the environment variable PELLORIN_SERVICE_FOLDER, else the first line of
-// /etc/pellorin/service-folder, else the program's own folder.
+// text mail through the named mail server, using its saved settings: through its pickup folder, or by SMTP.
+// Where no folder of the service is registered, the program's own folder counts as that.
 #pragma once
 
 #include "platform/FileOperations.h"
@@ -13,8 +12,7 @@ namespace pellorin {
 class LocalMailComponent : public MailComponent {
  public:
   // Pellorin.ini is read in the program's folder, its numbers as the locale writes them.
-  LocalMailComponent(FileOperations& files, std::string programFolder, LocaleConventions locale = {},
-                     std::string folderFile = "/etc/pellorin/service-folder");
+  LocalMailComponent(FileOperations& files, std::string programFolder, LocaleConventions locale = {});
   std::string InstallFolder() override;
   std::string Version() override;
   void SetWatch(Watch watch) override { watch_ = std::move(watch); }
@@ -30,7 +28,6 @@ class LocalMailComponent : public MailComponent {
   FileOperations& files_;
   std::string programFolder_;
   LocaleConventions locale_;
-  std::string folderFile_;
   Watch watch_;
   int errorNumber_ = 0;
   std::string errorSource_;

@@ -1,8 +1,5 @@
 #include "service/mail/PickupDelivery.h"
 
-#include <cerrno>
-#include <filesystem>
-
 #include "files/AtomicFile.h"
 #include "platform/Paths.h"
 #include "service/mail/MailFailure.h"
@@ -22,11 +19,11 @@ void RequireUsableFolder(FileOperations& files, const std::string& folder) {
   };
   if (folder.empty()) throw MailFailure(kBadMailArgument, "The pickup folder is not set.");
   // The service and this program start in different folders.
-  if (!std::filesystem::path(folder).is_absolute()) refuse(kBadMailArgument, "is no full path.");
+  if (!IsFullPath(folder)) refuse(kBadMailArgument, "is not a full path.");
   const FileKind kind = files.Status(folder).kind;
-  if (kind == FileKind::Missing) refuse(ENOENT, "does not exist.");
-  if (kind != FileKind::Folder) refuse(ENOTDIR, "is not a folder.");
-  if (files.IsReadOnly(folder)) refuse(EACCES, "is read-only.");
+  if (kind == FileKind::Missing) refuse(ErrorNumberOf(FileProblem::Missing), "does not exist.");
+  if (kind != FileKind::Folder) refuse(ErrorNumberOf(FileProblem::IsNoFolder), "is not a folder.");
+  if (files.IsReadOnly(folder)) refuse(ErrorNumberOf(FileProblem::ReadOnly), "is read-only.");
 }
 
 }  // namespace
@@ -40,8 +37,7 @@ void DeliverToPickupFolder(FileOperations& files, const std::string& folder, con
                            NewFileAccess::FolderUsual);
   } catch (const FileError& error) {
     throw MailFailure(error.Number(), "The message could not be put into the pickup folder " + folder +
-                                          ".\r\n" + error.Description() +
-                                          (error.Path().empty() ? "" : "\r\n" + error.Path()));
+                                          ".\r\n" + error.DescriptionAndPath());
   }
 }
 

@@ -1,12 +1,15 @@
 // Names of hosts, the registry, GUIDs.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <regex>
 #include <set>
 
 #include "platform/Guid.h"
 #include "platform/HostName.h"
-#include "platform/Registry.h"
+#include "platform/posix/FolderRegistry.h"
+#include "platform/posix/ServiceFolder.h"
 #include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -25,7 +28,7 @@ TEST(AsciiHostName, ConvertsOtherLettersAndNothingElse) {
 
 TEST(Registry, WritesAndReadsValuesWithoutRegardToLetterCase) {
   const TemporaryFolder folder;
-  Registry registry(SystemFiles(), folder / "new/root");
+  FolderRegistry registry(SystemFiles(), folder / "new/root");
   const std::string bytes("MSSQLSERVER\0SALES\0\0", 19);
   EXPECT_EQ(registry.ReadValue("SOFTWARE/Server", "Instances"), std::nullopt);
   registry.WriteValue("SOFTWARE/Server", "Instances", bytes);
@@ -38,7 +41,26 @@ TEST(Registry, WritesAndReadsValuesWithoutRegardToLetterCase) {
   EXPECT_THROW(registry.WriteValue("SOFTWARE/Server/Instances", "x", ""), FileError);
   FailingFiles files(SystemFiles());
   files.FailAt(5);  // behind looking up keys and value, and examining the file
-  EXPECT_THROW(Registry(files, folder / "new/root").ReadValue("SOFTWARE/Server", "Instances"), FileError);
+  EXPECT_THROW(FolderRegistry(files, folder / "new/root").ReadValue("SOFTWARE/Server", "Instances"),
+               FileError);
+}
+
+TEST(ServiceFolder, IsThatOfTheEnvironmentOrOfTheFirstLineOfTheFile) {
+  const TemporaryFolder folder;
+  const std::string file = folder / "service-folder";
+  const auto registered = [&] { return ServiceFolderOf(SystemFiles(), file); };
+  ::unsetenv("PELLORIN_SERVICE_FOLDER");
+  EXPECT_EQ(registered(), "");
+  folder.Write("service-folder", "/a b\r\n/c");
+  EXPECT_EQ(registered(), "/a b");
+  ::setenv("PELLORIN_SERVICE_FOLDER", "", 1);
+  EXPECT_EQ(registered(), "/a b") << "an empty variable counts as absent";
+  ::setenv("PELLORIN_SERVICE_FOLDER", "/srv/environment", 1);
+  EXPECT_EQ(registered(), "/srv/environment");
+  ::unsetenv("PELLORIN_SERVICE_FOLDER");
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);
+  EXPECT_THROW(registered(), FileError) << "a folder in its place is a mistake";
 }
 
 TEST(Guid, IsRandomOfVersionFourInRegistryForm) {

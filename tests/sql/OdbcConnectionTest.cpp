@@ -17,7 +17,7 @@ using Names = std::vector<std::string>;
 class OdbcConnectionTest : public SqlServerTest {
  protected:
   static std::string OpeningFailure(const std::string& at, const std::string& as, const std::string& with,
-                                    OdbcConnection&& connection = OdbcConnection()) {
+                                    OdbcConnection&& connection = OdbcConnection(SystemFiles())) {
     connection.ConnectionString = SqlLoginConnectionString(at, as, with);
     return SqlFailure([&] { connection.Open(); });
   }
@@ -52,7 +52,8 @@ TEST_F(OdbcConnectionTest, SaysWhyItDoesNotOpen) {
     const std::string failure = OpeningFailure(unknown, user, password);
     EXPECT_TRUE(failure.starts_with("Unknown host no-such-host.invalid (")) << failure;
   }
-  const std::string missing = OpeningFailure(server, user, password, OdbcConnection("no such driver"));
+  const std::string missing =
+      OpeningFailure(server, user, password, OdbcConnection(SystemFiles(), "no such driver"));
   EXPECT_NE(missing.find("PELLORIN_ODBC_DRIVER"), std::string::npos);
 }
 
@@ -261,7 +262,7 @@ std::string AnsweredQuestion(const tds::LoopbackSocket& browser, const std::stri
 TEST_F(UnreliableServer, IsFoundByTheNameOfItsInstance) {
   const auto browser = tds::LoopbackSocket::Bound(SOCK_DGRAM);
   const auto open = [&](const std::string& name, std::uint16_t port) {
-    OdbcConnection connection(OdbcConnection::DefaultDriver(), port);
+    OdbcConnection connection(SystemFiles(), UsualOdbcDriver(), port);
     connection.ConnectionTimeout = std::chrono::seconds(2);
     return OpeningFailure(name, user, password, std::move(connection));
   };
@@ -280,7 +281,7 @@ TEST_F(UnreliableServer, IsFoundByTheNameOfItsInstance) {
 }
 
 std::string TrustedFailure(const std::string& at) {
-  OdbcConnection connection;
+  OdbcConnection connection(SystemFiles());
   connection.ConnectionString = TrustedConnectionString(at);
   return SqlFailure([&] { connection.Open(); });
 }

@@ -41,7 +41,7 @@ class ProcedureInstallerTest : public SqlServerTest {
   TemporaryFolder folder;
   RecordingMessages messages;
   ProcedureInstaller installer{[] {
-                                 auto connection = std::make_unique<OdbcConnection>();
+                                 auto connection = std::make_unique<OdbcConnection>(SystemFiles());
                                  connection->CommandTimeout = std::chrono::seconds(IsReal() ? 30 : 1);
                                  return connection;
                                },

@@ -62,7 +62,7 @@ class SqlServerTest : public ::testing::Test {
   static bool IsReal() { return std::getenv("PELLORIN_TEST_SQL_SERVER") != nullptr; }
 
   std::unique_ptr<SqlConnection> Closed() const {
-    auto connection = std::make_unique<OdbcConnection>();
+    auto connection = std::make_unique<OdbcConnection>(SystemFiles());
     connection->ConnectionString = SqlLoginConnectionString(server, user, password);
     return connection;
   }

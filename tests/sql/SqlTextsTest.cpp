@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "base/Utf16.h"
+#include "platform/posix/FolderRegistry.h"
 #include "sql/ConnectionString.h"
 #include "sql/InstallScript.h"
 #include "sql/ServerAddress.h"
@@ -61,7 +62,7 @@ TEST(ServerAddress, IsReadInAllItsForms) {
 TEST(SqlInstances, AreThoseOfTheRegistryUnderTheMachinesName) {
   const TemporaryFolder folder;
   const std::string file = "reg/software/Microsoft/Microsoft SQL Server/installedinstances";
-  Registry registry(SystemFiles(), folder / "reg");
+  const FolderRegistry registry(SystemFiles(), folder / "reg");
   const auto read = [&](bool isDefaultAssumed = false) -> Names {
     Names names;
     return GetInstalledSqlInstances(registry, isDefaultAssumed, "HOST1", names) ? names : Names{"none"};
@@ -83,7 +84,7 @@ TEST(SqlInstances, AreThoseOfTheRegistryUnderTheMachinesName) {
 
 TEST(SqlInstances, AreNotAssumedWhereARegistryIsNamed) {
   ::setenv("PELLORIN_REGISTRY", "/no/such/folder", 1);
-  EXPECT_FALSE(IsDefaultInstanceAssumed(SystemFiles()));
+  EXPECT_FALSE(IsDefaultInstanceAssumed(*SystemRegistry(SystemFiles()), SystemFiles()));
   ::unsetenv("PELLORIN_REGISTRY");
 }
 

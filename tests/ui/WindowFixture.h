@@ -181,7 +181,7 @@ class WindowFixture : public ::testing::Test,
   QWidget& Used() const override { return *window; }
   std::unique_ptr<SqlConnection> Connection() const {
     if (onConnect) onConnect();
-    return std::make_unique<OdbcConnection>();
+    return std::make_unique<OdbcConnection>(SystemFiles());
   }
   std::string InstallFolder() override { return installFolder; }
   std::string Version() override { return "7.8.9"; }

@@ -5,11 +5,9 @@
 #include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/FileOperations.h"
 #include "platform/Paths.h"
 #include "sql/InstallScript.h"
 
@@ -19,17 +17,18 @@ std::string ReviewCommandLine(const std::string& programFolder) {
   return "notepad \"" + programFolder + "\\" + kInstallScript;
 }
 
-ScriptReview::ScriptReview(QWidget& owner, UserMessages& messages, std::string programFolder)
-    : owner_(owner), messages_(messages), programFolder_(std::move(programFolder)) {}
+ScriptReview::ScriptReview(QWidget& owner, UserMessages& messages, FileOperations& files,
+                           std::string programFolder)
+    : owner_(owner), messages_(messages), files_(files), programFolder_(std::move(programFolder)) {}
 
 void ScriptReview::Open() {
   std::string script;
   if (!Read(script)) return;
-  const QString editor = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-  editor.isEmpty() ? View() : StartEditor(editor);
+  const auto editor = TextEditorFor(JoinPath(programFolder_, kInstallScript));
+  editor ? StartEditor(*editor) : View();
 }
 
-void ScriptReview::StartEditor(const QString& editor) {
+void ScriptReview::StartEditor(const ProgramStart& editor) {
   auto* process = new QProcess;  // without a parent, whose end would end the editor
   process->setStandardInputFile(QProcess::nullDevice());
   process->setStandardOutputFile(QProcess::nullDevice());
@@ -43,7 +42,9 @@ void ScriptReview::StartEditor(const QString& editor) {
     process->deleteLater();
     View();
   });
-  process->start(editor, {QString::fromStdString(JoinPath(programFolder_, kInstallScript))});
+  QStringList arguments;
+  for (const std::string& argument : editor.arguments) arguments += QString::fromStdString(argument);
+  process->start(QString::fromStdString(editor.program), arguments);
 }
 
 void ScriptReview::View() {
@@ -73,12 +74,10 @@ void ScriptReview::View() {
 
 bool ScriptReview::Read(std::string& script) {
   try {
-    script = ReadScriptFile(SystemFiles(), programFolder_, kInstallScript);
+    script = ReadScriptFile(files_, programFolder_, kInstallScript);
     return true;
   } catch (const NumberedError& error) {
-    const bool namesFile = error.Description().find(error.Path()) != std::string::npos;
-    messages_.Show({.text = "The install script cannot be shown.\r\n" + error.Description() +
-                            (namesFile ? "" : "\r\n" + error.Path()),
+    messages_.Show({.text = "The install script cannot be shown.\r\n" + error.DescriptionAndPath(),
                     .title = "Review Procedure",
                     .icon = MessageIcon::Exclamation});
     return false;

@@ -7,6 +7,8 @@
 #include <string>
 
 #include "base/UserMessages.h"
+#include "platform/FileOperations.h"
+#include "platform/TextEditor.h"
 
 namespace pellorin {
 
@@ -15,18 +17,19 @@ std::string ReviewCommandLine(const std::string& programFolder);
 
 class ScriptReview : public QObject {
  public:
-  ScriptReview(QWidget& owner, UserMessages& messages, std::string programFolder);
+  ScriptReview(QWidget& owner, UserMessages& messages, FileOperations& files, std::string programFolder);
 
   // Returns at once; the editor outlives this object. A box says when the script cannot be read.
   void Open();
 
  private:
-  void StartEditor(const QString& editor);
+  void StartEditor(const ProgramStart& editor);
   void View();
   bool Read(std::string& script);
 
   QWidget& owner_;
   UserMessages& messages_;
+  FileOperations& files_;
   std::string programFolder_;
 };
 

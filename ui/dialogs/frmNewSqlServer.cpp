@@ -38,7 +38,7 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
       ui_(std::make_unique<Ui::frmNewSqlServer>()),
       services_(services),
       events_(services.messages),
-      review_(*this, services.messages, services.programFolder) {
+      review_(*this, services.messages, services.files, services.programFolder) {
   ui_->setupUi(this);
   setPalette(ControlTags::WithReadableDisabledText(palette()));
   for (QComboBox* list : {ui_->ddcSqlServers, ui_->cmbDatabase})

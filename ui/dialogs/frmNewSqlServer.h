@@ -24,6 +24,7 @@ namespace pellorin {
 struct InstallerServices {
   ProcedureSetup& setup;
   UserMessages& messages;
+  FileOperations& files;
   std::function<std::vector<std::string>()> localInstances;  // empty parts are skipped
   std::string programFolder;                                 // where the install script lies
   std::function<void(QWidget& owner)> showHelp;

@@ -13,10 +13,9 @@ const QString kNoDatabase = QStringLiteral("None");
 }  // namespace
 
 SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
-                 FileOperations& files, const InstallerServices& installer)
+                 const InstallerServices& installer)
     : SectionPage(SectionType::Sql, session, messages, tags),
       ui_(std::make_unique<Ui::SqlPage>()),
-      files_(files),
       installer_(installer) {
   ui_->setupUi(this);
   UseSelector(*ui_->cmbSQLServer);
@@ -167,7 +166,7 @@ void SqlPage::LoadLists() {
 void SqlPage::FillStylesheets() {
   const QSignalBlocker blocker(ui_->cmbStylesheet);
   ui_->cmbStylesheet->clear();
-  for (const std::string& name : StyleSheetNames(files_, installer_.programFolder))
+  for (const std::string& name : StyleSheetNames(installer_.files, installer_.programFolder))
     ui_->cmbStylesheet->addItem(QString::fromStdString(name));
   ui_->cmbStylesheet->setCurrentIndex(-1);
 }

@@ -24,7 +24,7 @@ class SqlPage : public SectionPage {
 
  public:
   SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
-          FileOperations& files, const InstallerServices& installer);
+          const InstallerServices& installer);
   ~SqlPage() override;
 
   void StartBrandNew() override;
@@ -62,7 +62,6 @@ class SqlPage : public SectionPage {
   void btnRefreshStylesheets_Click();
 
   std::unique_ptr<Ui::SqlPage> ui_;
-  FileOperations& files_;
   InstallerServices installer_;
   InstanceNotices notices_;
   std::string connection_;  // the known connection type shown last; empty before the first one

@@ -60,7 +60,7 @@ TEST(PickupFolder, ThatCannotBeUsedIsNamed) {
   EXPECT_EQ(failure(folder / "file"), named(ENOTDIR, "file", "is not a folder."));
   EXPECT_EQ(failure(folder / "locked"), named(EACCES, "locked", "is read-only."));
   EXPECT_EQ(failure(""), "43 The pickup folder is not set.");
-  EXPECT_EQ(failure("tests"), "43 The pickup folder tests is no full path.");
+  EXPECT_EQ(failure("tests"), "43 The pickup folder tests is not a full path.");
   EXPECT_TRUE(fs::is_empty(folder / "locked"));
 }
 

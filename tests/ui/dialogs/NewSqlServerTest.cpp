@@ -20,6 +20,7 @@ const std::string kScript =
 // A connection that gives up soon, whatever the engine grants it.
 class HastyConnection : public OdbcConnection {
  public:
+  HastyConnection() : OdbcConnection(SystemFiles()) {}
   void Open() override {
     ConnectionTimeout = std::chrono::seconds(1);
     OdbcConnection::Open();
@@ -38,8 +39,9 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
 
   void Make() {
     dialog = std::make_unique<frmNewSqlServer>(
-        nullptr, InstallerServices{installer, messages, [this] { return instances; }, folder.Path(),
-                                   [this](QWidget& owner) { helped += &owner == dialog.get() ? 1 : 0; }});
+        nullptr,
+        InstallerServices{installer, messages, SystemFiles(), [this] { return instances; }, folder.Path(),
+                          [this](QWidget& owner) { helped += &owner == dialog.get() ? 1 : 0; }});
   }
   void Show() {
     dialog->setModal(true);

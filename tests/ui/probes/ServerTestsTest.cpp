@@ -18,7 +18,7 @@ using Names = std::vector<std::string>;
 class RedirectedConnection : public OdbcConnection {
  public:
   RedirectedConnection(std::string& asked, std::string instead)
-      : asked_(asked), instead_(std::move(instead)) {}
+      : OdbcConnection(SystemFiles()), asked_(asked), instead_(std::move(instead)) {}
   void Open() override {
     asked_ = std::exchange(ConnectionString, instead_);
     OdbcConnection::Open();

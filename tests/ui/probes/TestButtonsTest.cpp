@@ -199,7 +199,7 @@ TEST_F(TestButtons, SqlServerAndQueueAreTestedThroughTheProcedure) {
   WillFail("Test Failed: Could not find stored procedure 'sp_sendPLN'.");
   Click("btnTestSqlServer");
 
-  OdbcConnection preparing;
+  OdbcConnection preparing(SystemFiles());
   preparing.ConnectionString = SqlLoginConnectionString(instance, "sales", "p w");
   preparing.Open();
   preparing.Execute("CREATE PROCEDURE sp_sendPLN AS SELECT 1");

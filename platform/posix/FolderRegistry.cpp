@@ -1,11 +1,11 @@
-#include "platform/Registry.h"
+#include "platform/posix/FolderRegistry.h"
 
-#include <cstdlib>
 #include <string_view>
 #include <utility>
 
 #include "files/AtomicFile.h"
 #include "files/FileLookup.h"
+#include "platform/Environment.h"
 #include "platform/Paths.h"
 
 namespace pellorin {
@@ -34,29 +34,29 @@ void CreateFolders(FileOperations& files, const std::string& folder) {
 
 }  // namespace
 
-Registry::Registry(FileOperations& files, std::string root) : files_(files), root_(std::move(root)) {}
+FolderRegistry::FolderRegistry(FileOperations& files, std::string root)
+    : files_(files), root_(std::move(root)) {}
 
-std::optional<std::string> Registry::ReadValue(const std::string& key, const std::string& value) const {
+std::optional<std::string> FolderRegistry::ReadValue(const std::string& key, const std::string& value) const {
   const std::string folder = KeyFolder(files_, root_, key);
   const std::string path = JoinPath(folder, FindIgnoringCase(files_, folder, value));
   if (files_.Status(path).kind == FileKind::Folder) return std::nullopt;  // a key
   return ReadFileIfPresent(files_, path);
 }
 
-void Registry::WriteValue(const std::string& key, const std::string& value, const std::string& bytes) {
+void FolderRegistry::WriteValue(const std::string& key, const std::string& value, const std::string& bytes) {
   const std::string folder = KeyFolder(files_, root_, key);
   CreateFolders(files_, folder);
   const std::string path = JoinPath(folder, FindIgnoringCase(files_, folder, value));
   WriteFileAtomically(files_, path, bytes, NewFileAccess::FolderUsual);
 }
 
-std::string DefaultRegistryRoot() {
-  const char* chosen = std::getenv("PELLORIN_REGISTRY");
-  return chosen != nullptr && *chosen != '\0' ? chosen : kUsualRoot;
+bool FolderRegistry::Exists() const {
+  return root_ != kUsualRoot || files_.Status(root_).kind == FileKind::Folder;
 }
 
-bool HasRegistry(FileOperations& files) {
-  return DefaultRegistryRoot() != kUsualRoot || files.Status(kUsualRoot).kind == FileKind::Folder;
+std::unique_ptr<Registry> SystemRegistry(FileOperations& files) {
+  return std::make_unique<FolderRegistry>(files, EnvironmentOr("PELLORIN_REGISTRY", kUsualRoot));
 }
 
 }  // namespace pellorin

@@ -1,0 +1,12 @@
+#include "platform/Environment.h"
+
+#include <cstdlib>
+
+namespace pellorin {
+
+std::string EnvironmentOr(const char* variable, const std::string& otherwise) {
+  const char* value = std::getenv(variable);
+  return value == nullptr || *value == '\0' ? otherwise : value;
+}
+
+}  // namespace pellorin
