@@ -51,9 +51,10 @@ inline void AppendHex(std::string& text, unsigned char byte) {
 
 // The text without the blanks and tabs at its ends.
 inline std::string_view WithoutOuterBlanks(std::string_view text) {
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  const auto isBlank = [](char byte) { return byte == ' ' || byte == '\t'; };
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 // Splits at a separator of one or more characters. The empty text has no parts; otherwise there is one part
