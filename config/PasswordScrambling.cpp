@@ -129,8 +129,8 @@ std::string StoredText(std::string_view settingName, const std::string& value) {
   return IsPasswordName(settingName) ? EncryptString(value, kPasswordKey) : value;
 }
 
-std::string ClearText(std::string_view settingName, std::string stored) {
-  return IsPasswordName(settingName) ? DecryptString(stored, kPasswordKey) : std::move(stored);
+void MakeClear(std::string_view settingName, std::string& value) {
+  if (IsPasswordName(settingName)) value = DecryptString(value, kPasswordKey);
 }
 
 }  // namespace pellorin

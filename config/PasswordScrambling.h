@@ -20,7 +20,7 @@ std::string DecryptString(std::string_view stored, std::string_view key);
 // case only), else as it is.
 std::string StoredText(std::string_view settingName, const std::string& value);
 
-// The value of a setting that the file holds as `stored`.
-std::string ClearText(std::string_view settingName, std::string stored);
+// Turns the value as Pellorin.ini holds it into the setting's value.
+void MakeClear(std::string_view settingName, std::string& value);
 
 }  // namespace pellorin

@@ -47,7 +47,8 @@ class Reader {
                               sectionName_ + ". Please check configuration settings for Pellorin.",
                           path_);
     std::string name = AnsiToUtf8(ansiText.substr(0, separator));
-    std::string value = ClearText(name, AnsiToUtf8(ansiText.substr(separator + 1)));
+    std::string value = AnsiToUtf8(ansiText.substr(separator + 1));
+    MakeClear(name, value);
     settings_.AddLoaded(std::move(name), std::move(value));
   }
 

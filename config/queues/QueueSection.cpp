@@ -24,8 +24,8 @@ NumberedError Refusal(const std::string& reason) {
 void AddSettings(const QueueDefinition& definition, SettingList& settings) {
   auto attributes = definition.Attributes();
   settings.Reserve(attributes.size());
-  for (auto& [name, stored] : attributes) {
-    std::string value = ClearText(name, std::move(stored));
+  for (auto& [name, value] : attributes) {
+    MakeClear(name, value);
     settings.AddLoaded(std::move(name), std::move(value));
   }
 }
