@@ -13,8 +13,8 @@ namespace {
 using std::chrono::seconds;
 using std::chrono::year_month_day;
 
-// What is still to be read of a text whose letter case no longer matters. Years of two digits are read only
-// where the present year is given.
+// The rest of a text whose letter case is already folded. Reads two-digit years only if it is given the
+// present year.
 class Cursor {
  public:
   explicit Cursor(std::string_view folded, std::optional<std::chrono::year> presentYear = {})
@@ -37,7 +37,7 @@ class Cursor {
     return blanks != 0;
   }
 
-  // All digits that stand here; nothing when they are fewer or more than asked for.
+  // All digits from here on; nothing when there are fewer or more than asked for.
   std::optional<int> Number(std::size_t fewest, std::size_t most) {
     const std::size_t digits = std::min(rest_.find_first_not_of("0123456789"), rest_.size());
     if (digits < fewest || digits > most) return std::nullopt;
@@ -70,7 +70,7 @@ std::optional<year_month_day> CalendarDate(std::optional<int> year, std::optiona
   return date;
 }
 
-// The forms of a date. Each leaves the cursor behind what it read; after a failure the cursor is of no use.
+// The forms of a date. Each moves the cursor to the end of the date. After a failure the cursor is useless.
 
 std::optional<year_month_day> ReadIsoDate(Cursor& cursor, const LocaleConventions&) {
   const auto year = cursor.Number(4, 4);
@@ -98,7 +98,7 @@ std::optional<year_month_day> ReadLocaleDate(Cursor& cursor, const LocaleConvent
   return std::nullopt;
 }
 
-// With the blanks behind it, which tell a short name from the start of a long one.
+// Reads the blanks after the name, too: they tell a short name from the start of a long one.
 std::optional<int> ReadMonthName(Cursor& cursor, const LocaleConventions& locale) {
   static const LocaleConventions english;
   for (const auto* names :
@@ -163,7 +163,7 @@ bool EndsWithMark(Cursor cursor, std::string_view mark) {
   return cursor.Skip(mark) && cursor.AtEnd();
 }
 
-// A time is always the last part of a text: these read to its end.
+// A time is always the last part of a text, so these read to its end.
 
 std::optional<seconds> ReadHalfOfDay(const ClockReading& clock, Cursor cursor,
                                      const LocaleConventions& locale) {

@@ -1,10 +1,9 @@
+#include "config/DateTimeWriting.h"
+
 #include <algorithm>
 #include <cstddef>
 
-#include "config/DateTimeText.h"
-
 namespace pellorin {
-
 namespace {
 
 std::string Digits(long number, std::size_t fewest) {
@@ -50,7 +49,7 @@ std::string Written(const DateTime& value, const LocaleConventions& locale, Seco
   return text;
 }
 
-// Read everywhere: 2026-03-05, 07:08.
+// For 2026-03-05 and 07:08, which every locale reads.
 LocaleConventions PlainConventions() {
   LocaleConventions plain;
   plain.dateOrder = DateOrder::YearMonthDay;
@@ -62,7 +61,7 @@ LocaleConventions PlainConventions() {
 
 std::string WrittenReadably(const DateTime& value, const LocaleConventions& locale, Seconds seconds) {
   std::string text = Written(value, locale, seconds);
-  // Separators or marks that are empty or alike could not be told apart again.
+  // Not the same where the locale's separators or marks are empty or alike.
   return ReadDateTime(text, locale) == value ? text : Written(value, PlainConventions(), seconds);
 }
 

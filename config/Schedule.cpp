@@ -61,7 +61,7 @@ bool Schedule::EndAtIsBeforeStartAt() const {
   return !IsOnce() && end < start;
 }
 
-// Which weeks a schedule of several weeks skips is the service's matter, so that all of them count here.
+// The service decides which weeks "every 2 weeks" skips, so all of them count here.
 bool Schedule::HasNoneOfItsDays() const {
   if (!IsWeekly() || !HasEndDate()) return false;
   const auto chosen = Days();

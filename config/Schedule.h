@@ -1,5 +1,5 @@
-// The schedule settings of one queue, read for what they mean. Reads as validation and the window's fields
-// do: a date without a time is its midnight, a time without a date lies on 30 December 1899.
+// The schedule of one queue as its settings describe it. Reads them as validation and the window's fields do:
+// a date without a time is its midnight, a time without a date lies on 30 December 1899.
 #pragma once
 
 #include <chrono>
@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "config/DateTimeText.h"
-#include "config/Section.h"
 #include "config/SettingKeys.h"
+#include "config/SettingList.h"
 
 namespace pellorin {
 
 class Schedule {
  public:
-  Schedule(const Section& queue, const LocaleConventions& locale) : queue_(queue), locale_(locale) {}
+  Schedule(const SettingList& queue, const LocaleConventions& locale) : queue_(queue), locale_(locale) {}
 
   std::string Value(std::string_view name) const { return queue_.GetValue(name); }
   bool Is(std::string_view name, std::string_view value) const { return Value(name) == value; }
@@ -37,7 +37,7 @@ class Schedule {
   // Start At and End At; the whole day where they are empty or cannot be read.
   std::pair<std::chrono::seconds, std::chrono::seconds> HoursOfDay() const;
 
-  // Only for a schedule whose settings can all be read.
+  // These require that all settings of the schedule can be read.
   bool EndDateIsBeforeStartDate() const;
   bool IsNever() const;  // every 0 days, weeks, hours or minutes, or on no day of the week
   bool EndAtIsBeforeStartAt() const;
@@ -48,7 +48,7 @@ class Schedule {
  private:
   std::chrono::sys_days Day(std::string_view name) const;
 
-  const Section& queue_;
+  const SettingList& queue_;
   const LocaleConventions& locale_;
 };
 

@@ -2,13 +2,15 @@
 
 #include "base/Text.h"
 #include "base/Utf16.h"
+#include "config/DateTimeWriting.h"
 #include "config/Schedule.h"
+#include "config/Section.h"
 #include "config/SettingKeys.h"
 
 namespace pellorin {
 namespace {
 
-// What the user wrote, on one line and short enough for it to break where it is shown.
+// The user's text on one line, shortened so that the line can break where it is shown.
 std::string Shown(std::string value) {
   constexpr std::size_t kLongest = 24;
   for (char& character : value)
@@ -54,7 +56,7 @@ class Problems {
     if (schedule_.IsWeekly()) return "the number of weeks";
     return schedule_.IsDaily() ? "the number of days" : "the number of days or weeks";
   }
-  // Validation refuses such a limit also where the queue runs once a day and it limits nothing.
+  // Validation refuses such a limit even if the queue runs once a day and it limits nothing.
   bool IsWrittenButUnreadable(std::string_view name) const {
     return !schedule_.IsEmpty(name) && !schedule_.Date(name);
   }
@@ -129,7 +131,7 @@ class Description {
 
 std::string ScheduleSummary(const Section& queue, const LocaleConventions& locale,
                             const std::chrono::year_month_day& today) {
-  const Schedule schedule(queue, locale);
+  const Schedule schedule(queue.Settings(), locale);
   if (const std::string problems = Problems(schedule).InWords(); !problems.empty()) return problems;
   if (schedule.EndDateIsBeforeStartDate()) return "End Date is before Start Date";
   if (!schedule.IsDaily() && !schedule.IsWeekly()) return "Occurs is neither Daily nor Weekly";

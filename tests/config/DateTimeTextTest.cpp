@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "config/DateTimeWriting.h"
+
 using namespace pellorin;
 
 namespace {

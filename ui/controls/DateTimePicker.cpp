@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "config/DateTimeWriting.h"
 #include "ui/controls/QtDates.h"
 
 namespace pellorin {

@@ -1,6 +1,6 @@
 #include "ui/probes/Probe.h"
 
-#include "config/DateTimeText.h"
+#include "config/DateTimeWriting.h"
 #include "sql/OpenConnection.h"
 #include "ui/controls/QtDates.h"
 #include "ui/pages/SaveConfiguration.h"
