@@ -154,7 +154,7 @@ void Ini::LoadSections(const ProfileFile& file) {
   std::set<std::string> namesSeen;
   for (const std::string_view ansiName : whole.Pieces()) {
     const std::string name = AnsiToUtf8(ansiName);
-    // The last name within the limit may have been cut: it is no name that the file holds.
+    // The last name within the limit may have been cut: then the file does not hold a section of that name.
     const auto end = static_cast<std::size_t>(ansiName.data() + ansiName.size() - whole.buffer.data());
     if (end > read.buffer.size()) {
       namesNotLoaded_.push_back(name);
@@ -174,8 +174,7 @@ bool Ini::IsAwaitingRemoval(const std::string& queueFileName) const {
   });
 }
 
-// Whether the file was removed or emptied since it was loaded: then it gets everything back that is still
-// shown.
+// Whether the file was removed or emptied since it was loaded. Then a save writes all sections again.
 bool Ini::IsFileLost() const {
   const auto changed = std::find_if(sections_.begin(), sections_.end(), [](const auto& section) {
     return section->SectionType != SectionType::Queue && section->HasChanges();

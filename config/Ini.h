@@ -1,6 +1,11 @@
 // The configuration document: every section of Pellorin.ini and every queue of the folder QUEUEDefinitions,
 // as they were loaded and as they are edited. Nothing reaches the disk before Save. Failures are
 // NumberedErrors (50100, 50101, 50110, 50111), FileErrors or CollectionErrors.
+//
+//   Ini document(SystemFiles(), programFolder, SystemLocaleConventions());
+//   document.Load("Pellorin.ini");
+//   document.GetSection("MAIL:smtp1")->SetValue(MailKey::kSenderEmail, "me@example.com");
+//   if (document.Validate()) document.Save();
 #pragma once
 
 #include <cstdint>
@@ -22,7 +27,7 @@ inline constexpr const char* kAdminSectionName = "ADMIN:Pellorin";
 
 class Ini {
  public:
-  // What a save wrote before it ended or failed: names as the user knows them.
+  // The sections that a save wrote and removed before it ended or failed.
   struct SaveReport {
     std::vector<std::string> written;
     std::vector<std::string> removed;
@@ -35,21 +40,21 @@ class Ini {
   const std::string& Path() const { return file_.Path(); }  // full path of the INI file, once loaded
 
   pellorin::Section& Add(const std::string& sectionName, SectionType type);  // never looks for duplicates
-  // Adds a queue as the template, or a file of that name, has it. NumberedError when that cannot be used:
-  // then nothing is added.
+  // Adds a queue with the settings of the template, or of a file of that name. NumberedError when that cannot
+  // be used: then nothing is added.
   pellorin::Section& AddQueue(const std::string& name);
   std::int16_t Count() const;  // every section but the administration's, deleted ones included
   bool HasChanges() const;
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted
   // The sections of that type in order, without deleted ones.
   std::vector<Section*> SectionsOf(SectionType type) const;
-  // Whether a new section of that type must not take the name, which comes without prefix: another one, not
-  // deleted, has it in any letter case.
+  // Whether the name, without prefix and in any letter case, is taken for a new section of that type. A
+  // deleted section takes none.
   bool HoldsName(SectionType type, std::string_view name) const;
   void Delete(std::string_view sectionName);  // CollectionError for an unknown name
   void Delete(Section& section);              // one that CanDelete
-  // A name with "|" cannot be told from the mark of deletion, and of two sections of one name only the first
-  // can be reached: such a section can only be removed by hand.
+  // False for a name with "|", which looks like the mark of deletion, and for a twin, because the file only
+  // gives access to the first of two sections of one name. Such a section can only be removed by hand.
   static bool CanDelete(const Section& section) {
     return section.Name.find('|') == std::string::npos && !section.IsTwin();
   }
@@ -57,23 +62,23 @@ class Ini {
   Section& Item(std::string_view key) const { return sections_.Item(key); }
   Section* GetSection(std::string_view sectionName) const;  // exact; null when missing or deleted
   const KeyedCollection<Section>& Sections() const { return sections_; }  // in order, deleted ones included
-  // The section at this address; null when the document does not, or no longer, hold it.
+  // The section at this address; null when the document does not hold it, or holds it no longer.
   Section* SectionAt(const void* address) const;
 
-  // The administration section, found without regard to letter case, added when there is none.
+  // The administration section, found without regard to letter case and added when there is none.
   Section& AdminSection();
 
-  // To be called once, on a new document. After a failure the document is not whole: it must not be saved.
+  // Call it once, on a new document. After a failure the document is incomplete: do not save it.
   void Load(const std::string& iniFileName);
-  // Removes deleted sections and writes changed ones, each from the last to the first. Ends at the first
-  // failure.
+  // Removes the deleted sections, then writes the changed ones, each time from the last to the first. Ends at
+  // the first failure.
   void Save();
   const SaveReport& LastSave() const { return lastSave_; }
 
   bool Validate();
   const std::string& ValidationError() const { return validationError_; }
 
-  // Section names that the file holds beyond what can be read; empty as a rule.
+  // Section names that the file holds beyond the 10,000 bytes that are read; usually empty.
   const std::vector<std::string>& NamesNotLoaded() const { return namesNotLoaded_; }
 
   // Whether the next save removes this file of the queue folder.
@@ -96,7 +101,7 @@ class Ini {
   std::string validationError_;
   std::vector<std::string> namesNotLoaded_;
   SaveReport lastSave_;
-  bool isRestoring_ = false;  // the file was lost, and no save has written it whole since
+  bool isRestoring_ = false;  // the file was lost, and no save since has written all of it
 };
 
 }  // namespace pellorin

@@ -1,6 +1,10 @@
-// An ordered collection that owns its elements. Elements keep the order in which they were added, positions
-// are 1-based, each element has a text key that is unique without regard to letter case. A duplicate key
-// (457), an unknown key (5) and a position out of range (9) are raised as CollectionError and change nothing.
+// An ordered collection that owns its elements. Elements keep the order in which they were added; positions
+// are 1-based. Each element has a text key that is unique without regard to letter case. CollectionError for
+// a duplicate key (457), an unknown key (5) and a position out of range (9): then nothing has changed.
+//
+//   KeyedCollection<int> ports;
+//   ports.Add("Smtp", std::make_unique<int>(25));
+//   ports.Item("SMTP") == ports.Item(1);  // 25
 #pragma once
 
 #include <cstddef>
@@ -87,8 +91,8 @@ class KeyedCollection {
     return position - 1;
   }
 
-  // The number of elements for an unknown key. Comparing the hashes of some thousand elements in a row costs
-  // a few microseconds, and an index would cost more for the usual few.
+  // Count() for an unknown key. Comparing the hashes of some thousand elements in a row takes a few
+  // microseconds; for the usual few an index would cost more.
   std::size_t SlotOf(std::string_view key, std::uint32_t hash) const {
     for (std::size_t slot = 0; slot < hashes_.size(); ++slot)
       if (hashes_[slot] == hash && EqualIgnoringCase(keys_[slot], key)) return slot;

@@ -19,8 +19,8 @@ std::string Join(std::span<const std::string> names) {
   return text;
 }
 
-// How many of the parts, from the first, make up the list's next element. Commas have no letter case: a name
-// can only be as many parts as it has itself.
+// How many of the parts, from the first, make up the list's next element. A name takes as many parts as it
+// has itself.
 std::size_t PartsOfNextElement(std::span<const std::string> parts,
                                const std::vector<std::string>& namesWithComma) {
   std::size_t longest = 1;
@@ -32,7 +32,7 @@ std::size_t PartsOfNextElement(std::span<const std::string> parts,
   return longest;
 }
 
-// As a plain split sees it; without one, for most lists are long and stay as they are.
+// Whether a plain split would find the name. Does not split: most lists are long and stay as they are.
 bool IsElement(std::string_view text, std::string_view name) {
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find(',', begin), text.size());

@@ -7,14 +7,13 @@
 #include "base/Text.h"
 
 namespace pellorin {
-
 namespace {
 
 bool IsDigit(char character) {
   return character >= '0' && character <= '9';
 }
 
-// Separators may take several bytes; an empty one is in no text.
+// Separators may take several bytes. An empty one is never found.
 bool Skip(std::string_view& rest, std::string_view expected) {
   if (expected.empty() || !rest.starts_with(expected)) return false;
   rest.remove_prefix(expected.size());
@@ -31,8 +30,8 @@ bool SkipDigits(std::string_view& rest) {
   return rest.size() != before;
 }
 
-// Separators stand wherever a digit is in front of them: the text is checked while it is typed, and "1," and
-// "1,00" are on the way to "1,000".
+// A separator may follow any digit: the text is checked while it is typed, and "1," and "1,00" are on the way
+// to "1,000".
 bool SkipGroupedDigits(std::string_view& rest, std::string_view separator) {
   bool any = false;
   while (SkipDigits(rest)) {

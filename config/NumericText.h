@@ -1,6 +1,7 @@
-// Numbers as validation and the numeric boxes mean them: blanks around, one sign in front, digits with the
-// locale's decimal separator and single thousands separators between or after the digits before it, an
-// exponent. Two signs, letters, "nan", "inf", hexadecimal, currency signs and the empty text are not numbers.
+// Numbers as validation and the numeric boxes read them: digits with the locale's decimal separator, single
+// thousands separators between or after the integer digits, one sign in front, an exponent, blanks around.
+// " 25 ", "+1,000" and "1e2" are numbers. Two signs, letters, "nan", "inf", hexadecimal, currency signs and
+// the empty text are not.
 #pragma once
 
 #include <optional>

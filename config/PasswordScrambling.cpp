@@ -12,7 +12,6 @@
 #include "config/SettingKeys.h"
 
 namespace pellorin {
-
 namespace {
 
 constexpr int kEncryptDecryptFailed = 500110;
@@ -68,8 +67,8 @@ std::string EncryptDecrypt(std::string codes, RandomGenerator generator) {
   });
 }
 
-// Each group of three codes becomes its low six bits three times, then one character of the three pairs of
-// top bits.
+// Each group of three codes becomes four characters: one for the low six bits of each code, and one for the
+// three pairs of top bits.
 std::string Packed(const std::string& codes) {
   std::string packed;
   packed.reserve(codes.size() + (codes.size() + kGroup - 1) / kGroup);
@@ -87,8 +86,8 @@ std::string Packed(const std::string& codes) {
   return packed;
 }
 
-// Also takes what Packed never writes: any length from 1, any codes. A code below the first one gives a
-// negative value, whose low bits count; the division then rounds towards zero, as the service's does.
+// Also takes texts that Packed never writes: of any length from 1, with any codes. A code below the first one
+// gives a negative value, whose low bits count. The division rounds towards zero, as the service's does.
 std::string Unpacked(const std::string& packed) {
   const std::size_t last = packed.size() - 1;
   const std::size_t length = last - last / 4;

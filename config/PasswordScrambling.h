@@ -1,6 +1,9 @@
 // The stored form of passwords: a keyed XOR with the runtime's pseudo-random byte stream, packed into the
-// printable codes 59 (";") to 122 ("z"). Hides a password from casual reading, no more. The service reads the
+// printable codes 59 (";") to 122 ("z"). It only hides a password from casual reading. The service reads the
 // same form, so every bit counts. Texts are UTF-8; the arithmetic works on their codes in code page 1252.
+//
+//   EncryptString("abc", kPasswordKey)    // "ulf\\"
+//   DecryptString("ulf\\", kPasswordKey)  // "abc"
 #pragma once
 
 #include <string>
@@ -10,14 +13,15 @@ namespace pellorin {
 
 inline constexpr std::string_view kPasswordKey = "{3A9C0B57-E2D4-4F81-9C6A-1B7E5D2F8A40}";
 
-// n characters become n + ceil(n / 3). Error 500111, for example for a character outside the code page.
+// n characters become n + ceil(n / 3). NumberedError 500111 for a text outside the code page.
 std::string EncryptString(std::string_view text, std::string_view key);
 
-// Any stored text gives some clear text, also one typed by hand. Error 500112.
+// Any stored text gives some clear text, even one typed by hand. NumberedError 500112 for a text outside the
+// code page.
 std::string DecryptString(std::string_view stored, std::string_view key);
 
-// The value of a setting as Pellorin.ini holds it: scrambled for the names of passwords (in their own letter
-// case only), else as it is.
+// The value of a setting as Pellorin.ini holds it. Scrambled for "Password", "SqlPassword" and
+// "SchedulerPassword", spelled exactly so; else as it is.
 std::string StoredText(std::string_view settingName, const std::string& value);
 
 // Turns the value as Pellorin.ini holds it into the setting's value.

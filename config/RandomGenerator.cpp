@@ -3,7 +3,6 @@
 #include <bit>
 
 namespace pellorin {
-
 namespace {
 
 constexpr std::uint32_t kMultiplier = 0x43FD43FD;
@@ -27,7 +26,7 @@ float RandomGenerator::Next() {
 }
 
 float RandomGenerator::NextFrom(float negative) {
-  if (negative == 0.0F) return Value();  // zero of either sign asks for the last value again
+  if (negative == 0.0F) return Value();  // zero of either sign repeats the last value
   const auto bits = std::bit_cast<std::uint32_t>(negative);
   state_ = (bits + (bits >> 24)) & kStateMask;
   return Next();

@@ -1,5 +1,5 @@
-// The pseudo-random generator of the runtime that the service was written for, bit for bit: 24 bits of state,
-// one linear congruential step, values in single precision (measured against that runtime).
+// The pseudo-random generator of the runtime that the service was written for, equal bit for bit (measured
+// against that runtime): 24 bits of state, one linear congruential step, values in single precision.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,8 @@ class RandomGenerator {
   float Next();  // in [0, 1)
   // Reseeds from a number below zero and gives the first value of the new sequence.
   float NextFrom(float negative);
-  void Randomize(double seed);  // replaces the upper 16 of the 24 bits, keeps the lower 8
+  void Randomize(double seed);  // replaces the upper 16 of the 24 bits
   std::uint8_t NextByte();      // floor(Next() * 256)
-  std::uint32_t State() const { return state_; }
 
  private:
   void Step();

@@ -34,8 +34,8 @@ void Section::AppendError(const std::string& message, const std::string& setting
   if (!settingName.empty()) faultySettings_.push_back(settingName);
 }
 
-// A section that no save would write need not be valid, and must not keep the rest from being saved. If the
-// user changed it, the save itself refuses it and says why.
+// A section that is never written need not be valid, and must not keep the rest from being saved. If the user
+// changed it, the save itself refuses it and says why.
 bool Section::IsNeverWritten() const {
   return isDeleted_ || !QueueProblem().empty() || (!CanBeWritten() && !HasChanges());
 }

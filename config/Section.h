@@ -42,7 +42,7 @@ class Section {
   void SetIsDeleted(bool deleted);
   // Whether the disk may hold it: it was loaded, or a save has begun to write it.
   bool IsOriginal() const { return ini_.IsOriginal() || queue_.IsOriginal(); }
-  // The name without what SetIsDeleted appended: up to the first "|".
+  // The name without the mark of deletion: up to the first "|".
   std::string NameOnDisk() const;
   // The name without the prefix of its type, as selectors show it.
   std::string DisplayName() const;
@@ -90,8 +90,7 @@ class Section {
   const std::string& QueueFileName() const { return queue_.FileName(); }
   // Queues: why the definition file cannot be used, with its full path; empty when it can.
   const std::string& QueueProblem() const { return queue_.Problem(); }
-  // The file holds another section of this name before this one: it shows that one's settings and is never
-  // written.
+  // A twin has the name of an earlier section of the file: it shows that one's settings and is never saved.
   bool IsTwin() const { return ini_.IsTwin(); }
   void SetIsTwin() { ini_.SetIsTwin(); }
   // False when every save of it is refused: it is a twin, was cut off on loading, or its definition cannot be

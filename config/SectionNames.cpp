@@ -1,8 +1,7 @@
 #include "config/SectionNames.h"
 
-#include <algorithm>
-
 #include "base/AnsiText.h"
+#include "base/Text.h"
 #include "base/TextCase.h"
 
 namespace pellorin {
@@ -12,13 +11,6 @@ constexpr std::size_t kLongestName = 200;  // bytes; the buffer for all names ho
 constexpr const char* kTooLong = "A name cannot be longer than 200 characters.";
 constexpr const char* kOutsideCodePage =
     "The name holds a character that Pellorin.ini cannot hold (it is outside code page 1252).";
-
-bool HoldsControlCharacter(std::string_view name) {
-  return std::any_of(name.begin(), name.end(), [](char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return code < 0x20 || code == 0x7F;
-  });
-}
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// Which names a section of Pellorin.ini can carry behind its prefix, and a queue, so that the next start
+// The names that a section of Pellorin.ini, after its prefix, and a queue can bear so that the next start
 // finds them again.
 #pragma once
 
@@ -10,13 +10,13 @@ namespace pellorin {
 // Why the name cannot be used, as a sentence for the user; empty when it can.
 std::string NameProblem(std::string_view name);
 
-// Why a setting could not hold the text and give it back as it is.
+// Why a setting could not give the text back as it is, as NameProblem says it.
 std::string ValueProblem(std::string_view text);
 
 // False for a name with one of ; : * ? " < > | ' ` , { } ] [ in it.
 bool IsValidQueueName(std::string_view name);
 
-// Why a queue of a valid name would not come back under it, as NameProblem says it.
+// Why a queue would not come back under this valid name, as NameProblem says it.
 std::string QueueNameProblem(std::string_view name);
 
 }  // namespace pellorin

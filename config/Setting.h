@@ -1,4 +1,4 @@
-// One Name=Value entry of a section, with the value as it was last loaded or saved.
+// One Name=Value entry of a section. Remembers the value that was last loaded or saved.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// The keys of the settings, as the files hold them: docs/file-formats.md says what each means. The service
-// reads the same keys, so their spelling is fixed.
+// The keys of the settings in the files; docs/file-formats.md says what each means. The service reads the
+// same keys, so their spelling is fixed.
 #pragma once
 
 namespace pellorin {

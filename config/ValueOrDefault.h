@@ -1,4 +1,4 @@
-// A value, or a default where the value is empty or consists of blanks.
+// The value, or the default if the value is empty or consists of blanks.
 #pragma once
 
 #include <string>

@@ -2,21 +2,23 @@
 
 #include <utility>
 
+#include "base/Text.h"
 #include "config/ini/ProfileLines.h"
 #include "files/AtomicFile.h"
 #include "files/FileLookup.h"
 #include "platform/Paths.h"
 
 namespace pellorin {
-
 namespace {
+
+constexpr int kCannotLoad = 50100;
 
 [[noreturn]] void RefuseToChoose(const std::vector<std::string>& spellings, const std::string& wanted,
                                  const std::string& folder) {
   std::string names = spellings.front();
   for (std::size_t i = 1; i < spellings.size(); ++i)
     names += (i + 1 < spellings.size() ? ", " : " and ") + spellings[i];
-  throw NumberedError(50100, "PellorinConfig.exe, Ini, Load",
+  throw NumberedError(kCannotLoad, "PellorinConfig.exe, Ini, Load",
                       "Could not load .INI file\r\nThe folder holds " + names +
                           ", which differ in letter case only. Please keep one of them and call it " +
                           wanted + ".",
@@ -28,7 +30,8 @@ std::string WrongEncoding(std::string_view encoding) {
          ". Please save it with a text editor as ANSI (code page 1252).";
 }
 
-// Without a mark: two characters of ASCII, each with a NUL before or after it. No profile file begins so.
+// Recognises UTF-16 without a mark: two ASCII characters, each with a NUL before or after it. No profile file
+// begins like this.
 bool LooksLikeUtf16(std::string_view bytes) {
   if (bytes.size() < 4) return false;
   const auto isNul = [bytes](std::size_t position) { return bytes[position] == '\0'; };
@@ -42,7 +45,7 @@ IniFile::IniFile(FileOperations& files, std::string folder) : files_(files), fol
 std::string IniFile::Open(const std::string& fileName) {
   path_ = JoinPath(folder_, fileName);
   std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
-  if (!bytes) {  // perhaps in other letter case
+  if (!bytes) {  // its name may have other letter case
     std::vector<std::string> spellings = SpellingsOf(files_, folder_, fileName);
     std::erase_if(spellings, [this](const std::string& name) {
       return files_.Status(JoinPath(folder_, name)).kind == FileKind::Folder;
@@ -56,7 +59,7 @@ std::string IniFile::Open(const std::string& fileName) {
   return {};
 }
 
-// A file that went away since the start is written anew.
+// A file that has gone since the start counts as empty.
 std::string IniFile::Bytes() const {
   return ReadFileIfPresent(files_, path_).value_or("");
 }
@@ -76,11 +79,11 @@ bool IniFile::IsBlank(std::string_view bytes) {
 
 std::string IniFile::EncodingProblem(std::string_view bytes) {
   using std::string_view_literals::operator""sv;
-  constexpr std::pair<std::string_view, std::string_view> kMarks[] = {{"\xEF\xBB\xBF"sv, "UTF-8"sv},
-                                                                      {"\xFF\xFE\0\0"sv, "UTF-32"sv},
-                                                                      {"\0\0\xFE\xFF"sv, "UTF-32"sv},
-                                                                      {"\xFF\xFE"sv, "UTF-16"sv},
-                                                                      {"\xFE\xFF"sv, "UTF-16"sv}};
+  constexpr std::pair<std::string_view, std::string_view> kMarks[] = {{kUtf8Mark, "UTF-8"},
+                                                                      {"\xFF\xFE\0\0"sv, "UTF-32"},
+                                                                      {"\0\0\xFE\xFF"sv, "UTF-32"},
+                                                                      {kUtf16LittleMark, "UTF-16"},
+                                                                      {kUtf16BigMark, "UTF-16"}};
   for (const auto& [mark, encoding] : kMarks) {
     if (!bytes.starts_with(mark)) continue;
     if (IsBlank(bytes.substr(mark.size())))
@@ -107,7 +110,7 @@ bool IniFile::IsLostToNuls(std::string_view bytes) {
 
 std::string IniFile::Content(const std::string& bytes) const {
   if (const std::string problem = EncodingProblem(bytes); !problem.empty())
-    throw FileError(0, problem, path_);  // somebody changed it since it was loaded
+    throw FileError(0, problem, path_);  // it was changed since it was loaded
   return IsLostToNuls(bytes) ? std::string() : bytes;
 }
 

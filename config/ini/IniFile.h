@@ -1,6 +1,6 @@
-// Pellorin.ini on the disk: read whole, and rewritten as a whole, durably, for every section that is replaced
-// or removed, always starting from the file as it is at that moment. A file of NULs (a power loss leaves one)
-// counts as empty; before it is written over, a copy is kept beside it.
+// Pellorin.ini on the disk. Replacing or removing a section rewrites the whole file, durably, starting from
+// the file as it is at that moment. A file of NULs, as a power loss leaves one, counts as empty; a copy of it
+// is kept before it is overwritten. Failures are FileErrors.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace pellorin {
 
-// The buffer that names and lines are read with, in bytes.
+// Bytes of the buffer that section names, and the lines of a section, are read with.
 inline constexpr std::size_t kProfileBufferSize = 10000;
 
 class IniFile {
@@ -22,15 +22,16 @@ class IniFile {
 
   const std::string& Path() const { return path_; }
 
-  // Remembers the file of that name, creates it empty when it is missing, and gives its content.
-  // NumberedError when there are several that differ from the name, and from each other, in letter case only.
+  // Remembers the file of that name, in whatever letter case, and returns its content. Creates an empty file
+  // when it is missing. NumberedError 50100 when there is none of exactly that name but several that differ
+  // from it in letter case.
   std::string Open(const std::string& fileName);
   ProfileFile Read() const;
   bool IsEmpty() const;  // missing or blank
   // Whether there is nothing but line breaks, form feeds, NULs and blanks, and perhaps a Ctrl-Z at the end.
   static bool IsBlank(std::string_view bytes);
-  // Why bytes that cannot be read as a profile file cannot, as a sentence with the cure: they are in another
-  // encoding, or a byte-order mark alone. Empty when that is not it.
+  // Whether the bytes are in another encoding, or a byte-order mark alone: a sentence that says so and names
+  // the cure. Empty otherwise.
   static std::string EncodingProblem(std::string_view bytes);
 
   void ReplaceSection(std::string_view ansiName, const std::vector<std::string>& ansiLines);

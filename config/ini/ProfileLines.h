@@ -69,8 +69,7 @@ inline void AppendEntry(std::string& text, std::string_view line) {
   text += WithoutOuterBlanks(entry.substr(equals + 1));
 }
 
-// The same for a line without outer blanks. Copies it to `stripped` only when there are blanks around its
-// "=".
+// The same for a line without outer blanks. Uses `stripped` only if there are blanks around the "=".
 inline std::string_view EntryAsRead(std::string_view line, std::string& stripped) {
   const auto isBlank = [line](std::size_t position) {
     return position < line.size() && (line[position] == ' ' || line[position] == '\t');

@@ -1,5 +1,4 @@
-// The lines below a header of a profile file, written again with other entries. Comments and blank lines
-// stay.
+// The lines below a header of a profile file, with other entries. Comments and blank lines stay.
 #pragma once
 
 #include <string>

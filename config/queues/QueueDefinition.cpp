@@ -77,8 +77,7 @@ std::vector<xmlNode*> AllAttributes(xmlDoc* document) {
   return Select(document, kAttributes);
 }
 
-// Subtracts the length of these nodes' text, entities expanded, from the budget. False when the budget is too
-// small.
+// Subtracts the length of these nodes' text, entities expanded, from the budget. False if that is too small.
 bool FitsInto(std::size_t& budget, const xmlNode* node) {
   for (; node != nullptr; node = node->next) {
     const bool isText = node->type == XML_TEXT_NODE;
@@ -195,7 +194,7 @@ bool QueueDefinition::QueueHas(const std::string& name) const {
 
 void QueueDefinition::SetAttribute(const std::string& name, const std::string& value) {
   xmlNode* queue = document_->queue;
-  if (queue == nullptr) Fail("It holds no element \"queue\".");
+  if (queue == nullptr) Fail(kNoQueueElement);
   if (!IsXmlText(value) || !IsXmlText(name) || xmlValidateNCName(XmlText(name), 0) != 0)
     Fail("The value of " + name + " holds a character that XML cannot express.");
   if (xmlSetNsProp(queue, nullptr, XmlText(name), XmlText(value)) == nullptr) throw std::bad_alloc();

@@ -16,6 +16,8 @@
 
 namespace pellorin {
 
+inline constexpr const char* kNoQueueElement = "It holds no element \"queue\".";
+
 class QueueDefinition {
  public:
   // NumberedError when the bytes are not well-formed XML (the description gives line and reason), or when the

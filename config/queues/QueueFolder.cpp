@@ -40,7 +40,7 @@ std::string ProblemOf(const std::string& fileName) {
   return "Its name holds a character that Pellorin.ini cannot hold (it is outside code page 1252)." + cure;
 }
 
-// The template as FindIgnoringCase would find it; without looking at the disk once more.
+// The template as FindIgnoringCase would find it, but without listing the folder again.
 std::string TemplateAmong(const std::vector<FolderEntry>& entries) {
   const std::string folded = FoldCase(kTemplateName);
   std::string found = kTemplateName;

@@ -13,8 +13,6 @@
 namespace pellorin {
 namespace {
 
-constexpr const char* kNoQueueElement = "It holds no element \"queue\".";
-
 // Carries the reason alone: the queue's name and path are added where they are known.
 NumberedError Refusal(const std::string& reason) {
   return {kCannotSaveSection, "PellorinConfig.exe, QueueSection", reason};
