@@ -4,6 +4,11 @@
 
 namespace pellorin {
 
+bool OpenConnection(SqlConnection& connection, const SqlLogin& login, UserMessages& messages) {
+  return login.isTrusted ? OpenTrustedConnection(connection, login.server, messages)
+                         : OpenSqlConnection(connection, login.server, login.user, login.password, messages);
+}
+
 bool OpenSqlConnection(SqlConnection& connection, const std::string& server, const std::string& user,
                        const std::string& password, UserMessages& messages) {
   connection.ConnectionString = SqlLoginConnectionString(server, user, password);

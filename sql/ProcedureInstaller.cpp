@@ -37,9 +37,7 @@ ProcedureInstaller::ProcedureInstaller(SqlConnectionFactory connect, FileOperati
       messages_(messages) {}
 
 bool ProcedureInstaller::Open(SqlConnection& connection, const SqlLogin& login) {
-  const bool isOpen =
-      login.isTrusted ? OpenTrustedConnection(connection, login.server, messages_)
-                      : OpenSqlConnection(connection, login.server, login.user, login.password, messages_);
+  const bool isOpen = OpenConnection(connection, login, messages_);
   securityNote_ = connection.SecurityNote();
   return isOpen;
 }

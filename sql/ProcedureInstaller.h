@@ -9,16 +9,9 @@
 #include "base/UserMessages.h"
 #include "platform/FileOperations.h"
 #include "sql/SqlConnection.h"
+#include "sql/SqlLogin.h"
 
 namespace pellorin {
-
-// How to reach an instance: as the user who runs the program, or with a SQL login.
-struct SqlLogin {
-  std::string server;
-  bool isTrusted = true;
-  std::string user;
-  std::string password;
-};
 
 struct Installation {
   std::string database;

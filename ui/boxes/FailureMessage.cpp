@@ -39,9 +39,7 @@ Message SaveFailureMessage(const NumberedError& error, const Ini& document) {
   std::vector<std::string> unsaved;
   for (const auto& section : document.Sections()) {
     if (!section->HasChanges()) continue;
-    unsaved.push_back(section->IsDeleted()
-                          ? section->Name.substr(0, section->Name.find('|')) + " (to be removed)"
-                          : section->Name);
+    unsaved.push_back(section->IsDeleted() ? section->NameOnDisk() + " (to be removed)" : section->Name);
   }
   std::vector<std::string> done = document.LastSave().written;
   for (const std::string& name : document.LastSave().removed) done.push_back(name + " (removed)");

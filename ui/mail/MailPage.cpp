@@ -1,7 +1,5 @@
 #include "ui/mail/MailPage.h"
 
-#include <algorithm>
-
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
 #include "ui/controls/ControlValues.h"
@@ -80,13 +78,6 @@ bool MailPage::ValidateMail() {
   return ValidateCurrent("sever");
 }
 
-bool MailPage::IsDuplicate(const std::string& name) const {
-  const auto& sections = session_.Document()->Sections();
-  return std::any_of(sections.begin(), sections.end(), [wanted = "MAIL:" + name](const auto& section) {
-    return EqualIgnoringCase(section->Name, wanted);
-  });
-}
-
 void MailPage::btnAddNewMailServer_Click() {
   if (!CanAdd()) return;
   const std::string name =
@@ -94,7 +85,7 @@ void MailPage::btnAddNewMailServer_Click() {
   if (name.empty()) return;
   if (const std::string problem = NameProblem(name); !problem.empty())
     Refuse("Invalid Name", problem);
-  else if (IsDuplicate(name))
+  else if (session_.Document()->HoldsName(SectionType::Mail, name))
     Refuse("Duplicate Name", "A server with this name already exists");
   else
     AddNewMailServer(name);
@@ -118,9 +109,8 @@ std::string MailPage::UsesOf(const std::string& name) const {
     lines += (lines.empty() ? "- " : "\r\n- ") + std::string(role) + " mail server for SQL Server " +
              section.DisplayName();
   };
-  for (const auto& section : session_.Document()->Sections()) {
-    if (section->SectionType != SectionType::Sql || section->IsDeleted()) continue;
-    if (name.empty()) continue;  // a missing setting uses no server
+  if (name.empty()) return lines;  // a missing setting uses no server
+  for (const Section* section : session_.Document()->SectionsOf(SectionType::Sql)) {
     if (section->GetValue(SqlKey::kPrimaryMailServer) == name) addLine("Primary", *section);
     if (section->GetValue(SqlKey::kSecondaryMailServer) == name) addLine("Secondary", *section);
   }

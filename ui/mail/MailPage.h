@@ -33,7 +33,6 @@ class MailPage : public SectionPage {
   void BindControls();
   void FillUsername();
   void PersistUsername();
-  bool IsDuplicate(const std::string& name) const;
   std::string UsesOf(const std::string& name) const;
 
   void btnAddNewMailServer_Click();

@@ -27,12 +27,8 @@ std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now) {
   return "Send On: " + WriteMoment({DayOf(now.date()), time}, locale);
 }
 
-bool OpenForProbe(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                  const ProbeServices& services) {
-  const std::string server = instance.DisplayName();
-  const bool isOpen =
-      login.isTrusted ? OpenTrustedConnection(connection, server, services.messages)
-                      : OpenSqlConnection(connection, server, login.user, login.password, services.messages);
+bool OpenForProbe(SqlConnection& connection, const SqlLogin& login, const ProbeServices& services) {
+  const bool isOpen = OpenConnection(connection, login, services.messages);
   services.showSecurity(connection.SecurityNote());
   return isOpen;
 }

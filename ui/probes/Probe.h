@@ -12,6 +12,7 @@
 #include "base/UserMessages.h"
 #include "service/MailComponent.h"
 #include "sql/SqlConnection.h"
+#include "sql/SqlLogin.h"
 #include "ui/pages/ConfigurationSession.h"
 
 namespace pellorin {
@@ -32,15 +33,6 @@ struct ProbeServices {
       showSecurity;  // of the probe's connection, on the page in front
 };
 
-// As the SQL page shows it, saved or not.
-struct ShownLogin {
-  bool isTrusted = true;
-  std::string user;
-  std::string password;
-
-  std::string Description() const { return isTrusted ? "Trusted" : user; }
-};
-
 // A call of the procedure failed; what() is the server's own sentence.
 class CallFailed : public std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -55,9 +47,9 @@ std::string NameOf(const Section* section);
 // "Send On: 11/22/2026 8:41:00 AM", without a line break.
 std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = QDateTime::currentDateTime());
 
-// Opens the connection to the shown instance. False after the box that says why not.
-bool OpenForProbe(SqlConnection& connection, const Section& instance, const ShownLogin& login,
-                  const ProbeServices& services);
+// Opens the connection to an instance with the login that the SQL page shows, saved or not. False after the
+// box that says why not.
+bool OpenForProbe(SqlConnection& connection, const SqlLogin& login, const ProbeServices& services);
 
 // Runs `send` and shows how it ended: the text of its success, or a CallFailed as "Test Failed". Shows
 // nothing when it returns false: a box has already said that no connection could be opened. Passes

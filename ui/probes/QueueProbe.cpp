@@ -30,7 +30,7 @@ void QueueProbe::Run() {
 bool QueueProbe::Send(const std::string& address, const Section& instance, const Section& queue) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForProbe(*connection, instance, login_, services_)) return false;
+  if (!OpenForProbe(*connection, login_, services_)) return false;
   connection->SetDefaultDatabase(instance.GetValue(SqlKey::kConfiguredDB));
   const std::string body = Body(instance, queue, connection->DefaultDatabase());
   try {

@@ -7,8 +7,7 @@ namespace pellorin {
 
 class QueueProbe {
  public:
-  QueueProbe(const ProbeServices& services, ShownLogin login)
-      : services_(services), login_(std::move(login)) {}
+  QueueProbe(const ProbeServices& services, SqlLogin login) : services_(services), login_(std::move(login)) {}
   // SqlError when the database cannot be switched to.
   void Run();
 
@@ -18,7 +17,7 @@ class QueueProbe {
   std::string Body(const Section& instance, const Section& queue, const std::string& database) const;
 
   const ProbeServices& services_;
-  ShownLogin login_;
+  SqlLogin login_;
 };
 
 }  // namespace pellorin

@@ -19,7 +19,7 @@ void SqlServerProbe::Run() {
 bool SqlServerProbe::Send(const std::string& address, const Section& instance) {
   const auto work = services_.beginWork();
   const auto connection = services_.connect();
-  if (!OpenForProbe(*connection, instance, login_, services_)) return false;
+  if (!OpenForProbe(*connection, login_, services_)) return false;
   try {
     connection->SetDefaultDatabase(instance.GetValue(SqlKey::kConfiguredDB));
     SendByParameters(*connection, {address, Body(instance), "Pellorin: Test Email from SQL Server"});

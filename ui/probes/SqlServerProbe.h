@@ -7,7 +7,7 @@ namespace pellorin {
 
 class SqlServerProbe {
  public:
-  SqlServerProbe(const ProbeServices& services, ShownLogin login)
+  SqlServerProbe(const ProbeServices& services, SqlLogin login)
       : services_(services), login_(std::move(login)) {}
   void Run();
 
@@ -17,7 +17,7 @@ class SqlServerProbe {
   std::string Body(const Section& instance) const;
 
   const ProbeServices& services_;
-  ShownLogin login_;
+  SqlLogin login_;
 };
 
 }  // namespace pellorin

@@ -13,11 +13,6 @@ namespace {
 
 constexpr int kChosenWhenShown = Qt::UserRole + 1;
 
-// A second section of one name is never written, so a queue cannot apply to it.
-bool IsInstance(const Section& section) {
-  return section.SectionType == SectionType::Sql && !section.IsDeleted() && !section.IsTwin();
-}
-
 // A section that cannot be written stays as it is, unless the user changed its entry. Saving then says why
 // it cannot be written.
 bool IsLeftAlone(const QListWidgetItem& entry, const Section& instance) {
@@ -53,8 +48,8 @@ void QueuedServersList::Select(const std::vector<std::string>& servers) {
   const QSignalBlocker blocker(list_);
   list_.clear();
   QItemSelection selection;
-  for (const auto& section : session_.Document()->Sections()) {
-    if (!IsInstance(*section)) continue;
+  for (const Section* section : session_.Document()->SectionsOf(SectionType::Sql)) {
+    if (section->IsTwin()) continue;  // it is never written, so a queue cannot apply to it
     const std::string name = section->DisplayName();
     auto* entry = new QListWidgetItem(QString::fromStdString(name), &list_);
     entry->setData(Qt::UserRole, IdentityOf(*section));

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "config/DateTimeText.h"
+#include "config/DateTimeWriting.h"
 #include "config/ScheduleSummary.h"
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
@@ -220,13 +220,6 @@ bool QueuesPage::ValidateQueue() {
   return ValidateCurrent("queue");
 }
 
-bool QueuesPage::IsDuplicate(const std::string& name) const {
-  const auto& sections = session_.Document()->Sections();
-  return std::any_of(sections.begin(), sections.end(), [&name](const auto& section) {
-    return section->SectionType == SectionType::Queue && EqualIgnoringCase(section->Name, name);
-  });
-}
-
 bool QueuesPage::IsNameShared(const Section& queue) const {
   const auto& sections = session_.Document()->Sections();
   return std::any_of(sections.begin(), sections.end(), [&queue](const auto& section) {
@@ -243,7 +236,7 @@ void QueuesPage::btnAddQueue_Click() {
     Refuse("Duplicate Name", "The following characters are not allowed :;*?\"<>|'`,{}[]");
   else if (const std::string problem = QueueNameProblem(name); !problem.empty())
     Refuse("Invalid Name", problem);
-  else if (IsDuplicate(name))
+  else if (session_.Document()->HoldsName(SectionType::Queue, name))
     Refuse("Duplicate Name", "A queue with this name already exists");
   else
     AddNewQueue(name);

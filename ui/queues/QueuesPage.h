@@ -45,7 +45,6 @@ class QueuesPage : public SectionPage {
   void ShowSummary();
   void ShowOccurance(bool isWeekly);
   void StoreShown();
-  bool IsDuplicate(const std::string& name) const;
   bool IsNameShared(const Section& queue) const;
 
   void btnAddQueue_Click();

@@ -115,8 +115,10 @@ void SqlPage::Fill() {
   ShowDatabase();
 }
 
-ShownLogin SqlPage::Login() const {
-  return {ui_->optTrusted->isChecked(), TextOf(*ui_->txtSqlUsername), TextOf(*ui_->txtSqlPassword)};
+SqlLogin SqlPage::Login() const {
+  const Section* instance = session_.CurrentSql();
+  return {instance == nullptr ? std::string() : instance->DisplayName(), ui_->optTrusted->isChecked(),
+          TextOf(*ui_->txtSqlUsername), TextOf(*ui_->txtSqlPassword)};
 }
 
 bool SqlPage::ValidateSql() {
@@ -179,9 +181,8 @@ void SqlPage::RefreshMailServers() {
   for (const auto& [list, key] : lists) {
     const QSignalBlocker blocker(list);
     list->clear();
-    for (const auto& section : session_.Document()->Sections())
-      if (section->SectionType == SectionType::Mail && !section->IsDeleted())
-        list->addItem(QString::fromStdString(section->DisplayName()));
+    for (const Section* section : session_.Document()->SectionsOf(SectionType::Mail))
+      list->addItem(QString::fromStdString(section->DisplayName()));
     SelectListItem(*list, instance == nullptr ? std::string() : instance->GetValue(key));
   }
 }
@@ -196,9 +197,8 @@ void SqlPage::btnRefreshStylesheets_Click() {
 void SqlPage::btnAddNewSqlServer_Click() {
   if (!CanAdd()) return;
   std::vector<std::string> existing;
-  for (const auto& section : session_.Document()->Sections())
-    if (section->SectionType == SectionType::Sql && !section->IsDeleted())
-      existing.push_back(section->DisplayName());
+  for (const Section* section : session_.Document()->SectionsOf(SectionType::Sql))
+    existing.push_back(section->DisplayName());
   frmNewSqlServer dialog(window(), installer_);
   dialog.SetExistingServers(existing);
   dialog.exec();

@@ -10,7 +10,6 @@
 
 #include "ui/dialogs/frmNewSqlServer.h"
 #include "ui/pages/SectionPage.h"
-#include "ui/probes/Probe.h"
 #include "ui/sql/InstanceNotices.h"
 
 namespace Ui {
@@ -28,9 +27,9 @@ class SqlPage : public SectionPage {
   ~SqlPage() override;
 
   void StartBrandNew() override;
-  bool ValidateSql();  // reports what is invalid; true when no instance is shown
-  void LoadLists();    // of style sheets and mail servers; stores nothing
-  ShownLogin Login() const;
+  bool ValidateSql();                          // reports what is invalid; true when no instance is shown
+  void LoadLists();                            // of style sheets and mail servers; stores nothing
+  SqlLogin Login() const;                      // as it is shown, saved or not
   void ShowSecurity(const std::string& note);  // of the last connection to the shown instance
   bool ShowsConfiguredDatabase() const;        // whether the shown instance's procedure is installed anywhere
 

@@ -79,7 +79,7 @@ TEST(SendOnLine, HasItsSecondsAtAFullMinuteToo) {
 
 TEST_F(ServerTests, ATrustedConnectionIsAskedForAndMailArrivesAsItIsDescribed) {
   Do(Database(), ReadScriptFile(SystemFiles(), PROJECT_FOLDER "/install", kInstallScript));
-  const ShownLogin trusted{true, "unused", ""};
+  const SqlLogin trusted{server, true, "unused", ""};
   messages.WillAsk("Email Address", "Please enter an email address to send the test email to",
                    "a@example.com");
   messages.WillShow({.text = "Email Sent", .title = "Test Succeeded", .icon = MessageIcon::Information});

@@ -1,0 +1,17 @@
+// How to reach a SQL Server instance: as the user who runs the program, or with a SQL login.
+#pragma once
+
+#include <string>
+
+namespace pellorin {
+
+struct SqlLogin {
+  std::string server;
+  bool isTrusted = true;
+  std::string user;
+  std::string password;
+
+  std::string Description() const { return isTrusted ? "Trusted" : user; }
+};
+
+}  // namespace pellorin
