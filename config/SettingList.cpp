@@ -7,17 +7,17 @@
 namespace pellorin {
 
 Setting& SettingList::Add(std::string name, std::string value) {
-  return Append({.OriginalValue = {}, .Value = std::move(value), .Name = std::move(name), .Section = owner_});
+  auto setting = std::make_unique<Setting>();
+  setting->Value = std::move(value);
+  setting->Name = std::move(name);
+  setting->Section = owner_;
+  const std::string& key = setting->Name;
+  return KeyedCollection::Add(key, std::move(setting));
 }
 
 void SettingList::AddLoaded(std::string name, std::string value) {
-  Append({.OriginalValue = value, .Value = std::move(value), .Name = std::move(name), .Section = owner_});
-}
-
-Setting& SettingList::Append(Setting&& setting) {
-  auto element = std::make_unique<Setting>(std::move(setting));
-  const std::string& key = element->Name;
-  return KeyedCollection::Add(key, std::move(element));
+  Setting& setting = Add(std::move(name), std::move(value));
+  setting.OriginalValue = setting.Value;
 }
 
 std::string SettingList::GetValue(std::string_view name) const {

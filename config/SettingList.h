@@ -36,8 +36,6 @@ class SettingList : public KeyedCollection<Setting> {
   void MarkAsSaved();  // every value becomes the one that changes are told from
 
  private:
-  Setting& Append(Setting&& setting);
-
   Section* owner_;
 };
 
