@@ -1,12 +1,18 @@
 // The failure that this program raises on purpose: a number, the operation that failed (source), a sentence
-// for the administrator (description), and the full path of the file concerned where there is one.
+// for the administrator (description), and the full path of the file concerned if there is one.
 #pragma once
 
 #include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace pellorin {
+
+// Where an error was raised: ErrorSource("Ini, Load") is "PellorinConfig.exe, Ini, Load".
+inline std::string ErrorSource(std::string_view operation) {
+  return "PellorinConfig.exe, " + std::string(operation);
+}
 
 class NumberedError : public std::exception {
  public:
@@ -20,7 +26,7 @@ class NumberedError : public std::exception {
   const std::string& Source() const { return source_; }
   const std::string& Description() const { return description_; }
   const std::string& Path() const { return path_; }
-  // The description, and the path in a line of its own unless the description names it.
+  // The description, then the path on a line of its own unless the description already names it.
   std::string DescriptionAndPath() const {
     const bool namesPath = description_.find(path_) != std::string::npos;
     return namesPath ? description_ : description_ + "\r\n" + path_;

@@ -1,5 +1,6 @@
 // A newly created GUID (version 4, random bytes of the operating system) in registry form: braces, upper
-// case, 38 characters. Error 50002 when the system gives no random bytes.
+// case, 38 characters. NumberedError kGuidNotCreated when the system
+// gives no random bytes.
 #pragma once
 
 #include <string>

@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 
+#include "base/ErrorNumbers.h"
 #include "base/NumberedError.h"
 #include "base/Text.h"
 
@@ -17,13 +18,12 @@ constexpr std::size_t kFetchedAtOnce = 64;
 
 // As many whole ones as the system gives.
 std::size_t FetchRandomBytes(std::array<GuidBytes, kFetchedAtOnce>& guids) {
-  constexpr int kCannotCreate = 50002;
   ssize_t count = 0;
   do {
     count = ::getrandom(guids.data(), sizeof guids, 0);
   } while (count == -1 && errno == EINTR);
   if (count < static_cast<ssize_t>(sizeof(GuidBytes))) {
-    throw NumberedError(kCannotCreate, "GenerateGUID", "CoCreateGuid failed");
+    throw NumberedError(kGuidNotCreated, "GenerateGUID", "CoCreateGuid failed");
   }
   return static_cast<std::size_t>(count) / sizeof(GuidBytes);
 }
