@@ -30,7 +30,7 @@ ConnectionSettings ReadConnectionString(const std::string& text) {
   for (const std::string& piece : SplitAt(";", text)) {
     const std::size_t separator = piece.find('=');
     if (separator == std::string::npos)
-      throw SqlError(0, "PellorinConfig.exe, ConnectionString",
+      throw SqlError(0, ErrorSource("ConnectionString"),
                      "A server name, user name or password that holds \";\" cannot be used to connect.");
     take(piece.substr(0, separator), piece.substr(separator + 1));
   }

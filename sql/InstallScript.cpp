@@ -43,7 +43,7 @@ std::string ReadScriptFile(FileOperations& files, const std::string& programFold
   const std::string bytes = ReadFile(files, path);
   for (const std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"})
     if (bytes.starts_with(mark))
-      throw NumberedError(0, "PellorinConfig.exe, InstallScript",
+      throw NumberedError(0, ErrorSource("InstallScript"),
                           "The script is saved in Unicode. Please save it as ANSI text (code page 1252).",
                           path);
   return AnsiToUtf8(bytes);

@@ -30,7 +30,7 @@ std::uint16_t PortOfInstance(const std::string& host, const std::string& instanc
   if (answer.outcome == AskOutcome::UnknownHost) throw UnknownHost(host, answer.reason);
   const bool isAnswered = answer.outcome == AskOutcome::Answered;
   if (const std::uint16_t port = isAnswered ? PortIn(answer.bytes) : std::uint16_t{0}; port != 0) return port;
-  throw SqlError(0, "PellorinConfig.exe, InstancePort",
+  throw SqlError(0, ErrorSource("InstancePort"),
                  "The SQL Server Browser service of " + host + " (UDP port 1434) " +
                      (isAnswered ? "names no TCP port of instance " : "gave no answer about instance ") +
                      instance + ". Please check the name, or give the port, as in " + host + ",1433.");

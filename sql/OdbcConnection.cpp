@@ -12,7 +12,7 @@
 namespace pellorin {
 namespace {
 
-constexpr const char* kSource = "PellorinConfig.exe, OdbcConnection";
+constexpr const char* kSource = "OdbcConnection";
 
 SQLPOINTER Number(std::chrono::seconds value) {
   return reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(value.count()));  // as ODBC passes numbers
@@ -80,7 +80,7 @@ void OdbcConnection::Open() {
   securityNote_.clear();
   const ConnectionSettings settings = ReadConnectionString(ConnectionString);
   if (!settings.isTrusted && settings.user.empty())
-    throw SqlError(0, kSource, "A SQL login needs a user name.");
+    throw SqlError(0, ErrorSource(kSource), "A SQL login needs a user name.");
   const ReachedServer server = ReachServer(settings, browserPort_, end);
   auto wide = Wide(DriverText(driver_, settings, server, CommandTimeout));
   const auto left = std::max(std::chrono::floor<std::chrono::seconds>(end.Left()), std::chrono::seconds(1));
@@ -111,7 +111,7 @@ void OdbcConnection::Close() {
 }
 
 OdbcConnection::Session& OdbcConnection::Opened() const {
-  if (session_ == nullptr) throw SqlError(0, kSource, "The connection is not open.");
+  if (session_ == nullptr) throw SqlError(0, ErrorSource(kSource), "The connection is not open.");
   return *session_;
 }
 
@@ -215,7 +215,8 @@ void OdbcConnection::CallProcedure(const std::string& name, const std::vector<Na
     values.push_back(Wide(parameter.value));
     sizes.push_back(static_cast<SQLLEN>(values.back().size() * sizeof(SQLWCHAR)));
     if (values.back().size() > kLongestParameter)
-      throw SqlError(0, kSource, "The value of " + parameter.name + " is longer than 4000 characters.");
+      throw SqlError(0, ErrorSource(kSource),
+                     "The value of " + parameter.name + " is longer than 4000 characters.");
   }
   for (std::size_t i = 0; i < values.size(); ++i)
     statement->Check(

@@ -40,15 +40,14 @@ SqlError ErrorOf(const std::vector<OdbcRecord>& records, const char* operation) 
   std::string text;
   for (const OdbcRecord& record : records) text += (text.empty() ? "" : "\r\n") + record.text;
   return SqlError(records.empty() ? 0 : records.front().number,
-                  std::string("PellorinConfig.exe, OdbcConnection, ") + operation,
-                  text.empty() ? kNoReason : text);
+                  ErrorSource(std::string("OdbcConnection, ") + operation), text.empty() ? kNoReason : text);
 }
 
 }  // namespace
 
 OdbcHandle::OdbcHandle(SQLSMALLINT kind, SQLHANDLE parent) : kind_(kind) {
   if (!SQL_SUCCEEDED(SQLAllocHandle(kind, parent, &handle_)))
-    throw SqlError(0, "PellorinConfig.exe, OdbcConnection", "ODBC gave no handle.");
+    throw SqlError(0, ErrorSource("OdbcConnection"), "ODBC gave no handle.");
 }
 
 OdbcHandle::~OdbcHandle() {

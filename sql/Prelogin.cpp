@@ -103,7 +103,7 @@ bool OffersEncryption(const std::string& host, std::uint16_t port, std::chrono::
   const Reply reply = ReadReply(answer.bytes);
   if (answer.outcome == AskOutcome::Answered && !reply.isForeign)
     if (const auto isOffered = EncryptionIn(reply.options)) return *isOffered;
-  throw SqlError(0, "PellorinConfig.exe, Prelogin", Problem(answer, host, std::to_string(port)));
+  throw SqlError(0, ErrorSource("Prelogin"), Problem(answer, host, std::to_string(port)));
 }
 
 }  // namespace pellorin

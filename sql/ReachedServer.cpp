@@ -12,7 +12,7 @@
 namespace pellorin {
 namespace {
 
-constexpr const char* kSource = "PellorinConfig.exe, ReachedServer";
+constexpr const char* kSource = "ReachedServer";
 
 // Whether what a server does not encrypt is refused. A value that is not known must not count as "no".
 bool IsEncryptionRequired() {
@@ -20,7 +20,7 @@ bool IsEncryptionRequired() {
   const std::string chosen = EnvironmentOr(kVariable, "");
   if (chosen.empty()) return false;
   if (EqualIgnoringCase(chosen, "require")) return true;
-  throw SqlError(0, kSource,
+  throw SqlError(0, ErrorSource(kSource),
                  kVariable + (" is \"" + chosen) + "\". Please set it to \"require\", or not at all.");
 }
 
@@ -43,7 +43,7 @@ ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t brow
   server.port = PortOf(address, browserPort, end);
   server.offersEncryption = OffersEncryption(server.host, server.port, end.Left());
   if (isRequired && !server.offersEncryption)
-    throw SqlError(0, kSource,
+    throw SqlError(0, ErrorSource(kSource),
                    server.host +
                        " does not offer encryption, and PELLORIN_SQL_ENCRYPTION requires it. Please "
                        "enable TLS on the server, or unset that variable.");

@@ -9,14 +9,14 @@
 namespace pellorin {
 namespace {
 
-constexpr const char* kSource = "PellorinConfig.exe, ServerAddress";
+constexpr const char* kSource = "ServerAddress";
 
 std::uint16_t PortOf(const std::string& digits, const std::string& server) {
   std::uint16_t port = 0;
   const char* end = digits.data() + digits.size();
   const auto [rest, error] = std::from_chars(digits.data(), end, port);
   if (error != std::errc() || rest != end || port == 0)
-    throw SqlError(0, kSource,
+    throw SqlError(0, ErrorSource(kSource),
                    "What follows the comma in \"" + server + "\" is no port number (1 to 65535).");
   return port;
 }
@@ -48,9 +48,10 @@ ServerAddress ParseServerAddress(const std::string& server) {
     text = Trimmed(text.substr(kProtocol.size()));
   for (const std::string_view protocol : {"np:", "lpc:", "admin:"})
     if (EqualIgnoringCase(std::string_view(text).substr(0, protocol.size()), protocol))
-      throw SqlError(0, kSource,
+      throw SqlError(0, ErrorSource(kSource),
                      "Only TCP connections are supported, not \"" + std::string(protocol) + "\".");
-  if (HoldsForeignCharacter(text)) throw SqlError(0, kSource, "No server is called \"" + server + "\".");
+  if (HoldsForeignCharacter(text))
+    throw SqlError(0, ErrorSource(kSource), "No server is called \"" + server + "\".");
   if (const std::size_t comma = text.find(','); comma != std::string::npos) {
     address.port = PortOf(Trimmed(text.substr(comma + 1)), server);
     text = Trimmed(text.substr(0, comma));
@@ -67,7 +68,7 @@ ServerAddress ParseServerAddress(const std::string& server) {
 }
 
 SqlError UnknownHost(const std::string& host, const std::string& reason) {
-  return {0, kSource,
+  return {0, ErrorSource(kSource),
           "Unknown host " + host + " (" + reason +
               "). Please check the server's name, and that this machine can look up names."};
 }

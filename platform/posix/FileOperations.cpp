@@ -259,7 +259,7 @@ bool FileError::IsMissing() const {
 }
 
 FileError::FileError(int systemError, const std::string& description, std::string path)
-    : NumberedError(systemError, "PellorinConfig.exe, FileSystem", description, FullPath(path)) {}
+    : NumberedError(systemError, ErrorSource("FileSystem"), description, FullPath(path)) {}
 
 FileOperations& SystemFiles() {
   static PosixFiles files;

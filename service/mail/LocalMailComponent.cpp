@@ -52,7 +52,7 @@ bool LocalMailComponent::Send(const MailArguments& arguments) {
     return true;
   } catch (const NumberedError& error) {
     errorNumber_ = error.Number();
-    errorSource_ = kMailErrorSource;
+    errorSource_ = ErrorSource(kMailErrorSource);
     errorDescription_ = error.DescriptionAndPath();
     return false;
   }

@@ -7,12 +7,12 @@
 
 namespace pellorin {
 
-inline constexpr const char* kMailErrorSource = "PellorinConfig.exe, MailComponent, Send";
+inline constexpr const char* kMailErrorSource = "MailComponent, Send";
 
 class MailFailure : public NumberedError {
  public:
   MailFailure(int number, const std::string& description)
-      : NumberedError(number, kMailErrorSource, description) {}
+      : NumberedError(number, ErrorSource(kMailErrorSource), description) {}
 };
 
 // The numbers of failures that no mail server and no system call reported: libcurl's.
