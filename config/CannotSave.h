@@ -3,16 +3,15 @@
 
 #include <string>
 
+#include "base/ErrorNumbers.h"
 #include "base/NumberedError.h"
 
 namespace pellorin {
 
-inline constexpr int kCannotSaveSection = 50111;
-
 // `reason`: a sentence for the administrator. `path`: the full path of the file.
 inline NumberedError CannotSave(const std::string& sectionName, const std::string& reason,
                                 const std::string& path) {
-  return {kCannotSaveSection, "PellorinConfig.exe, Section, Save",
+  return {kSectionNotSaved, ErrorSource("Section, Save"),
           "Could not save section " + sectionName + "\r\n" + reason, path};
 }
 

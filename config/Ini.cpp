@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "base/AnsiText.h"
+#include "base/ErrorNumbers.h"
+#include "base/NumberedError.h"
 #include "base/TextCase.h"
 #include "config/CannotSave.h"
 #include "platform/Guid.h"
@@ -13,10 +15,7 @@
 namespace pellorin {
 namespace {
 
-constexpr int kCannotLoad = 50100;
-constexpr int kBadSectionName = 50101;
-constexpr int kBadDefinition = 50110;
-constexpr const char* kLoadSource = "PellorinConfig.exe, Ini, Load";
+constexpr const char* kLoadSource = "Ini, Load";
 
 std::int16_t Limited(std::ptrdiff_t count) {
   return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
@@ -26,7 +25,7 @@ std::int16_t Limited(std::ptrdiff_t count) {
 SectionType TypeOf(const std::string& name, SectionType previous, const std::string& path) {
   if (std::count(name.begin(), name.end(), ':') != 1)
     throw NumberedError(
-        kBadSectionName, kLoadSource,
+        kSectionNameNotRead, ErrorSource(kLoadSource),
         "Could not read section name: " + name + ". The extected format is SQL:name or MAIL:name", path);
   for (const SectionType type : {SectionType::Sql, SectionType::Admin, SectionType::Mail})
     if (StartsWithIgnoringCase(name, PrefixOf(type))) return type;
@@ -54,7 +53,7 @@ Section& Ini::AddQueue(const std::string& name) {
     queue.Load();
     if (!queue.CanBeWritten())
       throw NumberedError(
-          kBadDefinition, "PellorinConfig.exe, Ini, AddQueue",
+          kSectionNotLoaded, ErrorSource("Ini, AddQueue"),
           "Queue " + name + " could not be added: the definition that it starts from cannot be used.\r\n" +
               (queue.QueueProblem().empty() ? queues_.PathOf(queues_.TemplateName()) : queue.QueueProblem()));
   } catch (...) {
@@ -105,7 +104,7 @@ void Ini::Delete(std::string_view sectionName) {
 
 void Ini::Delete(Section& section) {
   if (!CanDelete(section))
-    throw NumberedError(kCannotSaveSection, "PellorinConfig.exe, Ini, Delete",
+    throw NumberedError(kSectionNotSaved, ErrorSource("Ini, Delete"),
                         "Section " + section.Name + " can only be deleted by hand", Path());
   if (section.IsOriginal())
     section.SetIsDeleted(true);
@@ -140,7 +139,8 @@ void Ini::Load(const std::string& iniFileName) {
   }
   const std::string encodingProblem = IniFile::EncodingProblem(bytes);
   if (!encodingProblem.empty())
-    throw NumberedError(kCannotLoad, kLoadSource, "Could not load .INI file\r\n" + encodingProblem, Path());
+    throw NumberedError(kIniNotLoaded, ErrorSource(kLoadSource),
+                        "Could not load .INI file\r\n" + encodingProblem, Path());
   LoadSections(ProfileFile(std::move(bytes)));
   AdminSection();
   for (const QueueEntry& file : queues_.Queues()) Add(file.queueName, SectionType::Queue).LoadFrom(file);
@@ -148,7 +148,8 @@ void Ini::Load(const std::string& iniFileName) {
 
 void Ini::LoadSections(const ProfileFile& file) {
   const ProfileText read = file.SectionNames(kProfileBufferSize);
-  if (read.buffer.empty()) throw NumberedError(kCannotLoad, kLoadSource, "Could not load .INI file", Path());
+  if (read.buffer.empty())
+    throw NumberedError(kIniNotLoaded, ErrorSource(kLoadSource), "Could not load .INI file", Path());
   const ProfileText whole = file.SectionNames(std::numeric_limits<std::size_t>::max());
   SectionType type = SectionType::Mail;
   std::set<std::string> namesSeen;

@@ -25,18 +25,18 @@ class CollectionError : public NumberedError {
   using NumberedError::NumberedError;
 
   static CollectionError DuplicateKey(const std::string& key) {
-    return {457, kSource, "\"" + key + "\" is already an element of this collection"};
+    return {457, ErrorSource(kSource), "\"" + key + "\" is already an element of this collection"};
   }
   static CollectionError UnknownKey(const std::string& key) {
-    return {5, kSource, "There is no element \"" + key + "\" in this collection"};
+    return {5, ErrorSource(kSource), "There is no element \"" + key + "\" in this collection"};
   }
   static CollectionError OutOfRange(std::size_t position) {
-    return {9, kSource,
+    return {9, ErrorSource(kSource),
             "There is no element at position " + std::to_string(position) + " of this collection"};
   }
 
  private:
-  static constexpr const char* kSource = "PellorinConfig.exe, Collection";
+  static constexpr const char* kSource = "Collection";
 };
 
 template <typename Element>

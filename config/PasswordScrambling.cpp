@@ -7,16 +7,13 @@
 #include <utility>
 
 #include "base/AnsiText.h"
+#include "base/ErrorNumbers.h"
 #include "base/NumberedError.h"
 #include "config/RandomGenerator.h"
 #include "config/SettingKeys.h"
 
 namespace pellorin {
 namespace {
-
-constexpr int kEncryptDecryptFailed = 500110;
-constexpr int kEncryptStringFailed = 500111;
-constexpr int kDecryptStringFailed = 500112;
 
 // Packed values start at ";", above every character with a meaning in the file.
 constexpr int kFirstCode = 59;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/ErrorNumbers.h"
+#include "base/NumberedError.h"
 #include "base/Text.h"
 #include "config/ini/ProfileLines.h"
 #include "files/AtomicFile.h"
@@ -11,14 +13,12 @@
 namespace pellorin {
 namespace {
 
-constexpr int kCannotLoad = 50100;
-
 [[noreturn]] void RefuseToChoose(const std::vector<std::string>& spellings, const std::string& wanted,
                                  const std::string& folder) {
   std::string names = spellings.front();
   for (std::size_t i = 1; i < spellings.size(); ++i)
     names += (i + 1 < spellings.size() ? ", " : " and ") + spellings[i];
-  throw NumberedError(kCannotLoad, "PellorinConfig.exe, Ini, Load",
+  throw NumberedError(kIniNotLoaded, ErrorSource("Ini, Load"),
                       "Could not load .INI file\r\nThe folder holds " + names +
                           ", which differ in letter case only. Please keep one of them and call it " +
                           wanted + ".",

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "base/AnsiText.h"
+#include "base/ErrorNumbers.h"
+#include "base/NumberedError.h"
 #include "config/CannotSave.h"
 #include "config/PasswordScrambling.h"
 #include "config/SettingList.h"
@@ -15,11 +17,9 @@
 namespace pellorin {
 namespace {
 
-constexpr int kBadLine = 50110;
-
 // Carries the reason alone: the section's name and path are added where they are known.
 NumberedError Refusal(const std::string& reason) {
-  return {kCannotSaveSection, "PellorinConfig.exe, IniSection", reason};
+  return {kSectionNotSaved, ErrorSource("IniSection"), reason};
 }
 
 // Turns the lines of one section into settings.
@@ -41,7 +41,7 @@ class Reader {
   void TakeSetting(std::string_view ansiText) {
     const std::size_t separator = ansiText.find('=');
     if (separator == std::string_view::npos)
-      throw NumberedError(kBadLine, "PellorinConfig.exe, Section, Load",
+      throw NumberedError(kSectionNotLoaded, ErrorSource("Section, Load"),
                           "Could not load a parameter from string " + AnsiToUtf8(ansiText) +
                               ". Parameters are expected to be in the form Name=Value. Section " +
                               sectionName_ + ". Please check configuration settings for Pellorin.",

@@ -8,6 +8,7 @@
 
 #include <limits>
 
+#include "base/ErrorNumbers.h"
 #include "base/NumberedError.h"
 #include "config/CannotSave.h"
 #include "config/queues/XmlForm.h"
@@ -16,7 +17,7 @@
 namespace pellorin {
 namespace {
 
-constexpr const char* kSource = "PellorinConfig.exe, QueueDefinition";
+constexpr const char* kSource = "QueueDefinition";
 
 template <typename T, void (*Free)(T*)>
 struct Freer {
@@ -43,7 +44,7 @@ std::string TextOf(const xmlNode& attribute) {
 }
 
 [[noreturn]] void Fail(const std::string& description) {
-  throw NumberedError(kCannotSaveSection, kSource, description);
+  throw NumberedError(kSectionNotSaved, ErrorSource(kSource), description);
 }
 
 std::string ReasonOf(const xmlError* error) {

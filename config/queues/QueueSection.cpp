@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ErrorNumbers.h"
+#include "base/NumberedError.h"
 #include "base/TextCase.h"
 #include "base/Utf8.h"
 #include "config/CannotSave.h"
@@ -15,7 +17,7 @@ namespace {
 
 // Carries the reason alone: the queue's name and path are added where they are known.
 NumberedError Refusal(const std::string& reason) {
-  return {kCannotSaveSection, "PellorinConfig.exe, QueueSection", reason};
+  return {kSectionNotSaved, ErrorSource("QueueSection"), reason};
 }
 
 // An attribute that the document holds twice is refused as a duplicate.
