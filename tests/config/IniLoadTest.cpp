@@ -21,8 +21,8 @@ TEST(IniLoad, TellsTypesBySectionNamesAndSplitsEntriesAtTheFirstEqualsSign) {
             "0Mail:\u20AC{# a=\u00E4;}\n"
             "0QUEUE:z{}\n"
             "2aDmIn:Pellorin{Username=me;}\n");  // found, so none is added
-  const ServiceFolder first("[QUEUE:y]\n[SQL:A]\n[:]");
-  EXPECT_EQ(Shown(*first.Loaded()), "0QUEUE:y{}\n1SQL:A{}\n1:{}\n2ADMIN:Pellorin{}\n");
+  const ServiceFolder first("[QUEUE:y]\n[SQL:A]\n[:]\n[ADMIN:Pellorin]\n[QUEUE:z]");
+  EXPECT_EQ(Shown(*first.Loaded()), "0QUEUE:y{}\n1SQL:A{}\n1:{}\n2ADMIN:Pellorin{}\n2QUEUE:z{}\n");
 }
 
 TEST(IniLoad, ReportsWhatItCannotRead) {
@@ -99,6 +99,13 @@ TEST(IniLoad, CreatesAMissingFileThatOthersCannotReadUnlessItHasOtherLetterCase)
   fs::remove(other / "pellorin.ini");
   fs::create_directory(other / "pellorin.ini");
   EXPECT_NO_THROW(other.Loaded()) << "a folder is not such a file";
+}
+
+TEST(IniLoad, ASecondSectionOfANameInAnyLetterCaseCannotBeWritten) {
+  const Store store("[MAIL:a]\r\nx=1\r\n[mail:A]\r\nx=2\r\n");
+  EXPECT_EQ(Shown(*store), "0MAIL:a{x=1;}\n0mail:A{x=1;}\n2ADMIN:Pellorin{}\n");
+  EXPECT_TRUE(store["MAIL:a"].CanBeWritten());
+  EXPECT_FALSE(store["mail:A"].CanBeWritten());
 }
 
 TEST(IniLoad, NamesTheFolderThatCannotBeListed) {

@@ -165,11 +165,16 @@ TEST(IniSave, TakesTheFileAsItIsAtThatMoment) {
   store->Delete("mail:OTHER");
   store->Save();
   EXPECT_EQ(store.IniBytes(), "; new\r\n[SQL:b]\r\ny=changed\r\n[MAIL:a]\r\nx=2\r\n[MAIL:other]\r\nz=1\r\n");
+  const std::string utf16 = "\xFF\xFE["s + '\0';
+  store.Write("Pellorin.ini", utf16);
+  store["MAIL:a"].SetValue("x", "3");
+  EXPECT_NE(FailureOfSaving(*store).find("It is encoded in UTF-16."), std::string::npos);
+  EXPECT_EQ(store.IniBytes(), utf16) << "an encoding that is not known is never written into";
   // A file that was emptied gets everything back, as one that went away does.
   store.Write("Pellorin.ini", "\r\n");
   store["SQL:b"].SetValue("y", "4");
   store->Save();
-  EXPECT_EQ(store.IniBytes(), "\r\n[SQL:b]\r\ny=4\r\n[MAIL:a]\r\nx=2\r\n");
+  EXPECT_EQ(store.IniBytes(), "\r\n[SQL:b]\r\ny=4\r\n[MAIL:a]\r\nx=3\r\n");
 }
 
 TEST(IniSave, RestoresALostFileThoughTheFirstAttemptFails) {

@@ -74,6 +74,8 @@ TEST(ScheduleSummaryTest, SaysWhenAValidScheduleDoesNotRunAsItMay) {
        {"starttime=6:00 PM;endtime=5:59:59 PM", "End At is before Start At"},
        {"startdate=11/26/2026;enddate=11/29/2026 23:59",
         "Never runs: no Mon or Wed from 11/26/2026 until 11/29/2026 11:59 PM"},
+       {"days=sunday;startdate=11/23/2026;enddate=11/29/2026",
+        "Every 2 weeks on Sun" + kMinutes + kHours + ", from 11/23/2026 until 11/29/2026"},
        {"occursevery=10;span=Hour(s)", kDays + ", every 10 hours" + kHours + kDates},
        {"endtime=;occursevery=16;span=Hour(s)",
         "Runs only once a day, because 16 hours is longer than 8:00 AM to 11:59:59 PM: " + weeks + kDates},

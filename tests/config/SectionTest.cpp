@@ -108,6 +108,16 @@ TEST(SectionNames, RefusedNamesAreThoseThatWouldNotComeBack) {
   for (const std::string& name :
        {"a:b"s, "a]"s, "a|b"s, " a"s, "a "s, "\ta"s, "a\n"s, "a\0b"s, "\x7F"s, "\u2603"s})
     EXPECT_NE(NameProblem(name), "") << name;
+  EXPECT_EQ(NameProblem(std::string(200, 'a')), "");
+}
+
+TEST(SectionNames, OfQueuesFitAFileName) {
+  const std::string tooLong = "A name cannot be longer than 200 characters.";
+  EXPECT_EQ(QueueNameProblem(std::string(200, 'q')), "");
+  EXPECT_EQ(QueueNameProblem(std::string(201, 'q')), tooLong);
+  std::string umlauts;
+  for (int letter = 0; letter < 101; ++letter) umlauts += "\u00E4";
+  EXPECT_EQ(QueueNameProblem(umlauts), tooLong) << "its file's name has 202 bytes";
 }
 
 }  // namespace

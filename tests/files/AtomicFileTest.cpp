@@ -12,6 +12,7 @@
 #include "files/FileLookup.h"
 #include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/posix/AccessList.h"
 
 namespace pellorin::test {
 namespace {
@@ -163,6 +164,18 @@ TEST(AtomicFile, KeepsModeAndOwnerOfAnExistingFile) {
               std::tuple(mode, before.st_uid, before.st_gid));
     fs::remove(path);
   }
+}
+
+TEST(AtomicFile, KeepsTheAccessListAndInheritsNone) {
+  const TemporaryFolder folder;
+  folder.Write("listed.ini", kOld);
+  folder.Write("plain.ini", kOld);
+  if (!GiveAccessList(folder / "listed.ini")) GTEST_SKIP() << "this file system has no access lists";
+  ASSERT_TRUE(GiveAccessList(folder.Path(), kDefaultList));
+  const auto before = AccessListOf(folder / "listed.ini");
+  for (const char* name : {"listed.ini", "plain.ini"}) EXPECT_EQ(WriteError(folder / name), 0);
+  EXPECT_EQ(AccessListOf(folder / "listed.ini"), before);
+  EXPECT_EQ(AccessListOf(folder / "plain.ini"), std::nullopt) << "the folder hands its list to new files";
 }
 
 TEST(AtomicFile, WritesThroughSymbolicLinksAndKeepsThem) {

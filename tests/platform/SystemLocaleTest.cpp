@@ -67,4 +67,9 @@ TEST(SystemLocaleTest, NamesEachLocaleThatIsNotInstalledOnce) {
     ::setenv("LC_ALL", locale, 1);
     EXPECT_EQ(LocalesNotInstalled(), missing);
   }
+  ::setenv("LC_TIME", "no_time", 1);
+  EXPECT_EQ(LocalesNotInstalled(), Names{}) << "LC_ALL wins over LC_TIME";
+  ::unsetenv("LC_ALL");
+  EXPECT_EQ(LocalesNotInstalled(), Names{"no_time"});
+  ::unsetenv("LC_TIME");
 }

@@ -93,10 +93,10 @@ TEST(ProfileFile, TellsWhetherTheBufferCutSomething) {
 
 TEST(ProfileFile, ReadsHeadersAndLinesHoweverTheyAreSpelled) {
   const ProfileFile file(
-      "\xEF\xBB\xBF[ First ]\r\n \t x \t=\t 1 = 2 \t\r\n\t;c=1\r\n#d=1\r\n = e\r\n  junk \r"
+      "\xEF\xBB\xBF[ First ]\r\n \t x \t=\t 1 = 2 \t\r\n\t;c=1\r\n#d=1\r\n = e\r\n  junk \rbefore \t=f\r"
       "\t [Second]] rest=1\ra=1\r[Third\nb=1\n\n[]\nc=1\n[fIRST]\nlost=1");
   EXPECT_EQ(Joined(file.SectionNames(1000)), "First | Second | Third | fIRST");
-  EXPECT_EQ(Joined(LinesOf(file, "first", 1000)), "x=1 = 2 | #d=1 | =e | junk");
+  EXPECT_EQ(Joined(LinesOf(file, "first", 1000)), "x=1 = 2 | #d=1 | =e | junk | before=f");
   EXPECT_EQ(Joined(LinesOf(file, "Second", 1000)), "a=1");
   EXPECT_EQ(Joined(LinesOf(file, "Third", 1000)), "b=1");
   EXPECT_EQ(Joined(LinesOf(file, "", 1000)), "c=1");

@@ -287,6 +287,10 @@ TEST(QueueFile, EntitiesNeitherReadFilesNorFillTheMemory) {
        {levels + "]><queue every=\"&e11;\"/>", levels + "]><queue every=\"1\">&e11;</queue>",
         external + "<queue every=\"&f;\"/>"})
     EXPECT_EQ(Shown(Night(bytes).queue), "3Night{}?") << bytes;
+  // Six times 3 MB, which libxml2 itself would accept.
+  const std::string large = "<!DOCTYPE q [<!ENTITY e \"" + std::string(3'000'000, 'x') +
+                            "\">]><queue every=\"&e;&e;&e;\" title=\"&e;&e;&e;\"/>";
+  EXPECT_NE(Night(large).queue.QueueProblem().find("stand for more than 16 MB"), std::string::npos);
   const Night night(external + "<queue every=\"1\">&f;</queue>");
   night.queue.SetValue("every", "2");
   night.document->Save();

@@ -64,6 +64,25 @@ TEST(PickupFolder, ThatCannotBeUsedIsNamed) {
   EXPECT_TRUE(fs::is_empty(folder / "locked"));
 }
 
+// Looks into the folder whenever something is about to be written.
+class WatchingFiles : public test::FailingFiles {
+ public:
+  explicit WatchingFiles(std::string folder) : FailingFiles(SystemFiles()), folder_(std::move(folder)) {}
+  std::size_t Write(FileHandle file, std::string_view bytes) override {
+    for (const std::string& name : FilesOf(folder_)) EXPECT_FALSE(name.ends_with(".eml")) << name;
+    return FailingFiles::Write(file, bytes);
+  }
+
+ private:
+  std::string folder_;
+};
+
+TEST(PickupFolder, GivesAMailItsNameOnceItIsWritten) {
+  const test::TemporaryFolder pickup;
+  WatchingFiles files(pickup.Path());
+  EXPECT_EQ(MailFixture(Pickup(pickup.Path()), files).Failure(), "sent");
+}
+
 TEST(PickupFolder, HoldsNothingAfterAnyFailureAndEverythingAfterSuccess) {
   const test::TemporaryFolder pickup;
   test::FailingFiles files(SystemFiles());
@@ -116,6 +135,11 @@ TEST(MailServerSettings, ThatNoMailCanBeSentWithAreNamed) {
     EXPECT_EQ(server.isEncryptedFromStart, isEncrypted);
     EXPECT_EQ(server.timeout, 1);  // not 0, which has no limit
   }
+  const MailFixture german(test::RemoteWithin("2,5", 25));
+  LocaleConventions locale;
+  locale.decimalSeparator = ",";
+  locale.thousandsSeparator = ".";
+  EXPECT_EQ(LoadMailServer(SystemFiles(), german.folder.Path(), locale, "Main").server.timeout, 3);
   MailFixture mail("");
   EXPECT_FALSE(
       mail.component.Send({.recipients = "a@b", .subject = "", .message = "", .mailServer = "Other"}));
