@@ -112,6 +112,8 @@ TEST_F(ProcedureInstallerTest, LeavesTheDatabaseAsItWasWhateverStepFails) {
       "Could not grant access to this procedure to role PUBLIC.",
       kCreate};  // committing
   const int last = static_cast<int>(std::size(sentences));
+  bool isLocked = false;  // while the last box was open
+  messages.onShow = [&] { isLocked = tds->HasOpenTransaction(); };
   for (int index = 0; index < last; ++index) {
     for (const Hook& hook :
          {Hook::Error(229, denied), Hook::Error(229, denied, Hook::Transaction::kRolledBack), Hook::Drop(),
@@ -129,6 +131,9 @@ TEST_F(ProcedureInstallerTest, LeavesTheDatabaseAsItWasWhateverStepFails) {
         messages.WillShowSome();
       EXPECT_FALSE(Install(true));
       EXPECT_TRUE(messages.Last().text.starts_with(text)) << messages.Last().text;
+      if (hook.kind == Hook::Kind::kError) {
+        EXPECT_FALSE(isLocked) << "rolled back only after the box: " << text;
+      }
       EXPECT_GT(messages.Last().text.size(), text.size());
       EXPECT_EQ(Procedure(), earlier) << text;
       EXPECT_FALSE(IsGranted());

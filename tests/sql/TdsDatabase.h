@@ -45,6 +45,10 @@ class TdsDatabase {
 
   void Begin(TdsSession& session);
   std::optional<SqlError> End(TdsSession& session, bool keepsChanges);
+  bool HasOpenTransaction() {
+    const std::lock_guard lock(mutex_);
+    return transactions_ > 0;
+  }
 
  private:
   Outcome Run(TdsSession& session, const std::string& batch, const std::vector<CallValue>& values);

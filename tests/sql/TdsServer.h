@@ -21,6 +21,7 @@ class TdsServer : public TdsJournal {
   TdsServer& operator=(const TdsServer&) = delete;
 
   std::uint16_t Port() const { return listener_.Port(); }
+  bool HasOpenTransaction() { return database_.HasOpenTransaction(); }
 
  private:
   struct Client {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <string>
 
 #include "base/UserMessages.h"
@@ -35,13 +36,15 @@ class RecordingMessages : public UserMessages {
     expected_.push_back({"[" + title + "] input\n" + prompt, Answer::Ok, answer});
   }
   const Message& Last() const { return last_; }
-  void ExpectNoMore() {  // that every expected box was shown
+  std::function<void()> onShow;  // what the test looks at while a box is open
+  void ExpectNoMore() {          // that every expected box was shown
     for (const Box& box : expected_) ADD_FAILURE() << "a box was not shown: " << box.description;
     expected_.clear();
   }
 
   Answer Show(const Message& message) override {
     last_ = message;
+    if (onShow) onShow();
     return Take(Describe(message)).answer;
   }
   std::string AskForText(const std::string& title, const std::string& prompt) override {

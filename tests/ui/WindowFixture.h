@@ -42,7 +42,7 @@ inline std::string Replaced(std::string text, const std::string& from, const std
 // An installer that does as the test says and remembers what it was asked.
 class FakeSetup : public ProcedureSetup {
  public:
-  std::optional<Names> ListDatabases(const SqlLogin& /*login*/) override { return Names{"master", "sales"}; }
+  std::optional<Names> ListDatabases(const SqlLogin& /*login*/) override { return databases; }
   bool Install(const SqlLogin& login, const Installation& installation) override {
     asked = login.server + " " + (login.isTrusted ? "trusted" : login.user + "/" + login.password) + " " +
             installation.database + (installation.grantsToAll ? " all" : "") +
@@ -53,6 +53,7 @@ class FakeSetup : public ProcedureSetup {
   std::string SecurityNote() const override { return note; }
 
   bool succeeds = true;
+  Names databases = {"accounts", "master", "sales"};
   std::string asked, note;
 };
 
@@ -68,9 +69,9 @@ class WindowFixture : public ::testing::Test,
   // Lays out Pellorin.ini, unless it is empty, makes the window and starts it.
   bool Start(const std::string& ini, const std::string& commandLine = {}) {
     if (!ini.empty()) WriteIni(ini);
-    window = std::make_unique<frmMain>(Components{
-        SystemFiles(), *boxes, *mailComponent, *this, *this, setup, [this] { return Connection(); },
-        [this] { return localInstances; }, program, LocaleConventions()});
+    window = std::make_unique<frmMain>(Components{SystemFiles(), *boxes, *mailComponent, *this, *this, setup,
+                                                  [this] { return Connection(); },
+                                                  [this] { return localInstances; }, program, locale});
     if (!window->Form_Load(commandLine)) return false;
     window->activateWindow();
     return QTest::qWaitForWindowActive(window.get());
@@ -168,6 +169,7 @@ class WindowFixture : public ::testing::Test,
   std::function<void()> onConnect;
   std::string installFolder = program;
   FakeSetup setup;
+  LocaleConventions locale;
   std::vector<MailArguments> sent;
   bool accepts = true;  // the mail component does
   std::string mailError;

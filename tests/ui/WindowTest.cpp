@@ -2,6 +2,7 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QWheelEvent>
 
 #include "tests/ui/WindowFixture.h"
 
@@ -155,6 +156,51 @@ TEST_F(Window, NumericBoxesRefuseTheKeyThatMakesNoNumber) {
   Replace("txtLineWidth", "");
   SaveSuccessfully();
   EXPECT_EQ(Stored("SQL:DB1", "Width"), "");
+}
+
+TEST_F(Window, TheWheelChangesOnlyTheFieldThatHasTheFocus) {
+  WriteQueue("Q1", kDailyQueue);
+  WriteQueue("Q2", kDailyQueue);
+  ASSERT_TRUE(Start(kUsual));
+  ClickTab(2);
+  const auto turnWheelOver = [this](const std::string& name) {
+    QWidget& field = Find(name);
+    const QPointF place = field.rect().center();
+    QWheelEvent turn(place, field.mapToGlobal(place), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&field, &turn);
+  };
+  for (const char* name : {"cmbQueues", "txtStartDate"}) {
+    const std::string before = Text(name);
+    Find("txtQueueTitle").setFocus();
+    turnWheelOver(name);
+    EXPECT_EQ(Text(name), before) << name << " has no focus";
+    Find(name).setFocus();
+    turnWheelOver(name);
+    EXPECT_NE(Text(name), before) << name << " has the focus";
+  }
+}
+
+TEST_F(Window, TextBoxesOfEveryWindowHoldTextsOfAnyLength) {
+  const std::string text(40000, 'x');  // Qt's own limit is 32,767
+  WriteQueue("Q", Replaced(Replaced(kDailyQueue, "\"t\"", "\"" + text + "\""), "\"none\"",
+                           "\"filter\" queuebydefaultfilter=\"Subject=" + text + "\""));
+  ASSERT_TRUE(Start(kUsual));
+  ClickTab(2);
+  EXPECT_EQ(Text("txtQueueTitle").size(), text.size());
+  const auto pasteInto = [&](const std::string& name) {
+    InDialog([&, name](QDialog& dialog) {
+      const DialogUser user(dialog);
+      if (name == "txtSqlUsername") user.Click("optSqlNative");
+      user.Paste(name, text);
+      EXPECT_EQ(user.Text(name).size(), text.size()) << name;
+      dialog.reject();
+    });
+  };
+  pasteInto("txtValue");
+  Click("btnAddQueueFilter");
+  ClickTab(1);
+  pasteInto("txtSqlUsername");
+  Click("btnConfigure");
 }
 
 TEST_F(Window, EditsTheSchedulersAccount) {

@@ -66,25 +66,30 @@ TEST_F(QueuesPageTest, StoresTheDefaultsOfWhatAQueueLacks) {
 }
 
 TEST_F(QueuesPageTest, ShowsWhatIsStoredAndStoresNoMore) {
-  const std::tuple<const char*, std::string, const char*> rows[] = {
+  struct Row {
+    std::string from, to, checked;
+    bool isReworded;  // the stored word differs from the one that the chosen option stores
+  };
+  const Row rows[] = {
       {"daily\"", "weekly\" days=\"MONDAY,friday\"",
-       "optWeekly chkMonday chkFriday optOccursOnce optNoEndDate optQueueNone"},
-      {"once\"", "every\"", "optDaily optOccursEvery optNoEndDate optQueueNone"},
-      {"hasenddate=\"0", "hasenddate=\"1", "optDaily optOccursOnce optEndDate optQueueNone"},
-      {"23:05", "at noon", "optDaily optOccursOnce optNoEndDate optQueueNone"},
+       "optWeekly chkMonday chkFriday optOccursOnce optNoEndDate optQueueNone", false},
+      {"once\"", "every\"", "optDaily optOccursEvery optNoEndDate optQueueNone", false},
+      {"hasenddate=\"0", "hasenddate=\"1", "optDaily optOccursOnce optEndDate optQueueNone", false},
+      {"hasenddate=\"0", "hasenddate=\"yes", "optDaily optOccursOnce optNoEndDate optQueueNone", true},
+      {"23:05", "at noon", "optDaily optOccursOnce optNoEndDate optQueueNone", false},
+      {"queuebydefault=\"none", "queuebydefault=\"some", "optDaily optOccursOnce optNoEndDate", false},
       {"none\" queuebydefaultservers=\"", "ALL\" queuebydefaultservers=\"B",
-       "optDaily optOccursOnce optNoEndDate optQueueAll"}};
-  for (const auto& [from, to, checked] : rows) {
-    SCOPED_TRACE(to);
-    const bool isForAll = to.starts_with("ALL");
-    WriteQueue("Q", Replaced(kDailyQueue, from, to));
+       "optDaily optOccursOnce optNoEndDate optQueueAll", true}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.to);
+    WriteQueue("Q", Replaced(kDailyQueue, row.from, row.to));
     Open();
     EXPECT_EQ(Checked("optDaily optWeekly chkMonday chkTuesday chkWednesday chkThursday chkFriday "
                       "chkSaturday chkSunday optOccursOnce optOccursEvery optEndDate optNoEndDate "
                       "optQueueNone optQueueAll optQueueFilter"),
-              checked);
-    EXPECT_EQ(IsModified(), isForAll);  // the word in lower case, and what the instance lacks
-    EXPECT_EQ(SelectedServers(), isForAll ? "B" : "");
+              row.checked);
+    EXPECT_EQ(IsModified(), row.isReworded);
+    EXPECT_EQ(SelectedServers(), row.to.starts_with("ALL") ? "B" : "");
   }
   EXPECT_EQ(Text("lblScheduleSummary"), "Every day at 11:05 PM, from 11/22/2026");
   SaveSuccessfully();
@@ -168,6 +173,66 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q1", "queuebydefault queuebydefaultservers") + " " + queues(), "none| , , ");
   EXPECT_EQ(OnOf("lstQueueApplServers lstQueueFilter btnAddQueueFilter"), "");
+}
+
+TEST_F(QueuesPageTest, EachBoxStandsForItsDay) {
+  WriteQueue("Q", Replaced(kDailyQueue, "daily\"", "weekly\" days=\"\""));
+  Open();
+  Click("chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday chkSunday");
+  SaveSuccessfully();
+  EXPECT_EQ(Stored("Q", "days"), "monday,tuesday,wednesday,thursday,friday,saturday,sunday");
+}
+
+TEST_F(QueuesPageTest, AStartTimeOfBlanksShowsTheDefault) {
+  WriteQueue("Q", Replaced(kDailyQueue, "12:00 AM", "  "));
+  Open();
+  EXPECT_EQ(Text("txtStartTime"), "12:00 AM");
+}
+
+TEST_F(QueuesPageTest, OffersNoDeletedInstanceAndChangesNoQueueThatCannotBeWritten) {
+  const std::pair<std::string, const char*> queues[] = {
+      {kDailyQueue, "B"},
+      {"<queue", ""},  // cannot be used: nothing is offered
+      {"<?xml version=\"1.0\" encoding=\"HZ\"?><queue queuebydefaultservers=\"A\"/>", "B"}};
+  for (const auto& [xml, offered] : queues) {
+    SCOPED_TRACE(xml);
+    WriteQueue("Q", xml);
+    Open();
+    ClickTab(1);
+    Delete("btnDeleteSqlSettings", "settings for server A");
+    ClickTab(2);
+    EXPECT_EQ(Lines("lstQueueApplServers"), offered);
+    SaveSuccessfully();
+    EXPECT_EQ(QueueFile("Q").substr(0, 14), xml.substr(0, 14));
+  }
+}
+
+TEST_F(QueuesPageTest, FollowsTheUsersLocale) {
+  locale.dateOrder = DateOrder::DayMonthYear;
+  locale.dateSeparator = ".";
+  locale.twelveHourClock = false;
+  locale.am = locale.pm = "";
+  locale.decimalSeparator = ",";
+  locale.thousandsSeparator = ".";
+  WriteQueue("Bare", "<queue/>");
+  WriteQueue("German",
+             Replaced(Replaced(kDailyQueue, "11/22/2026", "22.11.2026"), "11/22/2926", "31.12.2926"));
+  Open();
+  const std::string today = QDate::currentDate().toString(QStringLiteral("d.M.yyyy")).toStdString();
+  EXPECT_EQ(Text("txtStartDate"), today);
+  Choose("cmbQueues", 1);
+  Click("optEndDate txtStartDate");
+  Press("Home Up");  // the day
+  EXPECT_EQ(Text("lblScheduleSummary"), "Every day at 23:05, from 23.11.2026 until 31.12.2926");
+  ClickTab(0);
+  Replace("txtConnectionTimeout", "1.000,5");
+  SaveSuccessfully();
+  EXPECT_EQ(Stored("MAIL:one", "ConnectionTimeout"), "1.000,5");
+  messages.WillAsk("Email Address", "Please enter an email address to send the test email to", "a@b");
+  messages.WillShowSome();
+  Click("btnTestMailServer");
+  ASSERT_EQ(sent.size(), 1u);
+  EXPECT_NE(sent[0].message.find("Send On: " + today + " "), std::string::npos) << sent[0].message;
 }
 
 TEST_F(QueuesPageTest, ScrollsToTheChosenOfManyInstances) {

@@ -223,7 +223,34 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   EXPECT_EQ(IniBytes().find("Stylesheet=\r\n"), std::string::npos);
 }
 
+TEST_F(SqlPageTest, RefreshingStyleSheetsChoosesTheFirstWhereNoneIsChosen) {
+  Open(kBare);
+  Click("btnRefreshStylesheets");
+  EXPECT_EQ(Text("cmbStylesheet"), Entries("cmbStylesheet")[0]);
+}
+
+TEST_F(SqlPageTest, ALoginTypedBeforeChoosingTrustedIsNotStored) {
+  Open(kInstance);
+  InDialog([](QDialog& dialog) {
+    const DialogUser user(dialog);
+    user.Click("optSqlNative");
+    user.Paste("txtSqlUsername", "sa");
+    user.Paste("txtSqlPassword", "pw");
+    user.Click("optTrusted btnRefresh");
+    EXPECT_EQ(user.Text("cmbDatabase"), "master") << "it is chosen though another comes first";
+    user.Click("btnSetup");
+  });
+  Click("btnAddNewSqlServer");
+  Choose("cmbPrimaryMailServer", 0);
+  SaveSuccessfully();
+  EXPECT_EQ(Stored("SQL:HOST1", "ConnectionType SqlUsername SqlPassword"), "Trusted||");
+}
+
 TEST_F(SqlPageTest, InstallsAgainWithTheLockedInstance) {
+  Open(kInstance);
+  WillInstall("");
+  Click("btnConfigure");
+  EXPECT_EQ(setup.asked, "A sales/ master all") << "nothing stored allows temporary tables";
   Open(kInstance + "AllowTempTables=1\r\n");
   WillInstall("");
   Click("btnConfigure");
