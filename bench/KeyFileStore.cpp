@@ -1,10 +1,9 @@
 #include "bench/KeyFileStore.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdio>
 #include <stdexcept>
+
+#include "platform/FileOperations.h"
+#include "platform/Paths.h"
 
 namespace pellorin {
 namespace {
@@ -13,25 +12,24 @@ void Check(bool succeeded, const char* operation) {
   if (!succeeded) throw std::runtime_error(std::string("cannot ") + operation);
 }
 
-void Synchronize(int file) {
-  Check(fsync(file) == 0 && close(file) == 0, "synchronise");
+void SynchronizeAndClose(FileHandle file) {
+  SystemFiles().Synchronize(file);
+  SystemFiles().Close(file);
 }
 
 // The same steps to the disk as the store's: temporary file, fsync, rename, fsync of the folder.
 void WriteDurably(const std::string& path, std::string_view bytes) {
+  FileOperations& files = SystemFiles();
   const std::string temporary = path + ".new";
-  const int file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0640);
-  Check(file >= 0, "create the temporary file");
+  const FileHandle file = files.CreateNew(temporary, NewFileAccess::FolderUsual);
   while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
+    const std::size_t written = files.Write(file, bytes);
     Check(written > 0, "write the temporary file");
-    bytes.remove_prefix(static_cast<std::size_t>(written));
+    bytes.remove_prefix(written);
   }
-  Synchronize(file);
-  Check(std::rename(temporary.c_str(), path.c_str()) == 0, "rename the temporary file");
-  const int folder = open(path.substr(0, path.rfind('/')).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  Check(folder >= 0, "open the folder");
-  Synchronize(folder);
+  SynchronizeAndClose(file);
+  files.Rename(temporary, path);
+  SynchronizeAndClose(files.OpenFolder(FolderOf(path)));
 }
 
 }  // namespace

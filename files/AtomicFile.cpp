@@ -9,20 +9,20 @@
 namespace pellorin {
 namespace {
 
-// A hidden file beside the target, since a rename is atomic only within one folder. Long names are cut: with
-// what is added, they must fit the file system's limit for names.
+// A hidden file beside the target, because a rename is atomic only within one folder. A long name is cut so
+// that the whole still fits the file system's limit for names.
 std::string TemporaryPathBeside(const std::string& target) {
   constexpr std::size_t kLongestPart = 200;
   std::random_device random;
   std::string name = ".";
   name += NameOf(target).substr(0, kLongestPart);
   name += '.';
-  for (int byte = 0; byte < 8; ++byte) AppendHex(name, static_cast<unsigned char>(random()));
+  for (int byte = 0; byte < 8; ++byte) AppendHex(name, static_cast<unsigned char>(random() & 0xFF));
   name += ".tmp";
   return JoinPath(FolderOf(target), name);
 }
 
-// Deleted on destruction, unless renamed over the target.
+// Deleted on destruction unless renamed over the target.
 class TemporaryFile {
  public:
   TemporaryFile(FileOperations& files, const std::string& path, NewFileAccess access)
@@ -47,7 +47,7 @@ class TemporaryFile {
     while (!bytes.empty()) {
       const std::size_t written = files_.Write(file_.Handle(), bytes);
       if (written == 0)
-        throw FileError(FileProblem::NotWritten, "Cannot write the file: nothing is taken", path_);
+        throw FileError(FileProblem::NotWritten, "Cannot write the file: no byte was written", path_);
       bytes.remove_prefix(written);
     }
   }
@@ -72,12 +72,13 @@ void RequireWritable(FileOperations& files, FileKind kind, const std::string& ta
     throw FileError(FileProblem::IsFolder, "Cannot write the file: it is a folder", target);
   }
   if (kind == FileKind::Other) {
-    throw FileError(FileProblem::NotOrdinary, "Cannot write the file: it is not an ordinary file", target);
+    throw FileError(FileProblem::IsNotOrdinaryFile, "Cannot write the file: it is not an ordinary file",
+                    target);
   }
   if (files.IsReadOnly(target)) throw FileError(FileProblem::ReadOnly, "The file is read-only", target);
 }
 
-// The renaming or removing itself survives a loss of power only when the folder has reached the disk.
+// A rename or a removal survives a loss of power only after the folder has reached the disk.
 void SynchronizeFolder(FileOperations& files, const std::string& folder) {
   OpenFile opened(files, files.OpenFolder(folder));
   files.Synchronize(opened.Handle());
@@ -90,8 +91,8 @@ void ReplaceFile(FileOperations& files, const std::string& target, std::string_v
   RequireWritable(files, kind, target);
   const bool exists = kind == FileKind::File;
   {
-    // An existing file's access is set before the first byte is written: at no time may anybody read the new
-    // content who may not read the old.
+    // The access is set before the first byte is written, so that nobody who may not read the old content can
+    // ever read the new.
     TemporaryFile temporary(files, TemporaryPathBeside(target),
                             exists ? NewFileAccess::OwnerAndFolderGroup : access);
     if (exists) temporary.CopyAccess(target);
@@ -124,7 +125,7 @@ void WriteNewFileAtomically(FileOperations& files, const std::string& temporary,
   try {
     SynchronizeFolder(files, FolderOf(target));
   } catch (const FileError&) {
-    // A reader may already have it; do not undo or retry.
+    // A reader may already have the file; do not undo or retry.
   }
 }
 
@@ -132,7 +133,7 @@ void RemoveFileDurably(FileOperations& files, const std::string& path) {
   try {
     files.Remove(path);
   } catch (const FileError& error) {
-    if (error.IsMissing()) return;
+    if (error.IsOfMissingFile()) return;
     throw;
   }
   SynchronizeFolder(files, FolderOf(path));

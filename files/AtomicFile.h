@@ -1,8 +1,5 @@
-// Replaces a configuration file as a whole and durably: afterwards, whatever fails and whenever the power
-// goes, the file holds either its old or its new content. Writes a temporary file in the same folder (its
-// name ends in neither ".xml" nor ".ini"), synchronises it, renames it over the target and synchronises the
-// folder. Follows a symbolic link to its target and keeps an existing file's mode and owner. A read-only file
-// is refused, for root too. Any failure is raised as FileError and leaves no temporary file behind.
+// Replaces whole files, durably: whatever fails and whenever the power goes, the file afterwards holds either
+// its old content or the new. Failures are FileErrors that name the file, and leave no temporary file.
 #pragma once
 
 #include <string>
@@ -12,16 +9,19 @@
 
 namespace pellorin {
 
+// Writes a temporary file in the same folder, synchronises it, renames it over the target and synchronises
+// the folder. The temporary file's name ends in neither ".xml" nor ".ini". A symbolic link is followed. An
+// existing file keeps its access; a new one gets `access`. A read-only file is refused, for root too.
 void WriteFileAtomically(FileOperations& files, const std::string& path, std::string_view bytes,
                          NewFileAccess access);
 
-// The same for a file that others wait for, under a name that is new: written to `temporary`, a path in the
-// same folder, which nobody takes for the file itself. Once the file stands under its name it counts as
-// written: a reader may have taken it, so that a folder that cannot be synchronised is no failure any more.
+// The same for a new file that another program waits for. `temporary` is a path in the same folder that the
+// other program does not take for the file. Once the file has its name, it counts as written, because the
+// other program may have taken it: a folder that cannot be synchronised is no longer a failure.
 void WriteNewFileAtomically(FileOperations& files, const std::string& temporary, const std::string& target,
                             std::string_view bytes, NewFileAccess access);
 
-// Removes the file, read-only or not, and synchronises its folder. A missing file is no failure.
+// Removes the file, read-only or not, and synchronises its folder. A missing file is not a failure.
 void RemoveFileDurably(FileOperations& files, const std::string& path);
 
 }  // namespace pellorin

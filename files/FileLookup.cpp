@@ -23,14 +23,14 @@ void RequireReadableKind(const FileStatus& status, const std::string& path) {
     case FileKind::Folder:
       RefuseToRead(FileProblem::IsFolder, "it is a folder", path);
     case FileKind::Other:
-      RefuseToRead(FileProblem::NotOrdinary, "it is not an ordinary file", path);
+      RefuseToRead(FileProblem::IsNotOrdinaryFile, "it is not an ordinary file", path);
   }
   if (status.size > kLargestFile) RefuseToRead(FileProblem::TooLarge, "it is larger than 16 MB", path);
 }
 
 std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_t expectedSize) {
   OpenFile file(files, files.OpenForReading(path));
-  // One byte more than expected, so that the end shows without a second buffer.
+  // One byte more than expected, so that reading the end needs no second buffer.
   std::string content(static_cast<std::size_t>(expectedSize) + 1, '\0');
   std::size_t size = 0;
   while (const std::size_t count = files.Read(file.Handle(), &content[size], content.size() - size)) {
@@ -43,16 +43,16 @@ std::string ReadAll(FileOperations& files, const std::string& path, std::uint64_
   return content;
 }
 
-// The path without links, relative parts and, as far as it exists, wrong letter case.
+// The full path without links and relative parts, spelled as on the disk as far as it exists.
 std::string TruePath(FileOperations& files, const std::string& path, int depth) {
-  const std::vector<std::string> parts = PartsOfFullPath(path);
-  std::string truePath = parts.front();
-  for (std::size_t index = 1; index < parts.size(); ++index) {
-    if (parts[index] == "..") {
+  const PathParts parts = PartsOf(FullPath(path));
+  std::string truePath = parts.root;
+  for (const std::string& name : parts.names) {
+    if (name == "..") {
       truePath = FolderOf(truePath);
       continue;
     }
-    const std::string candidate = JoinPath(truePath, FindIgnoringCase(files, truePath, parts[index]));
+    const std::string candidate = JoinPath(truePath, FindIgnoringCase(files, truePath, name));
     const std::string target = files.ResolveLinks(candidate);
     const bool follow = target != candidate && depth < kDeepestLink;
     truePath = follow ? TruePath(files, target, depth + 1) : candidate;
@@ -66,7 +66,10 @@ std::string ComparablePath(FileOperations& files, const std::string& path) {
   try {
     return TruePath(files, path, 0);
   } catch (const FileError&) {
-    return WithoutTrailingSeparators(path);
+    const PathParts parts = PartsOf(FullPath(path));
+    std::string spelled = parts.root;
+    for (const std::string& name : parts.names) spelled = JoinPath(spelled, name);
+    return spelled;
   }
 }
 
@@ -89,7 +92,7 @@ std::string ReadFile(FileOperations& files, const std::string& path) {
   return std::move(*content);
 }
 
-// Returns nothing for a folder that cannot be listed: opening the file then fails too, and that is reported.
+// A folder that cannot be listed gives no names: to open the file fails too then, and that is reported.
 std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
                                      const std::string& name) {
   std::vector<std::string> spellings;

@@ -1,5 +1,4 @@
-// Reading whole files and finding them by name. Built on FileOperations. Failures are FileErrors that name
-// the file.
+// Built on FileOperations: reads whole files and finds names. Failures are FileErrors that name the file.
 #pragma once
 
 #include <cstdint>
@@ -11,24 +10,25 @@
 
 namespace pellorin {
 
-inline constexpr std::uint64_t kLargestFile =
-    16u * 1024 * 1024;  // bytes; larger files are refused by ReadFile
+inline constexpr std::uint64_t kLargestFile = 16u * 1024 * 1024;  // bytes
 
-// The file's whole content. FileError when it is missing, unreadable, no ordinary file or too large.
+// The file's whole content. FileError when the file is missing, unreadable, not an ordinary file or larger
+// than kLargestFile.
 std::string ReadFile(FileOperations& files, const std::string& path);
-std::optional<std::string> ReadFileIfPresent(FileOperations& files,
-                                             const std::string& path);  // none if missing
+// The same, but nothing when the file is missing.
+std::optional<std::string> ReadFileIfPresent(FileOperations& files, const std::string& path);
 
-// The names inside `folder` that equal `name` but for letter case, in order; none when the folder cannot be
+// The names in `folder` that equal `name` except for letter case, sorted. None when the folder cannot be
 // listed.
 std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
                                      const std::string& name);
 
-// The file or folder `name` inside `folder`, as it is spelled on the disk: the exact spelling first, else the
-// only name that differs in letter case; `name` as given when there is none or no single one.
+// How the file or folder `name` is spelled in `folder`: exactly so if that exists, else as the only name that
+// differs in letter case alone. `name` as given when there is no such name, or more than one.
 std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name);
 
-// Whether both texts name the same folder: trailing separators and letter case ignored, links resolved.
+// Whether both paths lead to the same folder. Links are followed; letter case and final separators do not
+// matter.
 bool SameFolder(FileOperations& files, const std::string& left, const std::string& right);
 
 }  // namespace pellorin

@@ -1,5 +1,5 @@
-// An open file or folder that is closed at the latest when its owner is left. Close() reports a failure, the
-// destructor, which runs when something else has failed already, does not.
+// An open file or folder, closed by the destructor at the latest. Close() reports a failure. The destructor
+// reports none: it closes the file only after another failure.
 #pragma once
 
 #include "platform/FileOperations.h"

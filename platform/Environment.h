@@ -1,11 +1,11 @@
-// The environment of this process.
+// The variables of the program's environment.
 #pragma once
 
 #include <string>
 
 namespace pellorin {
 
-// The value of the variable. One that is empty counts as absent, and gives `otherwise`.
-std::string EnvironmentOr(const char* variable, const std::string& otherwise);
+// The variable's value. A variable that is empty counts as absent.
+std::string EnvironmentOr(const char* variable, const std::string& fallback);
 
 }  // namespace pellorin

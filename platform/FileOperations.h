@@ -1,34 +1,17 @@
-// The operating system's file operations, one call each, behind an interface, so that a test can make any of
-// them fail. Paths are UTF-8. Every failure is a FileError: number = the system's error number, description =
-// what could not be done and why, path = the file's full path. A failing call on an open file names no path,
-// since only the caller knows what the handle stands for; ReadFile and WriteFileAtomically add it.
+// The operating system's file operations, one call each. They are an interface so that a test can make any of
+// them fail. Paths are UTF-8. Every failure is a FileError. Its path is empty when a call on an open file
+// fails: only the caller knows which file the handle stands for.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include "base/NumberedError.h"
+#include "platform/FileError.h"
 
 namespace pellorin {
-
-// What this program finds wrong with a file by itself.
-enum class FileProblem { Missing, IsFolder, IsNoFolder, NotOrdinary, ReadOnly, TooLarge, NotWritten };
-
-// The system's error number of such a problem.
-int ErrorNumberOf(FileProblem problem);
-
-class FileError : public NumberedError {
- public:
-  FileError(int systemError, const std::string& description, std::string path);
-  FileError(FileProblem problem, const std::string& description, std::string path)
-      : FileError(ErrorNumberOf(problem), description, std::move(path)) {}
-
-  bool IsMissing() const;  // there is no such file or folder
-};
 
 enum class FileKind { Missing, File, Folder, Other };
 
@@ -44,8 +27,8 @@ struct FolderEntry {
 
 // Who may use a file that did not exist before.
 enum class NewFileAccess {
-  OwnerAndFolderGroup,  // the owner reads and writes, the folder's group reads (0640)
-  FolderUsual,          // what the system gives a new file in that folder
+  OwnerAndFolderGroup,  // the owner reads and writes, the folder's group reads, others do nothing (0640)
+  FolderUsual,          // as the system gives it to a new file in that folder
 };
 
 using FileHandle = std::intptr_t;
@@ -56,28 +39,28 @@ class FileOperations {
 
   // Follows links. A missing file is not a failure.
   virtual FileStatus Status(const std::string& path) = 0;
-  // Whether an existing file has no write permission for anybody, or this user may not write it.
+  // Whether nobody may write the existing file, or at least this user may not.
   virtual bool IsReadOnly(const std::string& path) = 0;
-  // The path of the file itself when `path` is a symbolic link (a dangling one too), else `path`.
+  // The path of the file that a symbolic link leads to, whether or not it exists. Any other path as given.
   virtual std::string ResolveLinks(const std::string& path) = 0;
   virtual std::vector<FolderEntry> List(const std::string& folder) = 0;  // unordered
 
-  // Opening never waits, not even for a pipe's writer; creating fails when the file exists.
+  // Opening never waits, not even for the writer of a pipe. Creating fails when the file exists.
   virtual FileHandle OpenForReading(const std::string& path) = 0;
   virtual FileHandle OpenFolder(const std::string& path) = 0;
   virtual FileHandle CreateNew(const std::string& path, NewFileAccess access) = 0;
   virtual std::size_t Read(FileHandle file, char* buffer, std::size_t size) = 0;  // 0 at the end
   virtual std::size_t Write(FileHandle file, std::string_view bytes) = 0;         // may write fewer bytes
-  // Owner, group, mode and access list; all or a failure.
+  // Gives the open file the owner, group, mode and access list of `from`: all of them, or it fails.
   virtual void CopyAccess(FileHandle to, const std::string& from) = 0;
-  virtual void Synchronize(FileHandle file) = 0;  // until the disk holds it
-  virtual void Close(FileHandle file) = 0;        // the handle is gone afterwards, also when it fails
+  virtual void Synchronize(FileHandle file) = 0;  // returns when the disk holds the file or folder
+  virtual void Close(FileHandle file) = 0;        // afterwards the handle is invalid, even after a failure
 
   virtual void Rename(const std::string& from, const std::string& to) = 0;  // replaces `to`
   virtual void Remove(const std::string& path) = 0;
   virtual void CreateFolder(const std::string& path) = 0;  // one level; an existing folder is not a failure
 };
 
-FileOperations& SystemFiles();
+FileOperations& SystemFiles();  // the real ones
 
 }  // namespace pellorin

@@ -5,10 +5,10 @@
 
 namespace pellorin {
 
-std::string GetHostName();     // whole
+std::string GetHostName();     // the whole name
 std::string GetMachineName();  // the host name up to its first dot
-// How this computer introduces itself to a mail server: its host name when that is a full one, else one of
-// its addresses in brackets. Asks no name server.
+// The name by which this computer introduces itself to a mail server: its host name if that has a domain,
+// else one of its addresses in brackets. Asks no name server.
 std::string GetMailHelloName();
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// How a question to another computer ended.
+// The outcome of a question to another computer.
 #pragma once
 
 #include <string>
@@ -7,16 +7,16 @@ namespace pellorin {
 
 enum class AskOutcome {
   Answered,
-  UnknownHost,  // its name leads to no address
+  UnknownHost,  // its name has no address
   Refused,      // the port is closed, or the host cannot be reached
   Silent,       // nothing came in time
-  Closed,       // the connection was closed before the whole answer had come
+  Closed,       // the connection was closed before the answer was complete
 };
 
 struct NetworkAnswer {
   AskOutcome outcome = AskOutcome::Silent;
-  std::string bytes = {};   // of the answer
-  std::string reason = {};  // the system's own words for UnknownHost and Refused
+  std::string bytes = {};   // the answer as far as it came
+  std::string reason = {};  // for UnknownHost and Refused, in the system's words
 };
 
 }  // namespace pellorin

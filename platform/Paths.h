@@ -12,9 +12,16 @@ std::string JoinPath(const std::string& folder, const std::string& name);
 std::string FolderOf(const std::string& path);
 std::string NameOf(const std::string& path);
 
+// Whether the path means the same file in every current folder.
 bool IsFullPath(const std::string& path);
-// The root of the full path, then each of its parts; "." and empty parts are left out: {"/", "a", "..", "b"}.
-std::vector<std::string> PartsOfFullPath(const std::string& path);
-std::string WithoutTrailingSeparators(const std::string& path);
+// A path that is not full is completed with the current folder. The empty path stays empty.
+std::string FullPath(const std::string& path);
+
+// "/srv//mail/./in/" has the root "/" and the names "srv", "mail", "in".
+struct PathParts {
+  std::string root;
+  std::vector<std::string> names;  // may hold ".."
+};
+PathParts PartsOf(const std::string& fullPath);
 
 }  // namespace pellorin

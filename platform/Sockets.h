@@ -1,4 +1,4 @@
-// What a program does itself to the stream sockets that a library works with.
+// Socket calls made on behalf of a library that leaves them to its caller.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +8,14 @@ namespace pellorin {
 using SocketHandle = std::intptr_t;
 inline constexpr SocketHandle kNoSocket = -1;
 
-// kNoSocket when the system has none. The three kinds are the system's own numbers; a program that is started
-// meanwhile does not inherit it.
+// The three arguments are the system's own numbers. kNoSocket when the system refuses. Programs that are
+// started later do not inherit the socket.
 SocketHandle OpenSocket(int family, int type, int protocol);
-// Ends both directions: a thread that waits for the socket wakes up. Harmless where nothing is connected.
+// Ends both directions, so that a thread that waits for the socket wakes up. Harmless without a connection.
 void ShutDownSocket(SocketHandle socket);
 bool CloseSocket(SocketHandle socket);
 
-// From now on a write to a connection that was shut down fails on this thread, and ends no program.
+// From now on, a write of this thread to a broken connection fails instead of ending the program.
 void LetBrokenConnectionsFail();
 
 }  // namespace pellorin

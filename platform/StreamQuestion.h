@@ -11,9 +11,8 @@
 
 namespace pellorin {
 
-// Connects to all addresses of the host at once and asks where a connection opens first. Reads until
-// `isWhole` says that the bytes so far are the answer. The patience covers everything but looking up the
-// host's name.
+// Connects to all addresses of the host at once and asks the first that accepts. Reads until `isWhole`
+// accepts the bytes so far as the answer. The patience covers everything except looking up the host's name.
 NetworkAnswer AskByStream(const std::string& host, std::uint16_t port, std::string_view question,
                           std::chrono::milliseconds patience,
                           const std::function<bool(std::string_view answer)>& isWhole);

@@ -1,4 +1,4 @@
-// The desktop's program for text files.
+// The program in which the desktop opens a text file.
 #pragma once
 
 #include <optional>
@@ -7,12 +7,12 @@
 
 namespace pellorin {
 
-struct ProgramStart {
-  std::string program;  // full path
-  std::vector<std::string> arguments;
+struct TextEditor {
+  std::string program;                 // full path
+  std::vector<std::string> arguments;  // UTF-8, not quoted
 };
 
-// What opens this file, given by its full path. Nothing where the desktop has no such program.
-std::optional<ProgramStart> TextEditorFor(const std::string& path);
+// Nothing when the system has no such program.
+std::optional<TextEditor> TextEditorFor(const std::string& file);
 
 }  // namespace pellorin

@@ -1,5 +1,4 @@
-// The service's event-log registration component: makes a source of messages known to the system's event
-// viewer.
+// The service's registration component: makes a source of messages known to the system's event viewer.
 #pragma once
 
 #include <string>
@@ -9,8 +8,7 @@ namespace pellorin {
 class EventLogRegistration {
  public:
   virtual ~EventLogRegistration() = default;
-  // `reserved` is passed empty. Harmless for a source that is registered already. NumberedError when it
-  // fails.
+  // `reserved` is passed empty. Harmless when the source is already registered. NumberedError.
   virtual void RegisterSource(const std::string& messageFile, const std::string& reserved,
                               const std::string& folder, const std::string& source,
                               const std::string& logName) = 0;

@@ -1,5 +1,5 @@
-// The service's own mail component, as far as this program asks it anything. Send never throws for a mail
-// that cannot be sent: it returns false, and the three texts of the last error say why.
+// The service's own mail component, as far as this program uses it. Send does not throw for a mail that
+// cannot be sent: it returns false, and LastErrorNumber, -Source and -Description say why.
 #pragma once
 
 #include <functional>
@@ -8,8 +8,8 @@
 
 namespace pellorin {
 
-// What Send is given, in the component's order. The roles of the numbered ones are the service's own; this
-// program passes them as they stand here. The sixteenth argument, the success flag, is Send's result.
+// The arguments of Send, in the component's order. Only the service knows the meaning of the numbered ones:
+// this program passes them as they stand here. The sixteenth argument, the success flag, is Send's result.
 struct MailArguments {
   std::string recipients;
   std::string subject;
@@ -30,17 +30,18 @@ struct MailArguments {
 
 class MailComponent {
  public:
-  // Whether a running send shall go on. Called several times a second, on the thread that called Send.
+  // Returns whether a running send shall go on. Called several times a second, on the thread that called
+  // Send.
   using Watch = std::function<bool()>;
 
   virtual ~MailComponent() = default;
   virtual std::string InstallFolder() = 0;  // full path of the folder that holds Pellorin.DLL
   virtual std::string Version() = 0;        // the service's
-  // For the sends from now on; an empty one watches nothing. A send that its watch ends fails with the
-  // description kCancelled, unless the mail had been accepted already.
+  // For all later sends; an empty watch lets them run. A send that its watch ends fails with the description
+  // kCancelled, unless the mail was already accepted.
   virtual void SetWatch(Watch watch) = 0;
   virtual bool Send(const MailArguments& arguments) = 0;
-  // About the last failed send.
+  // These three describe the last failed send.
   virtual int LastErrorNumber() = 0;
   virtual std::string LastErrorSource() = 0;
   virtual std::string LastErrorDescription() = 0;

@@ -1,4 +1,5 @@
 #include "service/RegistryEventLog.h"
+
 #include "platform/Paths.h"
 
 namespace pellorin {

@@ -1,5 +1,5 @@
-// Stands in for the service's registration component: writes what the platform's event viewer reads, the
-// value "EventMessageFile" under SYSTEM/CurrentControlSet/Services/EventLog/<log>/<source> of the registry.
+// Stands in for the service's registration component: writes the value "EventMessageFile" under
+// SYSTEM/CurrentControlSet/Services/EventLog/<log>/<source> of the registry, where the event viewer reads it.
 #pragma once
 
 #include "platform/Registry.h"
@@ -10,7 +10,8 @@ namespace pellorin {
 class RegistryEventLog : public EventLogRegistration {
  public:
   explicit RegistryEventLog(Registry& registry) : registry_(registry) {}
-  // An entry that is already right is not written again.
+
+  // A correct entry is not written again.
   void RegisterSource(const std::string& messageFile, const std::string& reserved, const std::string& folder,
                       const std::string& source, const std::string& logName) override;
 

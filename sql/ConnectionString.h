@@ -1,5 +1,5 @@
-// The two connection strings of the program, and their reader. Values stand in them as they are, nothing is
-// quoted or escaped: a ";" in a value ends it and so breaks the string; every other character is kept.
+// The two connection strings of the program, and their reader. Nothing in them is quoted or escaped: a ";" in
+// a value ends it and so breaks the string. Every other character is kept.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace pellorin {
 
 std::string SqlLoginConnectionString(const std::string& server, const std::string& user,
                                      const std::string& password);
-// Of the user who runs the program; begins in the database "master".
+// Logs in the user who runs the program, into the database "master".
 std::string TrustedConnectionString(const std::string& server);
 
 struct ConnectionSettings {
@@ -19,8 +19,8 @@ struct ConnectionSettings {
   bool isTrusted = false;
 };
 
-// Of a key that is there twice the last counts. SqlError, without any part of the string, when a piece has no
-// "=".
+// If a key is there twice, the last counts. SqlError when a piece has no "="; the error holds no part of the
+// string, because that may be a password.
 ConnectionSettings ReadConnectionString(const std::string& text);
 
 }  // namespace pellorin

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/AnsiText.h"
+#include "base/Text.h"
 #include "base/TextCase.h"
 #include "files/FileLookup.h"
 #include "platform/Paths.h"
@@ -11,25 +12,18 @@
 namespace pellorin {
 namespace {
 
-// ASCII letters only: positions in the text stay what they are.
-char Lower(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+// The next place of some ASCII characters, in any letter case.
+std::size_t Find(std::string_view text, std::string_view wanted, std::size_t from) {
+  for (std::size_t at = from; at + wanted.size() <= text.size(); ++at)
+    if (EqualIgnoringCase(text.substr(at, wanted.size()), wanted)) return at;
+  return std::string_view::npos;
 }
 
-std::size_t Find(const std::string& text, std::string_view lowerWanted, std::size_t from) {
-  for (std::size_t at = from; at + lowerWanted.size() <= text.size(); ++at) {
-    std::size_t same = 0;
-    while (same < lowerWanted.size() && Lower(text[at + same]) == lowerWanted[same]) ++same;
-    if (same == lowerWanted.size()) return at;
-  }
-  return std::string::npos;
-}
-
-std::string Replaced(std::string text, std::string_view lowerWanted, std::string_view replacement,
+std::string Replaced(std::string text, std::string_view wanted, std::string_view replacement,
                      int most = std::numeric_limits<int>::max()) {
   std::size_t at = 0;
-  for (int count = 0; count < most && (at = Find(text, lowerWanted, at)) != std::string::npos; ++count) {
-    text.replace(at, lowerWanted.size(), replacement);
+  for (int count = 0; count < most && (at = Find(text, wanted, at)) != std::string::npos; ++count) {
+    text.replace(at, wanted.size(), replacement);
     at += replacement.size();
   }
   return text;
@@ -41,7 +35,7 @@ std::string ReadScriptFile(FileOperations& files, const std::string& programFold
                            const std::string& fileName) {
   const std::string path = JoinPath(programFolder, FindIgnoringCase(files, programFolder, fileName));
   const std::string bytes = ReadFile(files, path);
-  for (const std::string_view mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"})
+  for (const std::string_view mark : {kUtf8Mark, kUtf16LittleMark, kUtf16BigMark})
     if (bytes.starts_with(mark))
       throw NumberedError(0, ErrorSource("InstallScript"),
                           "The script is saved in Unicode. Please save it as ANSI text (code page 1252).",

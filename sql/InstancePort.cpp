@@ -9,7 +9,7 @@
 namespace pellorin {
 namespace {
 
-// The answer is byte 5, a length of two bytes, and "name;value;" pairs, among them "tcp;1433;".
+// The answer is a byte 5, two bytes of length, and pairs of the form "name;value;", such as "tcp;1433;".
 std::uint16_t PortIn(const std::string& answer) {
   constexpr std::size_t kHeader = 3;
   if (answer.size() <= kHeader || answer[0] != 5) return 0;

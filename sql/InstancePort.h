@@ -1,4 +1,4 @@
-// The TCP port of a named instance, asked of the SQL Server Browser service of its machine.
+// Asks the SQL Server Browser service of a machine for the TCP port of a named instance.
 #pragma once
 
 #include <chrono>

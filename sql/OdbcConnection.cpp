@@ -22,7 +22,7 @@ SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
   return static_cast<SQLINTEGER>(text.size());
 }
 
-// Whether the server itself told why it refuses: then the login had been sent.
+// Whether the server itself refused the login, which then had been sent.
 bool IsLoginAnswered(const std::vector<OdbcRecord>& records) {
   return std::ranges::any_of(records, [](const OdbcRecord& record) {
     return record.state.starts_with("28") || record.state.starts_with("42");
@@ -42,14 +42,14 @@ struct OdbcConnection::Session {
     connection = std::make_unique<OdbcHandle>(SQL_HANDLE_DBC, environment.Get());
   }
   ~Session() {
-    if (isConnected && isInTransaction) Leave(SQL_ROLLBACK);  // some drivers do not disconnect before
+    if (isConnected && isInTransaction) Leave(SQL_ROLLBACK);  // or some drivers do not disconnect
     if (isConnected) SQLDisconnect(connection->Get());
   }
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  // Ends the transaction. The driver begins a further one at once; leaving that one takes back nothing, and
-  // when it fails the transaction has ended all the same.
+  // Ends the transaction. The driver then begins another one at once. Leaving that one takes nothing back,
+  // and its failure does not matter.
   SQLRETURN Leave(SQLSMALLINT how) {
     isInTransaction = false;
     const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, connection->Get(), how);
@@ -59,7 +59,7 @@ struct OdbcConnection::Session {
     return result;
   }
 
-  // Whether the server itself told the last failure: the connection neither timed out nor broke.
+  // Whether the server itself reported the last failure: the connection neither timed out nor broke.
   bool HasAnswered() const {
     SQLUINTEGER isDead = SQL_CD_FALSE;
     SQLGetConnectAttr(connection->Get(), SQL_ATTR_CONNECTION_DEAD, &isDead, sizeof isDead, nullptr);
@@ -97,9 +97,8 @@ void OdbcConnection::Open() {
         !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
     if (mayHaveSentPassword)
       securityNote_ = SecuritySentence(settings.server, false, false, IsLoginAnswered(connection.Records()));
-    const std::string problem = settings.isTrusted ? TrustedLoginProblem(files_) : "";
-    throw SqlError(error.Number(), error.Source(),
-                   text + WhatDriverLeavesOut(text, problem, server.offersEncryption));
+    const std::string advice = FailureAdvice(files_, text, settings.isTrusted, server.offersEncryption);
+    throw SqlError(error.Number(), error.Source(), advice.empty() ? text : text + "\r\n" + advice);
   }
   securityNote_ = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
   session->isConnected = true;
@@ -118,13 +117,13 @@ OdbcConnection::Session& OdbcConnection::Opened() const {
 std::unique_ptr<OdbcHandle> OdbcConnection::Statement() const {
   auto statement = std::make_unique<OdbcHandle>(SQL_HANDLE_STMT, Opened().connection->Get());
   SQLSetStmtAttr(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, Number(CommandTimeout), SQL_IS_UINTEGER);
-  // Texts are sent as they are. FreeTDS's driver looks all the same into what is neither comment nor string.
+  // Texts are sent as they are. FreeTDS's driver still looks at all that is outside comments and strings.
   SQLSetStmtAttr(statement->Get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON),
                  SQL_IS_UINTEGER);
   return statement;
 }
 
-// A late error shows only behind the results before it.
+// Later errors surface only after earlier results are consumed.
 void OdbcConnection::FinishResults(const OdbcHandle& statement, const char* operation) const {
   SQLRETURN result = SQL_SUCCESS;
   while ((result = SQLMoreResults(statement.Get())) != SQL_NO_DATA) statement.Check(result, operation);

@@ -5,7 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/SqlServerSupport.h"
+#include "platform/FileOperations.h"
+#include "platform/SqlDrivers.h"
 #include "sql/InstancePort.h"
 #include "sql/SqlConnection.h"
 
@@ -15,8 +16,8 @@ class OdbcHandle;
 
 class OdbcConnection : public SqlConnection {
  public:
-  // `driver`: the name under which it is installed, or the path of its library.
-  explicit OdbcConnection(FileOperations& files, std::string driver = UsualOdbcDriver(),
+  // `files` are those in which the system keeps its tickets.
+  explicit OdbcConnection(FileOperations& files, std::string driver = DefaultSqlDriver(),
                           std::uint16_t browserPort = kBrowserPort);
   ~OdbcConnection() override;
 

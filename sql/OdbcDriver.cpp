@@ -3,7 +3,7 @@
 #include "base/TextCase.h"
 #include "base/Utf16.h"
 #include "platform/HostName.h"
-#include "platform/SqlServerSupport.h"
+#include "platform/SqlDrivers.h"
 #include "sql/OdbcHandles.h"
 
 namespace pellorin {
@@ -14,14 +14,14 @@ bool IsMicrosofts(const std::string& driver) {
   return folded.find("odbc driver ") != std::string::npos || folded.find("msodbcsql") != std::string::npos;
 }
 
-// Its "yes" means encrypted throughout; "no" is told because the later versions would insist by themselves.
+// "yes" encrypts the whole connection. "no" is said because later versions encrypt unless told otherwise.
 std::string MicrosoftsText(const ReachedServer& server) {
   return "SERVER=tcp:" + AsciiHostName(server.host) + "," + std::to_string(server.port) +
          ";Encrypt=" + (server.offersEncryption ? "yes" : "no") + ";TrustServerCertificate=yes;";
 }
 
-// The version is fixed: while this driver tries versions out, no time-out holds. Without "Timeout" beginning
-// and ending a transaction would wait for ever. Without "require" it encrypts nothing but the login.
+// The version is fixed: while this driver tries versions out, no time-out holds. Without "Timeout", beginning
+// and ending a transaction would wait for ever. Without "require", only the login is encrypted.
 std::string FreeTdsText(const ReachedServer& server, std::chrono::seconds commandTimeout) {
   return "SERVER=" + AsciiHostName(server.host) + ";PORT=" + std::to_string(server.port) +
          ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(commandTimeout.count()) + ";" +
@@ -30,8 +30,8 @@ std::string FreeTdsText(const ReachedServer& server, std::chrono::seconds comman
 
 }  // namespace
 
-// Braces keep a value together up to "};", which no value can hold: the connection string has ended it at the
-// ";".
+// Braces keep a value together up to "};". No value holds that, because a ";" ends a value of the connection
+// string already.
 std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
                        const ReachedServer& server, std::chrono::seconds commandTimeout) {
   return "DRIVER={" + driver + "};" +
@@ -44,14 +44,16 @@ bool IsDriverMissing(const std::string& description) {
   return description.find("Can't open lib") != std::string::npos;
 }
 
-std::string WhatDriverLeavesOut(const std::string& description, const std::string& trustedLoginProblem,
-                                bool isEncrypted) {
-  if (IsDriverMissing(description)) return std::string("\r\n") + kMissingDriverCure;
+std::string FailureAdvice(FileOperations& files, const std::string& description, bool isTrusted,
+                          bool isEncrypted) {
+  if (IsDriverMissing(description)) return MissingSqlDriverAdvice();
   if (!IsGeneric(description)) return {};
-  if (!trustedLoginProblem.empty()) return "\r\n" + trustedLoginProblem;
+  if (const std::string problem = isTrusted ? TrustedLoginProblem(files) : ""; !problem.empty())
+    return problem;
   if (isEncrypted)
-    return "\r\nThe server offers TLS, so the connection was tried with encryption only. Please check the "
-           "server's TLS settings.";
+    return "The server offers TLS, so the connection was tried with encryption only. Please check the "
+           "server's "
+           "TLS settings.";
   return {};
 }
 

@@ -1,27 +1,30 @@
-// What an ODBC driver is told of a server, in the words of FreeTDS's driver or of Microsoft's.
+// The words of the ODBC drivers: FreeTDS's and Microsoft's.
 #pragma once
 
 #include <chrono>
 #include <string>
 
+#include "platform/FileOperations.h"
 #include "sql/ConnectionString.h"
 #include "sql/ReachedServer.h"
 
 namespace pellorin {
 
-// Where encryption is offered the driver is told to insist on it: it then fails rather than go on in clear.
+// The driver's own connection string. If the server offers encryption, the driver is told to insist on it, so
+// that it fails rather than going on in clear.
 std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
                        const ReachedServer& server, std::chrono::seconds commandTimeout);
 
-// A line to add below the driver's words for a connection that failed: what they do not say. May be empty.
-// `trustedLoginProblem` is TrustedLoginProblem's answer for a trusted connection, else empty.
-std::string WhatDriverLeavesOut(const std::string& description, const std::string& trustedLoginProblem,
-                                bool isEncrypted);
-// What protected a connection, in a sentence: SqlConnection::SecurityNote. `isKnown` is false for a
-// connection that failed without an answer to the login, which may not have been sent.
+// A line that helps the user where the driver's description of a failed connection does not. May be empty.
+std::string FailureAdvice(FileOperations& files, const std::string& description, bool isTrusted,
+                          bool isEncrypted);
+
+// The sentence of SqlConnection::SecurityNote. `isKnown` is false when it is not known whether the login was
+// sent: the connection failed before the server answered it.
 std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted,
                              bool isKnown = true);
-// Whether the driver itself is missing, so that nothing was sent.
+
+// Whether the driver itself is missing. Then nothing was sent.
 bool IsDriverMissing(const std::string& description);
 
 }  // namespace pellorin

@@ -10,17 +10,17 @@
 namespace pellorin {
 namespace {
 
-// FreeTDS's driver says nothing of a question mark that it takes for a parameter.
+// FreeTDS's driver gives no reason when it takes a question mark for a parameter.
 constexpr const char* kNoReason =
-    "The driver gave no reason. Does a question mark stand outside the strings, as behind an unpaired quote?";
-constexpr std::size_t kLongestRecord = 4096;  // units; servers cut theirs at about half of that
+    "The driver gave no reason. Is there a question mark outside the strings, as after an unpaired quote?";
+constexpr std::size_t kLongestRecord = 4096;  // units; servers cut their texts at about half of that
 
-// What the server says after switching the database or the language, failure or not.
+// The server says these after it has switched the database or the language. They are not failures.
 bool IsNotice(const OdbcRecord& record) {
   return record.number == 5701 || record.number == 5703;
 }
 
-// Each thing once, in the driver's order. What is generic only when nothing else is told, and then the first.
+// Each text once, in the driver's order. The first generic text only if there is no other.
 std::vector<OdbcRecord> Telling(const std::vector<OdbcRecord>& records) {
   std::vector<OdbcRecord> telling;
   std::optional<OdbcRecord> generic;

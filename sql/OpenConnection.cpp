@@ -3,24 +3,9 @@
 #include "sql/ConnectionString.h"
 
 namespace pellorin {
+namespace {
 
-bool OpenConnection(SqlConnection& connection, const SqlLogin& login, UserMessages& messages) {
-  return login.isTrusted ? OpenTrustedConnection(connection, login.server, messages)
-                         : OpenSqlConnection(connection, login.server, login.user, login.password, messages);
-}
-
-bool OpenSqlConnection(SqlConnection& connection, const std::string& server, const std::string& user,
-                       const std::string& password, UserMessages& messages) {
-  connection.ConnectionString = SqlLoginConnectionString(server, user, password);
-  return OpenConnection(connection, messages);
-}
-
-bool OpenTrustedConnection(SqlConnection& connection, const std::string& server, UserMessages& messages) {
-  connection.ConnectionString = TrustedConnectionString(server);
-  return OpenConnection(connection, messages);
-}
-
-bool OpenConnection(SqlConnection& connection, UserMessages& messages) {
+bool Open(SqlConnection& connection, UserMessages& messages) {
   try {
     connection.Open();
     return true;
@@ -33,6 +18,24 @@ bool OpenConnection(SqlConnection& connection, UserMessages& messages) {
          .icon = MessageIcon::Exclamation});
     return false;
   }
+}
+
+}  // namespace
+
+bool OpenConnection(SqlConnection& connection, const SqlLogin& login, UserMessages& messages) {
+  return login.isTrusted ? OpenTrustedConnection(connection, login.server, messages)
+                         : OpenSqlConnection(connection, login.server, login.user, login.password, messages);
+}
+
+bool OpenSqlConnection(SqlConnection& connection, const std::string& server, const std::string& user,
+                       const std::string& password, UserMessages& messages) {
+  connection.ConnectionString = SqlLoginConnectionString(server, user, password);
+  return Open(connection, messages);
+}
+
+bool OpenTrustedConnection(SqlConnection& connection, const std::string& server, UserMessages& messages) {
+  connection.ConnectionString = TrustedConnectionString(server);
+  return Open(connection, messages);
 }
 
 }  // namespace pellorin

@@ -1,5 +1,5 @@
-// Opens a connection for something that the user asked for. True when it is open. Otherwise the box
-// "Connection Error" has been shown with the server's sentence.
+// Opens a connection for an operation of the user. True when it is open. Otherwise the box "Connection Error"
+// has been shown, with the server's sentence.
 #pragma once
 
 #include <string>
@@ -14,7 +14,5 @@ bool OpenConnection(SqlConnection& connection, const SqlLogin& login, UserMessag
 bool OpenSqlConnection(SqlConnection& connection, const std::string& server, const std::string& user,
                        const std::string& password, UserMessages& messages);
 bool OpenTrustedConnection(SqlConnection& connection, const std::string& server, UserMessages& messages);
-// With the connection string that the connection has.
-bool OpenConnection(SqlConnection& connection, UserMessages& messages);
 
 }  // namespace pellorin

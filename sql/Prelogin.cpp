@@ -35,11 +35,11 @@ std::size_t ByteAt(std::string_view bytes, std::size_t index) {
 
 struct Reply {
   bool isWhole = false;
-  bool isForeign = false;  // not of a SQL Server
+  bool isForeign = false;  // not from a SQL Server
   std::string options = {};
 };
 
-// Joins the packets that have come so far.
+// Joins the packets received so far.
 Reply ReadReply(std::string_view bytes) {
   Reply reply;
   if (bytes.size() > kLongestAnswer) reply.isForeign = true;
@@ -87,7 +87,7 @@ std::string Problem(const NetworkAnswer& answer, const std::string& host, const 
       return host + " closed the connection on port " + port +
              " without an answer. Please check that a SQL Server listens on this port.";
     default:
-      return "What answers on port " + port + " of " + host +
+      return "The program that answers on port " + port + " of " + host +
              " is not a SQL Server. Please check the server's name and port.";
   }
 }

@@ -12,13 +12,12 @@ constexpr const char* kNoPermission =
     " The account you use to connect to the database may have insufficient permissions.";
 
 void ShowSqlError(UserMessages& messages, const std::string& sentence, const NumberedError& error) {
-  const bool hasFile = !error.Path().empty() && error.Description().find(error.Path()) == std::string::npos;
-  messages.Show({.text = sentence + "\r\n" + error.Description() + (hasFile ? "\r\n" + error.Path() : ""),
+  messages.Show({.text = sentence + "\r\n" + error.DescriptionAndPath(),
                  .title = "SQL Error",
                  .icon = MessageIcon::Exclamation});
 }
 
-// The server may have ended the transaction already: that is no failure.
+// A failure does not matter: the server may have ended the transaction already.
 void RollBack(SqlConnection& connection) {
   try {
     connection.RollBackTransaction();

@@ -1,5 +1,5 @@
-// Installs or updates sp_sendPLN in a database, in one transaction: it is there as asked for, or the database
-// is as it was. Failures are shown as boxes with what the installer was doing and the server's sentence.
+// Installs or updates sp_sendPLN in a database, in one transaction: afterwards the procedure is as asked for,
+// or the database is as it was. A failure shows a box that names the step and gives the server's sentence.
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ namespace pellorin {
 
 struct Installation {
   std::string database;
-  bool grantsToAll = false;  // execution to PUBLIC; an earlier grant is never taken back
+  bool grantsToAll = false;  // lets PUBLIC execute it; false leaves an earlier grant as it is
   bool allowsTempTables = false;
 };
 
@@ -23,12 +23,13 @@ class ProcedureSetup {
  public:
   virtual ~ProcedureSetup() = default;
 
-  // The names of the instance's databases in order; nothing when a box has said why. Gives up after 10
-  // seconds of connecting and 30 of waiting for the list.
+  // The names of the instance's databases in order; nothing after a failure, which has shown a box. Waits 10
+  // seconds for the connection and 30 for the list.
   virtual std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) = 0;
-  // True when it is done and committed; otherwise a box has said why not, or that it may have been done.
+  // True when the procedure is installed and committed. Otherwise a box has said why not, or that nobody
+  // knows.
   virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
-  // Of the connection that the last of these operations made: SqlConnection::SecurityNote.
+  // The SqlConnection::SecurityNote of the last of these operations.
   virtual std::string SecurityNote() const = 0;
 };
 

@@ -14,17 +14,19 @@ namespace {
 
 constexpr const char* kSource = "ReachedServer";
 
-// Whether what a server does not encrypt is refused. A value that is not known must not count as "no".
+// Whether servers without encryption are refused. An unknown value is an error, so that it does not pass for
+// "no".
 bool IsEncryptionRequired() {
   constexpr const char* kVariable = "PELLORIN_SQL_ENCRYPTION";
   const std::string chosen = EnvironmentOr(kVariable, "");
   if (chosen.empty()) return false;
   if (EqualIgnoringCase(chosen, "require")) return true;
-  throw SqlError(0, ErrorSource(kSource),
-                 kVariable + (" is \"" + chosen) + "\". Please set it to \"require\", or not at all.");
+  throw SqlError(
+      0, ErrorSource(kSource),
+      std::string(kVariable) + " is \"" + chosen + "\". Please set it to \"require\", or not at all.");
 }
 
-// The driver would ask sixteen times, whatever the time-out.
+// The driver is not left to ask: it would do so sixteen times, whatever the time-out.
 std::uint16_t PortOf(const ServerAddress& address, std::uint16_t browserPort, const Deadline& end) {
   if (address.port != 0) return address.port;
   const auto patience = std::min(end.Left() / 2, std::chrono::milliseconds(4000));
@@ -38,7 +40,7 @@ ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t brow
   const bool isRequired = IsEncryptionRequired();
   const ServerAddress address = ParseServerAddress(settings.server);
   ReachedServer server;
-  // Kerberos issues tickets for host names, never for "localhost".
+  // Tickets are issued for host names, never for "localhost".
   server.host = settings.isTrusted && address.isThisMachine ? GetHostName() : address.host;
   server.port = PortOf(address, browserPort, end);
   server.offersEncryption = OffersEncryption(server.host, server.port, end.Left());

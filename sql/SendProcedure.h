@@ -1,4 +1,4 @@
-// Calls of sp_sendPLN: the mail of the tests of a SQL Server instance and of a queue.
+// Calls of sp_sendPLN that send a test mail: through a SQL Server instance, or into a queue.
 #pragma once
 
 #include <string>
@@ -13,11 +13,10 @@ struct ProbeMail {
   std::string subject;
 };
 
-// By name, with the query, attachments and copies empty. SqlError.
+// Passes the parameters by name, with query, attachments and copies empty. SqlError.
 void SendByParameters(SqlConnection& connection, const ProbeMail& mail);
 
-// By the text of a command that puts the mail into a queue. Values stand in it as they are: a single quote in
-// one of them makes the command fail. SqlError.
+// Executes the text of a command. Nothing in it is quoted: a single quote in a value makes it fail. SqlError.
 void SendToQueue(SqlConnection& connection, const ProbeMail& mail, const std::string& queue);
 std::string QueueCommandText(const ProbeMail& mail, const std::string& queue);
 

@@ -1,6 +1,10 @@
-// One connection to a SQL Server: opened, used and closed by one operation, never pooled. Failures are
-// SqlErrors whose description is the server's own sentence, or the driver's where no server answered. No
-// message, log or argument list ever holds a password.
+// One connection to a SQL Server, opened, used and closed by one operation, never pooled. Failures are
+// SqlErrors: the description is the server's own sentence, or the driver's if no server answered. No message,
+// log or argument list ever holds a password.
+//
+//   connection->ConnectionString = TrustedConnectionString("db1");
+//   connection->Open();
+//   connection->QueryColumn("select name from sysdatabases");  // {"master", "sales"}
 #pragma once
 
 #include <chrono>
@@ -18,7 +22,7 @@ class SqlError : public NumberedError {
   using NumberedError::NumberedError;
 };
 
-// A commit that got no answer: the server may have done it or not.
+// A commit without an answer: the server may or may not have done it.
 class CommitInDoubt : public SqlError {
  public:
   using SqlError::SqlError;
@@ -35,28 +39,28 @@ class SqlConnection {
  public:
   virtual ~SqlConnection() = default;
 
-  // To be set before Open; as ConnectionString.h builds it.
+  // Set before Open, to one of the strings of ConnectionString.h.
   std::string ConnectionString;
-  std::chrono::seconds ConnectionTimeout{15};  // until the driver connects, and then for each answer
+  std::chrono::seconds ConnectionTimeout{15};  // to connect, and then for each answer until it is open
   std::chrono::seconds CommandTimeout{30};     // for each operation; a silent server may take twice that
 
   virtual void Open() = 0;
-  // A sentence on what protected the last attempt to open; empty when nothing that matters was sent.
+  // A sentence about what protected the last Open. Empty when nothing confidential was sent.
   virtual std::string SecurityNote() const = 0;
-  virtual void Close() = 0;  // without failure; a transaction that is open is rolled back by the server
+  virtual void Close() = 0;  // never fails; the server rolls back an open transaction
 
   virtual void BeginTransaction() = 0;
   virtual void CommitTransaction() = 0;  // CommitInDoubt when the server does not answer
   virtual void RollBackTransaction() = 0;
 
   virtual void SetDefaultDatabase(const std::string& name) = 0;
-  virtual std::string DefaultDatabase() = 0;  // as the server says it
+  virtual std::string DefaultDatabase() = 0;  // the server's answer
 
-  // The first column of the first result as texts; NULL is the empty text.
+  // The first column of the first result, as texts. NULL is the empty text.
   virtual std::vector<std::string> QueryColumn(const std::string& statement) = 0;
   virtual void Execute(const std::string& statement) = 0;
-  // Calls a stored procedure with parameters by name, each a variable-length text of kLongestParameter. A
-  // value that is longer is an error, never cut.
+  // Calls a stored procedure with named parameters, each a text of at most kLongestParameter. A longer value
+  // is an error; it is never cut.
   virtual void CallProcedure(const std::string& name, const std::vector<NamedText>& parameters) = 0;
 };
 

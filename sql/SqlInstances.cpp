@@ -2,7 +2,6 @@
 
 #include "base/AnsiText.h"
 #include "base/Text.h"
-#include "platform/SqlServerSupport.h"
 
 namespace pellorin {
 namespace {
@@ -11,7 +10,7 @@ constexpr const char* kKey = "SOFTWARE/Microsoft/Microsoft SQL Server";
 constexpr const char* kValue = "InstalledInstances";
 constexpr const char* kDefaultInstance = "MSSQLSERVER";
 
-// Names separated by NUL and closed by a further one, as the registry holds a list of texts.
+// The names, each ended by a NUL, and one more NUL, as registries hold lists of texts.
 std::string StoredList(const Registry& registry, bool isDefaultAssumed) {
   const auto stored = registry.ReadValue(kKey, kValue);
   const std::string assumed = isDefaultAssumed ? kDefaultInstance + std::string(2, '\0') : std::string();
@@ -19,14 +18,6 @@ std::string StoredList(const Registry& registry, bool isDefaultAssumed) {
 }
 
 }  // namespace
-
-bool IsDefaultInstanceAssumed(const Registry& registry, FileOperations& files) {
-  try {
-    return !registry.Exists() && HasLocalSqlServer(files);
-  } catch (const FileError&) {  // a registry that this user may not look at
-    return false;
-  }
-}
 
 bool GetInstalledSqlInstances(const Registry& registry, bool isDefaultAssumed, const std::string& machineName,
                               std::vector<std::string>& instances) {

@@ -1,4 +1,4 @@
-// How to reach a SQL Server instance: as the user who runs the program, or with a SQL login.
+// How to log in to an instance: as the user who runs the program, or with a SQL login.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@ namespace pellorin {
 struct SqlLogin {
   std::string server;
   bool isTrusted = true;
-  std::string user;
+  std::string user;  // with the password: of a SQL login only
   std::string password;
 
   std::string Description() const { return isTrusted ? "Trusted" : user; }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "platform/MachineName.h"
+#include "platform/SqlServers.h"
 #include "service/RegistryEventLog.h"
 #include "service/mail/LocalMailComponent.h"
 #include "sql/OdbcConnection.h"
@@ -43,11 +44,9 @@ void TellLocalesNotInstalled() {
                  name.c_str());
 }
 
-std::vector<std::string> LocalInstances() {
-  pellorin::FileOperations& files = pellorin::SystemFiles();
-  const auto registry = pellorin::SystemRegistry(files);
+std::vector<std::string> LocalInstances(pellorin::FileOperations& files) {
   std::vector<std::string> instances;
-  pellorin::GetInstalledSqlInstances(*registry, pellorin::IsDefaultInstanceAssumed(*registry, files),
+  pellorin::GetInstalledSqlInstances(*pellorin::SystemRegistry(files), pellorin::HasUnlistedSqlServer(files),
                                      pellorin::GetMachineName(), instances);
   return instances;
 }
@@ -75,8 +74,9 @@ int main(int argumentCount, char** arguments) {
   pellorin::HelpFileBox help(files, messages);
   const auto connect = [&files] { return std::make_unique<pellorin::OdbcConnection>(files); };
   pellorin::ProcedureInstaller setup(connect, files, programFolder, messages);
-  pellorin::frmMain window({files, messages, mail, eventLog, help, setup, connect, LocalInstances,
-                            programFolder, pellorin::SystemLocaleConventions()});
+  pellorin::frmMain window({files, messages, mail, eventLog, help, setup, connect,
+                            [&files] { return LocalInstances(files); }, programFolder,
+                            pellorin::SystemLocaleConventions()});
   messages.SetOwner(&window);
   return window.Form_Load(commandLine) ? QApplication::exec() : EXIT_FAILURE;
 }

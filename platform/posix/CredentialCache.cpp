@@ -6,7 +6,7 @@
 namespace pellorin {
 namespace {
 
-// Takes big-endian values off the front. After a read beyond the end it has failed and yields zeros.
+// Takes big-endian values off the front. Once it has read beyond the end, it has failed and gives zeros.
 class CacheReader {
  public:
   explicit CacheReader(std::string_view bytes) : rest_(bytes) {}
@@ -31,14 +31,14 @@ class CacheReader {
   }
   std::string_view Data() { return Bytes(Number(4)); }
 
-  // Realm and components; the kind and the count come first.
+  // A kind, the number of components, the realm, the components.
   void SkipPrincipal() {
     Number(4);
     const std::uint32_t components = Number(4);
     Data();
     for (std::uint32_t i = 0; i < components && !hasFailed_; ++i) Data();
   }
-  void SkipList() {  // of addresses or of authorization data: a kind and its data each
+  void SkipList() {  // addresses or authorization data: each a kind and its data
     const std::uint32_t count = Number(4);
     for (std::uint32_t i = 0; i < count && !hasFailed_; ++i) {
       Number(2);
@@ -50,15 +50,15 @@ class CacheReader {
     SkipPrincipal();  // the server
     Number(2);        // kind of the key
     Data();           // the key
-    Number(4);        // when the user logged in
-    Number(4);        // when the ticket begins
+    Number(4);        // time of the login
+    Number(4);        // begin of the ticket
     const std::uint32_t end = Number(4);
-    Number(4);  // until when it can be renewed
-    Bytes(1 + 4);
-    SkipList();
-    SkipList();
-    Data();  // the ticket
-    Data();  // a second one
+    Number(4);     // latest renewal
+    Bytes(1 + 4);  // flags
+    SkipList();    // addresses
+    SkipList();    // authorization data
+    Data();        // the ticket
+    Data();        // a second one
     return end;
   }
 
@@ -74,7 +74,7 @@ std::optional<std::uint32_t> LastTicketEnd(std::string_view bytes) {
   CacheReader reader(bytes);
   if (reader.Number(2) != kVersion) return std::nullopt;
   reader.Bytes(reader.Number(2));  // header
-  reader.SkipPrincipal();          // whose tickets these are
+  reader.SkipPrincipal();          // the owner of the tickets
   std::uint32_t last = 0;
   while (!reader.IsAtEnd()) last = std::max(last, reader.TakeTicketEnd());
   if (reader.HasFailed()) return std::nullopt;

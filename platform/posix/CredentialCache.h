@@ -1,4 +1,4 @@
-// What a file of Kerberos tickets holds, as far as one needs to know whether any of them is still valid.
+// A file of Kerberos tickets, read only as far as to learn whether one of them is still valid.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace pellorin {
 
-// When the last of the tickets ends, in seconds since 1970; 0 for a file without tickets. Nothing for bytes
-// that are not a whole file of version 4 of MIT's format.
+// When the last of the tickets ends, in seconds since 1970; 0 for a file without tickets. Nothing unless the
+// bytes are a whole file of version 4 of MIT's format.
 std::optional<std::uint32_t> LastTicketEnd(std::string_view bytes);
 
 }  // namespace pellorin

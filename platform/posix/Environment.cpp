@@ -4,9 +4,9 @@
 
 namespace pellorin {
 
-std::string EnvironmentOr(const char* variable, const std::string& otherwise) {
+std::string EnvironmentOr(const char* variable, const std::string& fallback) {
   const char* value = std::getenv(variable);
-  return value == nullptr || *value == '\0' ? otherwise : value;
+  return value == nullptr || *value == '\0' ? fallback : value;
 }
 
 }  // namespace pellorin

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Text.h"
 #include "files/AtomicFile.h"
 #include "files/FileLookup.h"
 #include "platform/Environment.h"
@@ -13,15 +14,11 @@ namespace {
 
 constexpr const char* kUsualRoot = "/etc/pellorin/registry";
 
-// The folder of a key, each of its parts as it is spelled on the disk.
+// The folder of a key. Each part of the key is spelled as on the disk.
 std::string KeyFolder(FileOperations& files, const std::string& root, std::string_view key) {
   std::string folder = root;
-  while (!key.empty()) {
-    const std::size_t length = key.find('/');
-    const std::string part(key.substr(0, length));
-    key.remove_prefix(length == std::string_view::npos ? key.size() : length + 1);
+  for (const std::string& part : SplitAt("/", key))
     if (!part.empty()) folder = JoinPath(folder, FindIgnoringCase(files, folder, part));
-  }
   return folder;
 }
 
@@ -51,12 +48,16 @@ void FolderRegistry::WriteValue(const std::string& key, const std::string& value
   WriteFileAtomically(files_, path, bytes, NewFileAccess::FolderUsual);
 }
 
-bool FolderRegistry::Exists() const {
-  return root_ != kUsualRoot || files_.Status(root_).kind == FileKind::Folder;
+std::string FolderRegistry::SystemRoot() {
+  return EnvironmentOr("PELLORIN_REGISTRY", kUsualRoot);
+}
+
+bool FolderRegistry::HasSystemRoot(FileOperations& files) {
+  return SystemRoot() != kUsualRoot || files.Status(kUsualRoot).kind == FileKind::Folder;
 }
 
 std::unique_ptr<Registry> SystemRegistry(FileOperations& files) {
-  return std::make_unique<FolderRegistry>(files, EnvironmentOr("PELLORIN_REGISTRY", kUsualRoot));
+  return std::make_unique<FolderRegistry>(files, FolderRegistry::SystemRoot());
 }
 
 }  // namespace pellorin

@@ -16,7 +16,7 @@ using GuidBytes = std::array<unsigned char, 16>;
 
 constexpr std::size_t kFetchedAtOnce = 64;
 
-// As many whole ones as the system gives.
+// Returns how many of them the system has filled.
 std::size_t FetchRandomBytes(std::array<GuidBytes, kFetchedAtOnce>& guids) {
   ssize_t count = 0;
   do {
@@ -28,7 +28,8 @@ std::size_t FetchRandomBytes(std::array<GuidBytes, kFetchedAtOnce>& guids) {
   return static_cast<std::size_t>(count) / sizeof(GuidBytes);
 }
 
-// Every section of a configuration gets a GUID: asking the system for each would take longer than the rest.
+// Every section of a configuration gets a GUID. To ask the system for each one would take longer than all the
+// rest of loading.
 GuidBytes RandomBytes() {
   static thread_local std::array<GuidBytes, kFetchedAtOnce> fetched;
   static thread_local std::size_t left = 0;

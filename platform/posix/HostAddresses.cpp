@@ -1,4 +1,4 @@
-#include "platform/HostAddresses.h"
+#include "platform/posix/HostAddresses.h"
 
 #include <netdb.h>
 #include <sys/socket.h>

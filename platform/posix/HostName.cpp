@@ -2,15 +2,14 @@
 
 #include <idn2.h>
 
-#include <algorithm>
 #include <memory>
+
+#include "base/Text.h"
 
 namespace pellorin {
 
 std::string AsciiHostName(const std::string& host) {
-  const bool isAscii = std::all_of(host.begin(), host.end(),
-                                   [](char letter) { return static_cast<unsigned char>(letter) < 0x80; });
-  if (isAscii) return host;
+  if (IsAscii(host)) return host;
   char* converted = nullptr;
   if (idn2_to_ascii_8z(host.c_str(), &converted, IDN2_NFC_INPUT | IDN2_NONTRANSITIONAL) != IDN2_OK)
     return host;

@@ -1,32 +1,33 @@
-// A socket that talks to one address of a host.
+// A socket for one address of a host. No call on it waits.
 #pragma once
 
 #include <chrono>
 #include <vector>
 
-#include "platform/HostAddresses.h"
+#include "platform/posix/HostAddresses.h"
 
 namespace pellorin {
 
 class HostSocket {
  public:
-  // Begins to connect. No call on the socket waits.
+  // Begins to connect.
   explicit HostSocket(const HostAddress& address);
   HostSocket(HostSocket&& other) noexcept;
   HostSocket& operator=(HostSocket&& other) noexcept;
   ~HostSocket();
 
   int Descriptor() const { return descriptor_; }
-  int Error();  // the system's number of what went wrong first; 0 for nothing
+  int Error();  // the number of the first failure; 0 if there was none
 
  private:
   int descriptor_;
   int error_ = 0;
 };
 
-enum class SocketIs { Readable, Writable };  // either also when it has failed
+enum class SocketIs { Readable, Writable };  // a socket that has failed is both
 
-// Waits until one of the sockets is as wanted. Returns the indexes of those, none after the patience.
+// Waits until at least one socket is as wanted, and returns the indexes of those. None when the patience
+// ends.
 std::vector<std::size_t> WaitForSockets(const std::vector<HostSocket>& sockets, SocketIs wanted,
                                         std::chrono::milliseconds patience);
 

@@ -10,12 +10,13 @@
 #include "base/Text.h"
 #include "files/FileLookup.h"
 #include "platform/Environment.h"
+#include "platform/Paths.h"
 #include "platform/posix/CredentialCache.h"
 
 namespace pellorin {
 namespace {
 
-// Nothing for a file that is missing or cannot be read: the driver cannot use it either.
+// Nothing for a file that is missing or cannot be read. The driver cannot use it either.
 std::optional<std::string> ReadIfPossible(FileOperations& files, const std::string& path) {
   try {
     return ReadFileIfPresent(files, path);
@@ -24,7 +25,7 @@ std::optional<std::string> ReadIfPossible(FileOperations& files, const std::stri
   }
 }
 
-// Whether the settings of Kerberos say, outside comments, where tickets are kept.
+// Whether a line of Kerberos' settings, not a comment, says where tickets are kept.
 bool NamesAnotherPlace(const std::string& settings) {
   for (const std::string& line : SplitAt("\n", settings)) {
     const std::string_view text = WithoutOuterBlanks(line);
@@ -33,7 +34,7 @@ bool NamesAnotherPlace(const std::string& settings) {
   return false;
 }
 
-// Nothing when the tickets are kept elsewhere.
+// Nothing when the tickets are not kept in a file.
 std::optional<std::string> TicketFile(FileOperations& files) {
   constexpr std::string_view kFileKind = "FILE:";
   const std::string named = EnvironmentOr("KRB5CCNAME", "");
@@ -43,7 +44,7 @@ std::optional<std::string> TicketFile(FileOperations& files) {
     return "/tmp/krb5cc_" + std::to_string(getuid());
   }
   if (named.starts_with(kFileKind)) return named.substr(kFileKind.size());
-  if (named.front() == '/') return named;
+  if (IsFullPath(named)) return named;
   return std::nullopt;
 }
 

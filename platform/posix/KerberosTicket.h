@@ -5,8 +5,8 @@
 
 namespace pellorin {
 
-// False when the tickets are kept in a file, which is usual, and that file holds no valid ticket. True
-// wherever this program cannot tell.
+// False when the tickets are kept in a file, as by default, and that file holds no valid ticket. True when
+// this program cannot tell.
 bool MayHaveKerberosTicket(FileOperations& files);
 
 }  // namespace pellorin

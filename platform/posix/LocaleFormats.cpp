@@ -12,10 +12,10 @@ namespace {
 struct Field {
   char letter;
   bool padded;
-  std::string textBehind;
+  std::string textAfter;
 };
 
-// The one-letter abbreviations of whole formats, written out.
+// Some letters stand for a whole format.
 std::string_view WrittenOut(char letter, std::string_view twelveHourFormat) {
   switch (letter) {
     case 'F':
@@ -36,7 +36,7 @@ std::string_view WrittenOut(char letter, std::string_view twelveHourFormat) {
 void AppendFields(std::string_view format, std::string_view twelveHourFormat, std::vector<Field>& fields) {
   for (std::size_t i = 0; i < format.size(); ++i) {
     if (format[i] != '%') {
-      if (!fields.empty()) fields.back().textBehind += format[i];
+      if (!fields.empty()) fields.back().textAfter += format[i];
       continue;
     }
     bool padded = true;
@@ -69,9 +69,9 @@ Place FindField(const std::vector<Field>& fields, std::string_view letters) {
   });
 }
 
-// "1. 2. 2026" is typed as "1.2.2026" as well: the blanks are no part of the separator.
-std::string SeparatorBehind(const Field& field) {
-  return std::string(WithoutOuterBlanks(field.textBehind));
+// Users type "1. 2. 2026" as "1.2.2026" too: blanks do not belong to the separator.
+std::string SeparatorAfter(const Field& field) {
+  return std::string(WithoutOuterBlanks(field.textAfter));
 }
 
 }  // namespace
@@ -93,12 +93,12 @@ std::optional<DateFormat> ParseDateFormat(std::string_view format) {
 
   const Place first = std::min({day, month, year});
   const bool adjacent = std::max({day, month, year}) - first == 2;
-  const std::string separator = SeparatorBehind(*first);
-  if (adjacent && month->letter == 'm' && !separator.empty() && SeparatorBehind(first[1]) == separator) {
+  const std::string separator = SeparatorAfter(*first);
+  if (adjacent && month->letter == 'm' && !separator.empty() && SeparatorAfter(first[1]) == separator) {
     result.separator = separator;
   }
-  // Month first with a slash is the American form, which nobody writes with leading zeros whatever the format
-  // says.
+  // Month first and a slash is the American form. Nobody writes it with leading zeros, even if the format
+  // has them.
   const bool american = result.order == DateOrder::MonthDayYear && result.separator == "/";
   result.leadingZeros = day->padded && month->padded && !american;
   return result;
@@ -111,9 +111,9 @@ std::optional<TimeFormat> ParseTimeFormat(std::string_view format, std::string_v
   if (hour == fields.end() || minute == fields.end()) return std::nullopt;
 
   TimeFormat result{":", hour->letter == 'I' || hour->letter == 'l'};
-  const std::string separator = SeparatorBehind(*hour);
+  const std::string separator = SeparatorAfter(*hour);
   const bool secondsAgree =
-      minute + 1 == fields.end() || minute[1].letter != 'S' || SeparatorBehind(*minute) == separator;
+      minute + 1 == fields.end() || minute[1].letter != 'S' || SeparatorAfter(*minute) == separator;
   if (minute - hour == 1 && !separator.empty() && secondsAgree) result.separator = separator;
   return result;
 }

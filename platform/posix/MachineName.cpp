@@ -22,7 +22,7 @@ bool IsFullHostName(std::string_view name) {
          });
 }
 
-// Empty for one of the loopback, or of any other kind than IPv4.
+// Empty for a loopback interface, one that is down, and an address that is not IPv4.
 std::string NetworkAddress(const ifaddrs& interface) {
   if (interface.ifa_addr == nullptr || interface.ifa_addr->sa_family != AF_INET ||
       (interface.ifa_flags & IFF_LOOPBACK) != 0 || (interface.ifa_flags & IFF_UP) == 0)

@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <system_error>
+
+#include "base/Text.h"
 
 namespace pellorin {
 namespace {
@@ -29,19 +32,18 @@ bool IsFullPath(const std::string& path) {
   return path.starts_with(kSeparator);
 }
 
-std::vector<std::string> PartsOfFullPath(const std::string& path) {
-  std::vector<std::string> parts{std::string(1, kSeparator)};
-  for (const std::filesystem::path& part : std::filesystem::absolute(path)) {
-    const std::string name = part.string();
-    if (!name.empty() && name != "." && name.front() != kSeparator) parts.push_back(name);
-  }
-  return parts;
+// Without a current folder, a path stays as it is.
+std::string FullPath(const std::string& path) {
+  if (path.empty() || IsFullPath(path)) return path;
+  std::error_code failure;
+  const std::filesystem::path full = std::filesystem::absolute(path, failure);
+  return failure ? path : full.string();
 }
 
-std::string WithoutTrailingSeparators(const std::string& path) {
-  std::string shorter = path;
-  while (shorter.size() > 1 && shorter.back() == kSeparator) shorter.pop_back();
-  return shorter;
+PathParts PartsOf(const std::string& fullPath) {
+  PathParts parts{std::string(1, kSeparator), SplitAt(std::string_view(&kSeparator, 1), fullPath)};
+  std::erase_if(parts.names, [](const std::string& name) { return name.empty() || name == "."; });
+  return parts;
 }
 
 }  // namespace pellorin

@@ -14,11 +14,11 @@
 namespace pellorin {
 namespace {
 
-bool IsOnlyLater(int error) {
+bool MayWorkLater(int error) {
   return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
 }
 
-// Keeps only the socket that connects first and returns Answered. With any other outcome none connected.
+// Keeps only the socket that connects first, and returns Answered. After any other outcome, none connected.
 NetworkAnswer Connect(std::vector<HostSocket>& sockets, const Deadline& end) {
   std::string reason;
   while (true) {
@@ -43,7 +43,7 @@ AskOutcome Send(const std::vector<HostSocket>& one, std::string_view question, c
   while (!question.empty()) {
     if (WaitForSockets(one, SocketIs::Writable, end.Left()).empty()) return AskOutcome::Silent;
     const ssize_t count = ::send(one[0].Descriptor(), question.data(), question.size(), MSG_NOSIGNAL);
-    if (count < 0 && !IsOnlyLater(errno)) return AskOutcome::Closed;
+    if (count < 0 && !MayWorkLater(errno)) return AskOutcome::Closed;
     question.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
   }
   return AskOutcome::Answered;
@@ -68,7 +68,7 @@ NetworkAnswer AskByStream(const std::string& host, std::uint16_t port, std::stri
     } else if (const ssize_t count = ::recv(sockets[0].Descriptor(), piece.data(), piece.size(), 0);
                count > 0) {
       answer.bytes.append(piece.data(), static_cast<std::size_t>(count));
-    } else if (count == 0 || !IsOnlyLater(errno)) {
+    } else if (count == 0 || !MayWorkLater(errno)) {
       answer.outcome = AskOutcome::Closed;
     }
   }

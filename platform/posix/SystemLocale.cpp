@@ -17,10 +17,9 @@
 #include "platform/posix/LocaleFormats.h"
 
 namespace pellorin {
-
 namespace {
 
-// One of the system's locales; its texts come out as UTF-8.
+// One of the system's locales. Its texts come out as UTF-8.
 class LoadedLocale {
  public:
   explicit LoadedLocale(const std::string& name)
@@ -42,7 +41,7 @@ class LoadedLocale {
 
   static std::string Converted(std::string text, const std::string& codeset) {
     const iconv_t converter = iconv_open("UTF-8", codeset.c_str());
-    // The platform's mark of failure is the number -1 in a pointer's place.
+    // iconv marks a failure with the number -1 in place of a pointer.
     if (converter == reinterpret_cast<iconv_t>(-1)) return {};
     std::string utf8(4 * text.size(), '\0');
     char* from = text.data();
@@ -58,19 +57,19 @@ class LoadedLocale {
   std::unique_ptr<std::remove_pointer_t<locale_t>, Release> handle_;
 };
 
-bool HasNoCustoms(const std::string& localeName) {
+bool IsCLocale(const std::string& localeName) {
   return localeName.empty() || localeName == "C" || localeName == "POSIX" || localeName.starts_with("C.");
 }
 
 void ReadNumberConventions(const std::string& localeName, LocaleConventions& conventions) {
-  if (HasNoCustoms(localeName)) return;
+  if (IsCLocale(localeName)) return;
   const LoadedLocale locale(localeName);
   if (!locale) return;
   if (auto text = locale.Text(RADIXCHAR); !text.empty()) conventions.decimalSeparator = std::move(text);
   conventions.thousandsSeparator = locale.Text(THOUSEP);
 }
 
-// Some locales align the names with blanks in front, which nobody types.
+// Some locales put blanks before the names to align them. Nobody types those.
 void ReadMonthNames(const LoadedLocale& locale, nl_item january, std::array<std::string, 12>& names) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     std::string name(WithoutOuterBlanks(locale.Text(january + static_cast<nl_item>(i))));
@@ -79,7 +78,7 @@ void ReadMonthNames(const LoadedLocale& locale, nl_item january, std::array<std:
 }
 
 void ReadDateConventions(const std::string& localeName, LocaleConventions& conventions) {
-  if (HasNoCustoms(localeName)) return;
+  if (IsCLocale(localeName)) return;
   const LoadedLocale locale(localeName);
   if (!locale) return;
   conventions.am = locale.Text(AM_STR);
@@ -98,7 +97,7 @@ void ReadDateConventions(const std::string& localeName, LocaleConventions& conve
   ReadMonthNames(locale, MON_1, conventions.longMonthNames);
 }
 
-// The variable for everything wins over the category's own; an empty one counts as absent.
+// The variable for everything wins over the category's own.
 std::string LocaleNameFor(const char* category) {
   return EnvironmentOr("LC_ALL", EnvironmentOr(category, EnvironmentOr("LANG", "")));
 }
@@ -116,17 +115,10 @@ std::vector<std::string> LocalesNotInstalled() {
   std::vector<std::string> missing;
   for (const char* category : {"LC_NUMERIC", "LC_TIME"}) {
     const std::string name = LocaleNameFor(category);
-    const bool isKnown = HasNoCustoms(name) || LoadedLocale(name);
+    const bool isKnown = IsCLocale(name) || LoadedLocale(name);
     if (!isKnown && std::find(missing.begin(), missing.end(), name) == missing.end()) missing.push_back(name);
   }
   return missing;
-}
-
-LocaleConventions LocaleConventionsOf(const std::string& localeName) {
-  LocaleConventions conventions;
-  ReadNumberConventions(localeName, conventions);
-  ReadDateConventions(localeName, conventions);
-  return conventions;
 }
 
 }  // namespace pellorin

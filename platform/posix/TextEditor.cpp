@@ -2,16 +2,27 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "base/Text.h"
 #include "platform/Environment.h"
 #include "platform/Paths.h"
 
 namespace pellorin {
+namespace {
 
-std::optional<ProgramStart> TextEditorFor(const std::string& path) {
-  for (const std::string& folder : SplitAt(":", EnvironmentOr("PATH", "/usr/bin:/bin"))) {
-    const std::string program = JoinPath(folder, "xdg-open");
-    if (IsFullPath(program) && ::access(program.c_str(), X_OK) == 0) return ProgramStart{program, {path}};
+bool IsProgram(const std::string& path) {
+  std::error_code failure;
+  return std::filesystem::is_regular_file(path, failure) && ::access(path.c_str(), X_OK) == 0;
+}
+
+}  // namespace
+
+std::optional<TextEditor> TextEditorFor(const std::string& file) {
+  for (const std::string& folder : SplitAt(":", EnvironmentOr("PATH", ""))) {
+    const std::string program = FullPath(JoinPath(folder, "xdg-open"));
+    if (IsProgram(program)) return TextEditor{program, {file}};
   }
   return std::nullopt;
 }

@@ -3,11 +3,6 @@
 #include <cstddef>
 
 namespace pellorin {
-namespace {
-
-constexpr std::string_view kCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-}  // namespace
 
 std::string Base64(std::string_view bytes) {
   std::string text;
@@ -17,7 +12,7 @@ std::string Base64(std::string_view bytes) {
     for (std::size_t place = 0; place < 3; ++place)
       bits = bits << 8 | (place < group.size() ? static_cast<unsigned char>(group[place]) : 0u);
     for (unsigned place = 0; place < 4; ++place)
-      text += place <= group.size() ? kCharacters[bits >> (18 - 6 * place) & 0x3F] : '=';
+      text += place <= group.size() ? kBase64Characters[bits >> (18 - 6 * place) & 0x3F] : '=';
   }
   return text;
 }
@@ -25,9 +20,9 @@ std::string Base64(std::string_view bytes) {
 std::string FromBase64(std::string_view text) {
   std::string bytes;
   unsigned bits = 0;
-  unsigned count = 0;  // of the bits that wait for their byte
+  unsigned count = 0;  // of the bits that do not yet make a byte
   for (const char character : text) {
-    const std::size_t value = kCharacters.find(character);
+    const std::size_t value = kBase64Characters.find(character);
     if (value == std::string_view::npos) break;
     bits = bits << 6 | static_cast<unsigned>(value);
     count += 6;

@@ -6,8 +6,11 @@
 
 namespace pellorin {
 
+inline constexpr std::string_view kBase64Characters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
 std::string Base64(std::string_view bytes);
-// What stands before the first character that is none of Base64's.
+// Decodes up to the first character that does not belong to Base64.
 std::string FromBase64(std::string_view text);
 
 }  // namespace pellorin

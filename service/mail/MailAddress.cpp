@@ -16,10 +16,10 @@ MailFailure BadAddress(std::string_view text, const std::string& reason) {
   return {kBadMailArgument, "The email address " + std::string(text) + " cannot be used: " + reason};
 }
 
-// Walks over a text and knows whether it stands inside of quotes.
+// Walks over a text and knows whether it is inside quotes.
 class QuoteWatch {
  public:
-  bool IsOutside(char character) {  // to be called for each character in turn
+  bool IsOutside(char character) {  // call it for each character in turn
     if (escaped_) return escaped_ = false;
     if (character == '"') {
       quoted_ = !quoted_;
@@ -35,7 +35,7 @@ class QuoteWatch {
   bool escaped_ = false;
 };
 
-// The position of the first of these characters outside of quotes; the text's size when there is none.
+// The first position of one of these characters outside quotes; the text's size when there is none.
 std::size_t FindOutsideQuotes(std::string_view text, std::string_view characters) {
   QuoteWatch quotes;
   for (std::size_t index = 0; index < text.size(); ++index)
@@ -56,7 +56,7 @@ std::string WithoutQuotes(std::string_view name) {
 }
 
 bool IsLocalPart(std::string_view text) {
-  if (text.size() >= 2 && text.front() == '"') {  // FindOutsideQuotes has seen to it that it is closed
+  if (text.size() >= 2 && text.front() == '"') {  // FindOutsideQuotes has required the closing quote
     const std::string_view inner = text.substr(1, text.size() - 2);
     return text.back() == '"' && inner.find_first_of("\"\\") == std::string_view::npos &&
            std::all_of(inner.begin(), inner.end(),
@@ -90,10 +90,8 @@ std::string CompleteAddress(std::string_view text, std::string_view defaultDomai
     address += "@" + std::string(defaultDomain);
   }
   const std::size_t at = address.rfind('@');
-  const bool isAscii = std::all_of(address.begin(), address.end(), [](char character) {
-    return static_cast<unsigned char>(character) < 0x80;
-  });
-  if (!isAscii) throw BadAddress(address, "only its display name may hold letters other than a to z.");
+  if (!IsAscii(address))
+    throw BadAddress(address, "only its display name may hold letters other than a to z.");
   if (!IsLocalPart(std::string_view(address).substr(0, at)) ||
       !IsDomain(std::string_view(address).substr(at + 1)))
     throw BadAddress(address, "it is not of the form name@domain.");
@@ -114,12 +112,10 @@ MailAddress ParseAddress(std::string_view text, std::string_view defaultDomain) 
 }  // namespace
 
 void RequireNoControlCharacters(const std::string& what, std::string_view text) {
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    if (code >= 0x20 && code != 0x7F) continue;
-    throw MailFailure(kBadMailArgument, what + " holds a line break or another control character (code " +
-                                            std::to_string(code) + "). Nothing was sent.");
-  }
+  const auto found = std::ranges::find_if(text, IsControlCharacter);
+  if (found == text.end()) return;
+  throw MailFailure(kBadMailArgument, what + " holds a line break or another control character (code " +
+                                          std::to_string(int{*found}) + "). Nothing was sent.");
 }
 
 std::vector<MailAddress> ParseAddresses(std::string_view text, std::string_view defaultDomain) {

@@ -1,6 +1,6 @@
-// Mail addresses as users type them: a@b, Name <a@b>, "Last, First" <a@b>; several are separated by ; or ,
-// outside of quotes. A text that could reach a mail server as anything but these addresses is refused with a
-// MailFailure that says what is wrong.
+// Mail addresses as users type them: a@b, Name <a@b>, "Last, First" <a@b>. Outside quotes, ";" and ","
+// separate several of them. A MailFailure refuses every text that a mail server could take for something
+// else.
 #pragma once
 
 #include <string>
@@ -10,16 +10,16 @@
 namespace pellorin {
 
 struct MailAddress {
-  std::string name;     // UTF-8, without quotes; mostly empty
-  std::string address;  // local part @ domain, ASCII
+  std::string name;     // UTF-8, without quotes; often empty
+  std::string address;  // local part, "@" and domain, in ASCII
 
   std::string Domain() const { return address.substr(address.rfind('@') + 1); }
 };
 
-// In order; at least one. `defaultDomain` completes an address that has no domain; may be empty.
+// In order; at least one. `defaultDomain`, which may be empty, completes an address without a domain.
 std::vector<MailAddress> ParseAddresses(std::string_view text, std::string_view defaultDomain);
 
-// Refuses line breaks and every other control character; `what` begins the sentence: "The subject".
+// Refuses line breaks and other control characters. `what` begins the sentence, as in "The subject".
 void RequireNoControlCharacters(const std::string& what, std::string_view text);
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// A mail that cannot be sent, and why: what the mail component reports as its last error.
+// Why a mail cannot be sent. The mail component reports it as its last error.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ class MailFailure : public NumberedError {
       : NumberedError(number, ErrorSource(kMailErrorSource), description) {}
 };
 
-// The numbers of failures that no mail server and no system call reported: libcurl's.
+// Numbers of failures that neither a mail server nor a system call reported. They are libcurl's.
 inline constexpr int kBadMailArgument = 43;
 inline constexpr int kMailCancelled = 42;
 

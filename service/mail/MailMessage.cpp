@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 
+#include "base/Text.h"
 #include "base/Utf8.h"
 #include "service/mail/Base64.h"
 
@@ -14,10 +15,10 @@ constexpr std::size_t kLongestLine = 76;
 constexpr const char* kLineEnd = "\r\n";
 
 bool IsPlain(char character) {
-  return character >= ' ' && character < 0x7F;
+  return IsAscii(character) && !IsControlCharacter(character);
 }
 
-// Words of a header, on as many lines as they need.
+// A header, its words on as many lines as they need.
 class Header {
  public:
   Header(std::string& message, const std::string& name) : message_(message), column_(name.size() + 1) {
@@ -44,7 +45,7 @@ class Header {
   std::size_t column_;
 };
 
-// A text as encoded words. Each holds whole characters and fits the line behind any header's name.
+// A text as encoded words. Each holds whole characters and fits the line after any header's name.
 std::vector<std::string> EncodedWords(std::string_view text) {
   constexpr std::size_t kBytesPerWord = 39;
   std::vector<std::string> words;
@@ -100,7 +101,7 @@ void AddAddresses(std::string& message, const std::string& headerName,
   }
 }
 
-// Without their ends; one behind the last line begins no further line.
+// Without their line ends. A line end after the last line does not begin another line.
 std::vector<std::string> Lines(std::string_view body) {
   std::vector<std::string> lines;
   while (!body.empty()) {
@@ -117,17 +118,15 @@ bool NeedsEncoding(const std::string& line) {
 }
 
 std::string QuotedPrintable(const std::string& line) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
   std::string encoded;
   std::size_t column = 0;
   for (std::size_t index = 0; index < line.size(); ++index) {
     const char character = line[index];
-    const auto code = static_cast<unsigned char>(character);
     const bool isLast = index + 1 == line.size();
     const bool asItIs = IsPlain(character) && character != '=' && !(character == ' ' && isLast);
-    const std::string piece =
-        asItIs ? std::string(1, character) : std::string{'=', kDigits[code >> 4], kDigits[code & 0x0F]};
-    if (column + piece.size() > kLongestLine - 1) {  // leaves room for the mark of a line that goes on
+    std::string piece(1, asItIs ? character : '=');
+    if (!asItIs) AppendHex(piece, static_cast<unsigned char>(character));
+    if (column + piece.size() > kLongestLine - 1) {  // leaves room for the "=" of a line that goes on
       encoded += "=\r\n";
       column = 0;
     }

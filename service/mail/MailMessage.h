@@ -1,6 +1,6 @@
-// One text mail as it travels: headers and body with CRLF line ends, lines of at most 76 characters (only an
-// address or a domain that is longer than that makes a longer one), nothing but ASCII. Subject and names take
-// any text but control characters, the body any text at all.
+// One text mail as it travels: headers and body in ASCII, with CRLF line ends and lines of at most 76
+// characters. Only a longer address or domain makes a longer line. Subject and names may hold anything except
+// control characters, the body anything at all.
 #pragma once
 
 #include <ctime>
@@ -22,7 +22,7 @@ struct MailMessage {
 // control character.
 std::string BuildMessage(const MailMessage& message, std::time_t sentAt, const std::string& uniqueId);
 
-// "Sun, 22 Nov 2026 23:05:00 +0100", whatever the locale: the local time and its distance from UTC.
+// The local time and its offset from UTC, in every locale: "Sun, 22 Nov 2026 23:05:00 +0100".
 std::string MailDate(std::time_t time);
 
 }  // namespace pellorin

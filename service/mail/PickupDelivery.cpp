@@ -14,16 +14,16 @@ std::string Envelope(const MailMessage& message) {
 }
 
 void RequireUsableFolder(FileOperations& files, const std::string& folder) {
-  const auto refuse = [&folder](int number, const std::string& reason) {
-    throw MailFailure(number, "The pickup folder " + folder + " " + reason);
+  const auto refuse = [&folder](int number, const char* reason) {
+    throw MailFailure(number, "The pickup folder " + folder + " " + reason + ".");
   };
   if (folder.empty()) throw MailFailure(kBadMailArgument, "The pickup folder is not set.");
-  // The service and this program start in different folders.
-  if (!IsFullPath(folder)) refuse(kBadMailArgument, "is not a full path.");
+  // The current folder of the service is not that of this program.
+  if (!IsFullPath(folder)) refuse(kBadMailArgument, "is not a full path");
   const FileKind kind = files.Status(folder).kind;
-  if (kind == FileKind::Missing) refuse(ErrorNumberOf(FileProblem::Missing), "does not exist.");
-  if (kind != FileKind::Folder) refuse(ErrorNumberOf(FileProblem::IsNoFolder), "is not a folder.");
-  if (files.IsReadOnly(folder)) refuse(ErrorNumberOf(FileProblem::ReadOnly), "is read-only.");
+  if (kind == FileKind::Missing) refuse(SystemErrorNumber(FileProblem::Missing), "does not exist");
+  if (kind != FileKind::Folder) refuse(SystemErrorNumber(FileProblem::IsNotFolder), "is not a folder");
+  if (files.IsReadOnly(folder)) refuse(SystemErrorNumber(FileProblem::ReadOnly), "is read-only");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Delivery through a pickup folder: the mail becomes a file <guid>.eml that the mail service of this machine
-// takes away. The envelope stands in front of the message: one X-Sender, one X-Receiver for each recipient.
-// Under its final name there is only ever the complete message, on the disk; after a failure there is
-// nothing.
+// takes away. The envelope comes before the message: one X-Sender, and one X-Receiver for each recipient. The
+// file appears under its name when it is complete and on the disk. After a failure there is no file.
 #pragma once
 
 #include <string>
@@ -11,7 +10,7 @@
 
 namespace pellorin {
 
-// `text` is the message as BuildMessage gives it, `guid` the file's name. MailFailure.
+// `text` is the result of BuildMessage, `guid` the file's name. MailFailure.
 void DeliverToPickupFolder(FileOperations& files, const std::string& folder, const std::string& guid,
                            const MailMessage& message, const std::string& text);
 

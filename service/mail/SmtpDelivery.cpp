@@ -24,8 +24,8 @@ std::future<void> Start(SmtpTransfer& transfer) {
   }
 }
 
-// Until the transfer has ended: asks the watch, and lets no server draw out the closing, which takes two
-// seconds at most and none beyond the time-out.
+// Waits for the end of the transfer and asks the watch meanwhile. Cuts a closing short that takes more than
+// two seconds or exceeds the time-out.
 void WaitFor(std::future<void>& end, SmtpTransfer& transfer, int timeout, const MailComponent::Watch& watch) {
   constexpr std::chrono::milliseconds kBetweenLooks(50);
   constexpr std::chrono::seconds kLongestClosing(2);
@@ -54,7 +54,7 @@ void DeliverBySmtp(const SmtpServer& server, const MailMessage& message, const s
   SmtpTransfer transfer(server, message, text);
   std::future<void> end = Start(transfer);
   WaitFor(end, transfer, server.timeout, watch);
-  // Nothing that goes wrong after the acceptance unmakes it.
+  // Failures after acceptance are ignored.
   if (!transfer.Dialogue().IsAccepted()) throw FailureOf(transfer, server, message);
 }
 

@@ -1,6 +1,5 @@
-// Delivery to a mail server by SMTP. Whatever the server offers of encryption is used, and once it is offered
-// nothing goes on without it; the server's certificate is not checked, since servers inside of a company have
-// their own. Returns after the server's final acceptance of the message, and only then.
+// Delivery to a mail server by SMTP. If the server offers encryption, nothing goes on without it. The
+// server's certificate is not checked, because servers inside a company often sign their own.
 #pragma once
 
 #include <string>
@@ -14,17 +13,17 @@ namespace pellorin {
 struct SmtpServer {
   std::string host;  // a name, or an address of either kind
   int port = 25;
-  bool isEncryptedFromStart = false;  // else as soon as the server offers it
-  int timeout = 0;                    // seconds for the whole of it; 0: no limit
+  bool isEncryptedFromStart = false;  // else once the server offers it
+  int timeout = 0;                    // seconds for the whole delivery; 0: no limit
   SmtpLogin login = SmtpLogin::Anonymous;
   std::string user{};  // "domain\user" for NTLM
   std::string password{};
 };
 
-// `text` is the message as BuildMessage gives it. Waits, asking `watch` (which may be empty) several times a
-// second. MailFailure: number = the server's reply code where it refused something, else libcurl's; the
-// description has "The transport failed to connect" exactly when the server could not be reached or did not
-// greet.
+// `text` is the result of BuildMessage. Returns after the server has finally accepted the message. Meanwhile
+// asks `watch`, unless it is empty, several times a second. MailFailure: number = the reply code of the
+// server that refused something, else libcurl's. The description holds "The transport failed to connect"
+// exactly when the server could not be reached or did not greet.
 void DeliverBySmtp(const SmtpServer& server, const MailMessage& message, const std::string& text,
                    const MailComponent::Watch& watch);
 

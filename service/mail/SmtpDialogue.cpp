@@ -24,7 +24,7 @@ int CodeOf(std::string_view line) {
   return (line[0] - '0') * 100 + (line[1] - '0') * 10 + (line[2] - '0');
 }
 
-// Of a reply, behind its code.
+// The text of a reply, after its code.
 std::string_view TextOf(std::string_view line) {
   return line.substr(std::min<std::size_t>(line.size(), 4));
 }
@@ -87,7 +87,7 @@ bool SmtpDialogue::TakeLine(std::string_view line) {
   return goesOn;
 }
 
-// The order of libcurl's commands, each sent when the one before it is answered.
+// The order of libcurl's commands. Each is sent after the answer to the one before.
 bool SmtpDialogue::TakeReply(int code) {
   switch (step_) {
     case SmtpStep::Greeting:
@@ -122,8 +122,8 @@ bool SmtpDialogue::Advance(bool isExpected, int code, SmtpStep next) {
   return true;
 }
 
-// libcurl takes leave of a server that refuses something. What is neither expected nor a refusal may mean
-// that it is ahead of what is known here.
+// After a refusal libcurl still sends QUIT. After any other unexpected reply it may be ahead of this class,
+// so that nothing more may be sent.
 bool SmtpDialogue::Refuse(int code) {
   isRefused_ = true;
   KeepRefusal(code);
@@ -145,7 +145,7 @@ bool SmtpDialogue::TakeHello(int code) {
   if (!IsPositive(code)) {
     if (wasSimple) return Refuse(code);
     isSimpleHello_ = true;
-    KeepRefusal(code);  // in case that HELO gets no answer
+    KeepRefusal(code);  // in case HELO gets no answer
     return true;
   }
   offersEncryption_ = isEncryptionMisspelt_ = false;
@@ -174,9 +174,9 @@ void SmtpDialogue::ReadCapabilities() {
     const std::string_view capability = TextOf(line);
     if (capability.starts_with("STARTTLS"))
       offersEncryption_ = true;
-    else if (EqualIgnoringCase(capability.substr(0, 8), "STARTTLS"))
+    else if (StartsWithIgnoringCase(capability, "STARTTLS"))
       isEncryptionMisspelt_ = true;
-    else if (EqualIgnoringCase(capability.substr(0, 5), "AUTH "))
+    else if (StartsWithIgnoringCase(capability, "AUTH "))
       ReadLogins(capability);
   }
 }

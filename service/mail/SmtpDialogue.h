@@ -1,7 +1,7 @@
-// Follows the replies of a mail server while libcurl sends it one mail: knows at which step the conversation
-// stands, keeps the reply that refused something, whole, and stops what libcurl would do against the
-// settings: going on in clear text where encryption was offered, or without the login that is configured.
-// What libcurl understands of an offer is what libcurl 7.88 does: keywords in capital letters only.
+// Follows the replies of a mail server while libcurl sends it one mail. Knows the step of the conversation
+// and keeps the reply that refused something. Stops libcurl where it would go on in clear text although
+// encryption was offered, or without the configured login. libcurl 7.88 understands an offer in capital
+// letters only, and so does this class.
 #pragma once
 
 #include <cstddef>
@@ -14,13 +14,13 @@ namespace pellorin {
 enum class SmtpLogin { Anonymous, Basic, Ntlm };
 enum class SmtpStep { Greeting, Hello, StartTls, Login, Sender, Recipient, Data, Message, Accepted };
 
-// Why the conversation may not go on although the server refused nothing.
+// Why the conversation must end although the server refused nothing.
 enum class SmtpObstacle {
   None,
   EncryptionMisspelt,  // it is offered, but not in capital letters
   LoginMissing,        // no login of the configured kind is offered
   LoginMisspelt,       // one is, but not in capital letters
-  LoginOutdated,       // the first version of NTLM in clear: it gives the password away
+  LoginOutdated,       // the first version of NTLM without encryption, which gives the password away
 };
 
 class SmtpDialogue {
@@ -28,22 +28,22 @@ class SmtpDialogue {
   SmtpDialogue(SmtpLogin login, bool isEncrypted, std::size_t recipients)
       : login_(login), isEncrypted_(isEncrypted), recipients_(recipients) {}
 
-  // The next bytes of the replies, whole lines or parts of them. False: not one command more may be sent.
+  // Takes the next bytes of the replies, whole lines or parts of lines. False: no more commands may be sent.
   bool Take(std::string_view bytes);
 
-  SmtpStep Step() const { return step_; }        // what is awaited, or what was refused
-  bool IsGreeted() const { return isGreeted_; }  // some complete reply has come
+  SmtpStep Step() const { return step_; }        // the step that is awaited or was refused
+  bool IsGreeted() const { return isGreeted_; }  // a complete reply has come
   bool IsAccepted() const { return step_ == SmtpStep::Accepted; }
   bool IsRefused() const { return isRefused_; }
-  // EHLO was refused, and HELO is not answered yet.
+  // EHLO was refused, and HELO is not yet answered.
   bool IsHelloRefused() const { return isSimpleHello_; }
-  // Of either refusal; the server's lines as they came.
+  // Of the refusal, or of the refused EHLO. The lines are the server's, unchanged.
   int RefusalCode() const { return refusalCode_; }
   const std::vector<std::string>& RefusalLines() const { return refusal_; }
   SmtpObstacle Obstacle() const { return obstacle_; }
   std::size_t RecipientsTaken() const { return recipientsTaken_; }
   const std::string& OfferedLogins() const { return offeredLogins_; }  // their names, separated by blanks
-  bool IsEncrypted() const { return isEncrypted_; }                    // or about to be
+  bool IsEncrypted() const { return isEncrypted_; }                    // or will be at once
 
  private:
   bool TakeLine(std::string_view line);
@@ -62,7 +62,7 @@ class SmtpDialogue {
   std::size_t recipients_;
   SmtpStep step_ = SmtpStep::Greeting;
   std::string partOfLine_;
-  std::vector<std::string> lines_;  // of the reply that is arriving
+  std::vector<std::string> lines_;  // of the current reply
   std::size_t replySize_ = 0;
   bool isGreeted_ = false;
   bool isSimpleHello_ = false;  // EHLO was refused: HELO is tried

@@ -41,7 +41,7 @@ std::string RefusedThing(const SmtpDialogue& dialogue, const MailMessage& messag
   return thing;
 }
 
-// What was still to come.
+// What the server still had to send.
 std::string AwaitedThing(const SmtpTransfer& transfer) {
   switch (transfer.Phase()) {
     case SmtpPhase::LookUp:
@@ -138,7 +138,7 @@ MailFailure FailureOf(const SmtpTransfer& transfer, const SmtpServer& server, co
   if (dialogue.IsRefused() || dialogue.IsHelloRefused()) return RefusalOf(transfer, server, message, doubt);
   if (code == CURLE_LOGIN_DENIED)
     return {code, "Login failed: the dialogue with " + ServerName(server) +
-                      " was not what its kind of login prescribes. Nothing was sent."};
+                      " did not follow the rules of this kind of login. Nothing was sent."};
   const std::string reason = "\r\n" + Reason(transfer, server);
   if (CouldNotConnect(code, dialogue.IsGreeted()))
     return {code, "The transport failed to connect to " + ServerName(server) + "." + reason};

@@ -1,5 +1,5 @@
-// Why a mail was not accepted, in the words that its sender reads: the step, the server with its port, and
-// the server's full reply or the system's own reason; never the dialogue of a login.
+// Why a mail was not accepted, as its sender reads it: the step, the server with its port, and the server's
+// full reply or the system's reason. Never the dialogue of a login.
 #pragma once
 
 #include "service/mail/MailFailure.h"
@@ -9,8 +9,8 @@
 
 namespace pellorin {
 
-// Of a transfer that has run and whose message was not accepted. The number is the server's reply code where
-// it refused something, else libcurl's.
+// `transfer` has run, and its message was not accepted. The number is the reply code of a server that refused
+// something, else libcurl's.
 MailFailure FailureOf(const SmtpTransfer& transfer, const SmtpServer& server, const MailMessage& message);
 
 }  // namespace pellorin

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/AnsiText.h"
+#include "base/Text.h"
 #include "base/Utf8.h"
 #include "service/mail/Base64.h"
 
@@ -23,20 +24,16 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-bool IsOfAWord(char character) {
+bool BelongsToWord(char character) {
   const auto code = static_cast<unsigned char>(character);
-  return code >= 0x80 || (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') ||
+  return !IsAscii(character) || (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') ||
          (code >= 'a' && code <= 'z');
 }
 
-bool IsControl(char character) {
-  return static_cast<unsigned char>(character) < ' ' || character == 0x7F;
-}
-
 bool StandsAlone(std::string_view text, std::size_t begin, std::size_t end) {
-  const bool goesOnBefore = begin > 0 && IsOfAWord(text[begin - 1]) && IsOfAWord(text[begin]);
-  const bool goesOnBehind = end < text.size() && IsOfAWord(text[end - 1]) && IsOfAWord(text[end]);
-  return !goesOnBefore && !goesOnBehind;
+  const bool goesOnBefore = begin > 0 && BelongsToWord(text[begin - 1]) && BelongsToWord(text[begin]);
+  const bool goesOnAfter = end < text.size() && BelongsToWord(text[end - 1]) && BelongsToWord(text[end]);
+  return !goesOnBefore && !goesOnAfter;
 }
 
 void Mask(std::string& text, const std::string& secret) {
@@ -55,9 +52,9 @@ void Mask(std::string& text, const std::string& secret) {
 // The messages of an NTLM login all begin alike.
 void MaskNtlm(std::string& text) {
   constexpr std::string_view kBegin = "TlRMTVNTUAA";  // "NTLMSSP" and NUL in Base64
-  constexpr const char* kBase64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=";
+  static const std::string kAll = std::string(kBase64Characters) + "=";
   for (std::size_t at = 0; (at = text.find(kBegin, at)) != std::string::npos; at += kMask.size())
-    text.replace(at, std::min(text.find_first_not_of(kBase64, at), text.size()) - at, kMask);
+    text.replace(at, std::min(text.find_first_not_of(kAll, at), text.size()) - at, kMask);
 }
 
 std::string Masked(std::string text, const std::string& user, const std::string& password) {
@@ -80,7 +77,7 @@ std::string ShownReply(const std::vector<std::string>& lines, const std::string&
     std::string words = Masked(line.substr(codeSize), user, password);
     if (!IsUtf8(words)) words = Masked(AnsiToUtf8(words), user, password);
     std::string text = line.substr(0, codeSize) + words;
-    std::replace_if(text.begin(), text.end(), IsControl, ' ');
+    std::replace_if(text.begin(), text.end(), IsControlCharacter, ' ');
     shown += "\r\n" + text;
   }
   return shown;

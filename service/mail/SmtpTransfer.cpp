@@ -11,7 +11,7 @@
 namespace pellorin {
 namespace {
 
-// The longest that libcurl takes; its own "0" means two minutes.
+// Seconds: the longest wait that libcurl accepts. To libcurl, 0 means two minutes.
 constexpr long kLongestWait = 2147483;
 
 CURL* NewHandle() {
@@ -26,8 +26,8 @@ void Require(CURLcode code) {
     throw MailFailure(code, std::string("The mail cannot be prepared: ") + curl_easy_strerror(code));
 }
 
-// libcurl widens each byte of an NTLM login to a character. Letters of a user's name count in upper case, and
-// libcurl does that for a to z only.
+// libcurl widens each byte of an NTLM login to a character. A user's name counts in upper case, but libcurl
+// changes only a to z.
 std::string NtlmText(const std::string& what, const std::string& utf8, bool upperCase) {
   std::string latin1;
   for (std::size_t index = 0; index < utf8.size();) {
@@ -78,7 +78,7 @@ void SmtpTransfer::SetAddress() {
   set(CURLUPART_PATH, "/" + GetMailHelloName(), CURLU_URLENCODE);
   Set(CURLOPT_CURLU, url_.get());
   Set(CURLOPT_PROTOCOLS_STR, "smtp,smtps");
-  Set(CURLOPT_PROXY, "");  // or the environment would divert the mail
+  Set(CURLOPT_PROXY, "");  // or the environment could divert the mail
   Set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_TRY));
   Set(CURLOPT_SSL_VERIFYPEER, 0L);
   Set(CURLOPT_SSL_VERIFYHOST, 0L);
@@ -90,7 +90,7 @@ void SmtpTransfer::SetTimes() {
   Set(CURLOPT_CONNECTTIMEOUT, wait);
   Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, wait);
   Set(CURLOPT_NOSIGNAL, 1L);
-  Set(CURLOPT_QUICK_EXIT, 1L);  // waits for no name server at the end
+  Set(CURLOPT_QUICK_EXIT, 1L);  // does not wait for a name server at the end
   Set(CURLOPT_TCP_KEEPALIVE, 1L);
 }
 
@@ -135,13 +135,13 @@ void SmtpTransfer::SetCallbacks() {
 void SmtpTransfer::Run() {
   LetBrokenConnectionsFail();
   KeepResult(curl_easy_perform(handle_.get()));
-  // The end of the handle takes leave of the server and waits for its answer, as long as for any other: of no
-  // use when the server is silent already.
+  // Ending the handle sends QUIT and waits for the answer as long as for any other. That is useless when the
+  // server is already silent.
   if (!isSettled_) ShutDownConnection();
   handle_.reset();
 }
 
-// Before the handle ends, whose taking leave may leave another text.
+// Called before the handle ends, because its QUIT may leave another text.
 void SmtpTransfer::KeepResult(CURLcode result) {
   result_ = result;
   resultText_ = errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result);
@@ -153,9 +153,9 @@ void SmtpTransfer::KeepResult(CURLcode result) {
 }
 
 SmtpPhase SmtpTransfer::ReachedPhase() const {
-  curl_off_t foundAfter = 0;  // microseconds; 0: not yet
+  curl_off_t foundAfter = 0;  // microseconds; 0: not found
   curl_off_t encryptedAfter = 0;
-  const char* address = nullptr;  // of the connection; empty before there is one
+  const char* address = nullptr;  // of the connection; empty without one
   curl_easy_getinfo(handle_.get(), CURLINFO_NAMELOOKUP_TIME_T, &foundAfter);
   curl_easy_getinfo(handle_.get(), CURLINFO_APPCONNECT_TIME_T, &encryptedAfter);
   curl_easy_getinfo(handle_.get(), CURLINFO_PRIMARY_IP, &address);
@@ -178,7 +178,7 @@ std::size_t SmtpTransfer::OnReply(char* bytes, std::size_t size, std::size_t cou
   auto& transfer = *static_cast<SmtpTransfer*>(self);
   SmtpDialogue& dialogue = transfer.dialogue_;
   const bool goesOn = dialogue.Take({bytes, size * count});
-  // One who was refused takes leave; one who may not go on says nothing more.
+  // After a refusal libcurl still sends QUIT; after an obstacle it sends nothing more.
   transfer.isSettled_ = goesOn && (dialogue.IsAccepted() || dialogue.IsRefused());
   return goesOn ? size * count : 0;
 }

@@ -1,6 +1,6 @@
-// One mail on its way through libcurl. Runs on a thread of its own, so that the thread that waits for it can
-// see to the time and to its user: libcurl itself blocks for a second at some steps, and when it closes a
-// connection it waits for the server's answer once more and asks nobody.
+// One mail on its way through libcurl. Run() needs a thread of its own, so that the waiting thread can watch
+// the time and its user: libcurl blocks for a second at some steps, and when it closes a connection, it waits
+// for the server's answer without asking anybody.
 #pragma once
 
 #include <curl/curl.h>
@@ -24,23 +24,25 @@ enum class SmtpPhase { LookUp, Connecting, Handshake, Conversation };
 
 class SmtpTransfer {
  public:
-  // Prepares everything, sends nothing. MailFailure for what libcurl cannot work with. The three must
-  // outlive it.
+  // Prepares everything, sends nothing. MailFailure for arguments that libcurl cannot use. All three
+  // arguments must outlive the transfer.
   SmtpTransfer(const SmtpServer& server, const MailMessage& message, const std::string& text);
   SmtpTransfer(const SmtpTransfer&) = delete;
   SmtpTransfer& operator=(const SmtpTransfer&) = delete;
 
   void Run();
 
-  // From any thread while it runs:
+  // May be called from any thread while it runs:
   void Cancel();  // as soon as possible
   void ShutDownConnection();
   bool IsSettled() const { return isSettled_; }  // accepted or refused: only the closing is left
 
-  // When it has run:
+  // Valid after it has run:
   CURLcode Result() const { return result_; }
-  const std::string& ResultText() const { return resultText_; }  // libcurl's, or the system's if it says more
-  SmtpPhase Phase() const { return phase_; }                     // that it came to
+  const std::string& ResultText() const {
+    return resultText_;
+  }                                           // libcurl's, or the system's if that says more
+  SmtpPhase Phase() const { return phase_; }  // the last that it reached
   const SmtpDialogue& Dialogue() const { return dialogue_; }
   bool IsCancelled() const { return isCancelled_; }
 
@@ -75,7 +77,7 @@ class SmtpTransfer {
   std::atomic<bool> isCancelled_ = false;
   std::atomic<bool> isSettled_ = false;
   std::mutex socketsGuard_;
-  std::set<SocketHandle> sockets_;  // open ones
+  std::set<SocketHandle> sockets_;  // the open ones
   CURLcode result_ = CURLE_OK;
   std::string resultText_;
   SmtpPhase phase_ = SmtpPhase::LookUp;

@@ -1,8 +1,6 @@
 #include "files/AtomicFile.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -13,6 +11,7 @@
 #include "tests/support/FailingFiles.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/posix/AccessList.h"
+#include "tests/support/posix/FileOwners.h"
 
 namespace pellorin::test {
 namespace {
@@ -29,12 +28,6 @@ std::ptrdiff_t CountEntries(const fs::path& folder) {
 
 std::ptrdiff_t OpenDescriptors() {
   return CountEntries("/proc/self/fd");
-}
-
-struct stat StatusOf(const std::string& path) {
-  struct stat status {};
-  EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-  return status;
 }
 
 // The error number of the failure; 0 without one. The failure must name the file.
@@ -135,15 +128,16 @@ TEST(AtomicFile, ContinuesAfterShortWrites) {
 TEST(AtomicFile, NewFilesGetTheirAccessWhateverTheUmask) {
   const TemporaryFolder folder;
   const std::string limited = folder / std::string(255, 'n');  // the greatest length of a name
-  ASSERT_EQ(::geteuid() == 0 ? ::chown(folder.Path().c_str(), 0, 12345) : 0, 0);
-  for (const mode_t mask : {0077u, 0000u}) {
-    const mode_t before = ::umask(mask);
-    EXPECT_EQ(WriteError(limited), 0);
-    EXPECT_EQ(WriteError(folder / "usual.xml", Access::FolderUsual), 0);
-    ::umask(before);
-    EXPECT_EQ(StatusOf(limited).st_mode & 07777, 0640u);
-    EXPECT_EQ(StatusOf(limited).st_gid, StatusOf(folder.Path()).st_gid);
-    EXPECT_EQ(StatusOf(folder / "usual.xml").st_mode & 07777, 0666u & ~mask);
+  GiveAwayIfRoot(folder.Path(), 0, 12345);
+  for (const unsigned mask : {0077u, 0000u}) {
+    {
+      const ScopedUmask umask(mask);
+      EXPECT_EQ(WriteError(limited), 0);
+      EXPECT_EQ(WriteError(folder / "usual.xml", Access::FolderUsual), 0);
+    }
+    EXPECT_EQ(OwnerOf(limited).mode, 0640u);
+    EXPECT_EQ(OwnerOf(limited).group, OwnerOf(folder.Path()).group);
+    EXPECT_EQ(OwnerOf(folder / "usual.xml").mode, 0666u & ~mask);
     fs::remove(limited);
     fs::remove(folder / "usual.xml");
   }
@@ -152,16 +146,15 @@ TEST(AtomicFile, NewFilesGetTheirAccessWhateverTheUmask) {
 TEST(AtomicFile, KeepsModeAndOwnerOfAnExistingFile) {
   const TemporaryFolder folder;
   const std::string path = folder / "a.ini";
-  for (const mode_t mode : {0600u, 0664u, 0777u}) {
+  for (const unsigned mode : {0600u, 0664u, 0777u}) {
     folder.Write("a.ini", kOld);
-    ASSERT_EQ(::chmod(path.c_str(), mode), 0);
-    ASSERT_EQ(::geteuid() == 0 ? ::chown(path.c_str(), 65534, 12345) : 0, 0);
-    const struct stat before = StatusOf(path);
+    SetMode(path, mode);
+    GiveAwayIfRoot(path, 65534, 12345);
+    const FileOwner before = OwnerOf(path);
     EXPECT_EQ(WriteError(path), 0);
-    const struct stat after = StatusOf(path);
-    EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(std::tuple(after.st_mode & 07777, after.st_uid, after.st_gid),
-              std::tuple(mode, before.st_uid, before.st_gid));
+    const FileOwner after = OwnerOf(path);
+    EXPECT_NE(after.file, before.file);
+    EXPECT_EQ(std::tuple(after.mode, after.user, after.group), std::tuple(mode, before.user, before.group));
     fs::remove(path);
   }
 }
@@ -198,7 +191,7 @@ TEST(AtomicFile, SaysWhyItCannotBeWrittenOrRead) {
   folder.Write("readonly.ini", kOld);
   fs::permissions(folder / "readonly.ini", fs::perms::owner_read);  // counts for root too
   fs::create_directory(folder / "folder.ini");
-  ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
+  MakePipe(folder / "pipe.ini");
   folder.Write("huge.ini", "");
   fs::resize_file(folder / "huge.ini", kLargestFile + 1);
   const auto descriptors = OpenDescriptors();

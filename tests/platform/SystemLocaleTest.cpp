@@ -50,7 +50,8 @@ TEST(SystemLocaleTest, UnderstandsTimeFormats) {
 TEST(SystemLocaleTest, TakesAmericanConventionsWhereThereAreNone) {
   for (const auto* name : {"C", "POSIX", "C.UTF-8", "", "no such locale"}) {
     SCOPED_TRACE(name);
-    const auto conventions = LocaleConventionsOf(name);
+    ::setenv("LC_ALL", name, 1);
+    const auto conventions = SystemLocaleConventions();
     EXPECT_EQ(conventions.decimalSeparator + conventions.thousandsSeparator, ".,");
     EXPECT_EQ(conventions.dateOrder, DateOrder::MonthDayYear);
     EXPECT_EQ(conventions.dateSeparator + conventions.timeSeparator, "/:");

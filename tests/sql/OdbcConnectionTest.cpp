@@ -133,7 +133,7 @@ TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
             "The value of @message is longer than 4000 characters.");
   EXPECT_NE(failure({"o'x", "m", "s"}, true), "no failure");
   EXPECT_EQ(failure({"o'x", "why?", "s"}, true),
-            "The driver gave no reason. Does a question mark stand outside the strings, as behind an "
+            "The driver gave no reason. Is there a question mark outside the strings, as after an "
             "unpaired quote?");
 }
 
@@ -194,7 +194,7 @@ std::string Reply(char place, char value, char size = 15) {
 
 TEST_F(UnreliableServer, IsToldByItsFirstAnswer) {
   const std::string port = std::to_string(tds->Port());
-  const std::string foreign = "What answers on port " + port +
+  const std::string foreign = "The program that answers on port " + port +
                               " of 127.0.0.1 is not a SQL Server. Please check the server's name and port.";
   const std::string inTwoPackets = std::string("\x04\0\0\x09\0\0\0\0\xFF\x04\x01\0\x08\0\0\0\0", 17);
   for (const auto& [hook, failure] :
@@ -245,34 +245,27 @@ TEST_F(UnreliableServer, IsReachedByAllFormsOfItsNameAndWithAnyPassword) {
     }
 }
 
-// Waits for a client's question "on which port does the instance listen?" and answers it once.
-std::string AnsweredQuestion(const tds::LoopbackSocket& browser, const std::string& port) {
-  std::array<char, 1024> question{};
-  sockaddr_in client{};
-  socklen_t size = sizeof client;
-  auto* const address = std::bit_cast<sockaddr*>(&client);
-  const auto count = ::recvfrom(browser.Descriptor(), question.data(), question.size(), 0, address, &size);
-  const std::string text =
-      "ServerName;HOST;InstanceName;SALES;IsClustered;No;Version;16.0.1000.6;tcp;" + port + ";;";
-  const std::string answer = "\x05" + std::string(1, static_cast<char>(text.size())) + '\0' + text;
-  ::sendto(browser.Descriptor(), answer.data(), answer.size(), 0, address, size);
-  return {question.data(), static_cast<std::size_t>(std::max(count, ssize_t{0}))};
+// What a browser service answers about the instance.
+std::string BrowserAnswer(std::uint16_t port) {
+  const std::string text = "ServerName;HOST;InstanceName;SALES;IsClustered;No;Version;16.0.1000.6;tcp;" +
+                           std::to_string(port) + ";;";
+  return "\x05" + std::string(1, static_cast<char>(text.size())) + '\0' + text;
 }
 
 TEST_F(UnreliableServer, IsFoundByTheNameOfItsInstance) {
-  const auto browser = tds::LoopbackSocket::Bound(SOCK_DGRAM);
+  const auto browser = tds::LoopbackSocket::Datagram();
   const auto open = [&](const std::string& name, std::uint16_t port) {
-    OdbcConnection connection(SystemFiles(), UsualOdbcDriver(), port);
+    OdbcConnection connection(SystemFiles(), DefaultSqlDriver(), port);
     connection.ConnectionTimeout = std::chrono::seconds(2);
     return OpeningFailure(name, user, password, std::move(connection));
   };
   std::string question;
-  std::thread answering([&] { question = AnsweredQuestion(browser, std::to_string(tds->Port())); });
+  std::thread answering([&] { question = browser.AnswerDatagram(BrowserAnswer(tds->Port())); });
   EXPECT_EQ(open("127.0.0.1\\sales", browser.Port()), "no failure");
   browser.Shutdown();
   answering.join();
   EXPECT_EQ(question, std::string("\x04sales\0", 7));
-  const auto silent = tds::LoopbackSocket::Bound(SOCK_DGRAM);
+  const auto silent = tds::LoopbackSocket::Datagram();
   const std::string none =
       "The SQL Server Browser service of 127.0.0.1 (UDP port 1434) gave no answer about instance ";
   EXPECT_EQ(open("127.0.0.1\\OTHER", silent.Port()),

@@ -1,7 +1,7 @@
 // Installing sp_sendPLN over the real driver: what is in the database afterwards, and the boxes on the way.
 #include "sql/ProcedureInstaller.h"
 
-#include <unistd.h>
+#include <filesystem>
 
 #include "sql/InstallScript.h"
 #include "tests/sql/SqlServerFixture.h"
@@ -85,7 +85,7 @@ TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
   ExpectRefusal("no_such_db", "Could not switch the database context to no_such_db.", "");
   folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS SELECT 'x");
   ExpectRefusal(Database(), kCreate, "");
-  ::unlink((folder / kInstallScript).c_str());
+  std::filesystem::remove(folder / kInstallScript);
   ExpectRefusal(Database(), kCreate, folder / kInstallScript);
   EXPECT_EQ(Procedure(), "");
 }

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "base/Utf16.h"
+#include "platform/SqlServers.h"
 #include "platform/posix/FolderRegistry.h"
 #include "sql/ConnectionString.h"
 #include "sql/InstallScript.h"
@@ -84,7 +85,7 @@ TEST(SqlInstances, AreThoseOfTheRegistryUnderTheMachinesName) {
 
 TEST(SqlInstances, AreNotAssumedWhereARegistryIsNamed) {
   ::setenv("PELLORIN_REGISTRY", "/no/such/folder", 1);
-  EXPECT_FALSE(IsDefaultInstanceAssumed(*SystemRegistry(SystemFiles()), SystemFiles()));
+  EXPECT_FALSE(HasUnlistedSqlServer(SystemFiles()));
   ::unsetenv("PELLORIN_REGISTRY");
 }
 

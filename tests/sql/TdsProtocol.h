@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/posix/LoopbackSocket.h"
+
 namespace pellorin::tds {
 
 enum class MessageType : std::uint8_t {
@@ -31,8 +33,8 @@ struct ProtocolError : std::runtime_error {
 };
 
 // Join and split packets.
-std::optional<Message> ReadMessage(int descriptor);  // nothing once the connection is closed
-void WriteReply(int descriptor, std::string_view reply);
+std::optional<Message> ReadMessage(const LoopbackSocket& socket);  // nothing once the connection is closed
+void WriteReply(const LoopbackSocket& socket, std::string_view reply);
 
 struct Login {
   std::string user, password;

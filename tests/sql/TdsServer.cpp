@@ -1,7 +1,6 @@
 #include "tests/sql/TdsServer.h"
 
 #include <gtest/gtest.h>
-#include <netinet/tcp.h>
 
 #include "tests/sql/TdsReply.h"
 
@@ -13,14 +12,14 @@ constexpr std::string_view kTransaction{"\0\0\0\0\0\0\0\1", 8};  // identifies t
 // One client's conversation.
 class Conversation {
  public:
-  Conversation(int descriptor, TdsDatabase& database, TdsJournal& journal)
-      : descriptor_(descriptor), database_(database), journal_(journal) {}
+  Conversation(const LoopbackSocket& socket, TdsDatabase& database, TdsJournal& journal)
+      : socket_(socket), database_(database), journal_(journal) {}
 
   // Until either side closes the connection; an open transaction is then rolled back.
   void Run() {
     try {
       while (isOpen_) {
-        const std::optional<Message> message = ReadMessage(descriptor_);
+        const std::optional<Message> message = ReadMessage(socket_);
         if (!message) break;
         Handle(*message);
       }
@@ -62,13 +61,13 @@ class Conversation {
   bool Intervene(const Hook& hook) {
     switch (hook.kind) {
       case Hook::Kind::kSilent:
-        while (ReadMessage(descriptor_)) continue;
+        while (ReadMessage(socket_)) continue;
         [[fallthrough]];
       case Hook::Kind::kDrop:
         isOpen_ = false;
         return true;
       case Hook::Kind::kBytes:
-        ::send(descriptor_, hook.text.data(), hook.text.size(), MSG_NOSIGNAL);
+        socket_.Write(hook.text);
         return true;
       case Hook::Kind::kError: {
         TokenWriter reply;
@@ -86,7 +85,7 @@ class Conversation {
   void AnswerPrelogin() const {
     constexpr std::string_view kOptions{"\x00\x00\x0B\x00\x06\x01\x00\x11\x00\x01\xFF", 11};
     constexpr std::string_view kValues{"\x10\x00\x03\xE8\x00\x00\x02", 7};
-    WriteReply(descriptor_, std::string(kOptions) + std::string(kValues));
+    WriteReply(socket_, std::string(kOptions) + std::string(kValues));
   }
 
   void AnswerLogin(const Login& login) {
@@ -139,9 +138,9 @@ class Conversation {
     Send(reply);
   }
 
-  void Send(const TokenWriter& reply) const { WriteReply(descriptor_, reply.Bytes()); }
+  void Send(const TokenWriter& reply) const { WriteReply(socket_, reply.Bytes()); }
 
-  int descriptor_;
+  const LoopbackSocket& socket_;
   TdsDatabase& database_;
   TdsJournal& journal_;
   TdsSession session_;
@@ -150,7 +149,7 @@ class Conversation {
 
 }  // namespace
 
-TdsServer::TdsServer() : listener_(LoopbackSocket::Bound(SOCK_STREAM)) {
+TdsServer::TdsServer() : listener_(LoopbackSocket::Listening()) {
   acceptor_ = std::thread([this] { Accept(); });
 }
 
@@ -167,14 +166,12 @@ TdsServer::~TdsServer() {
 
 void TdsServer::Accept() {
   while (true) {
-    LoopbackSocket socket(::accept4(listener_.Descriptor(), nullptr, nullptr, SOCK_CLOEXEC));
+    LoopbackSocket socket = listener_.Accept();
     const std::lock_guard lock(mutex_);
-    if (isStopping_ || socket.Descriptor() < 0) return;
-    const int noDelay = 1;
-    ::setsockopt(socket.Descriptor(), IPPROTO_TCP, TCP_NODELAY, &noDelay, sizeof noDelay);
+    if (isStopping_ || !socket.IsOpen()) return;
     Client& client = clients_.emplace_back(std::move(socket));
     client.thread = std::thread([this, &client] {
-      Conversation(client.socket.Descriptor(), database_, *this).Run();
+      Conversation(client.socket, database_, *this).Run();
       const std::lock_guard closing(mutex_);
       client.socket.Close();
     });

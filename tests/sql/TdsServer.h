@@ -7,9 +7,9 @@
 #include <mutex>
 #include <thread>
 
-#include "tests/sql/LoopbackSocket.h"
 #include "tests/sql/TdsDatabase.h"
 #include "tests/sql/TdsJournal.h"
+#include "tests/support/posix/LoopbackSocket.h"
 
 namespace pellorin::tds {
 

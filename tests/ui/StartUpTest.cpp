@@ -1,7 +1,6 @@
 // From the start of the program to the first window.
-#include <unistd.h>
-
 #include <QRegularExpression>
+#include <filesystem>
 
 #include "tests/ui/WindowFixture.h"
 
@@ -64,7 +63,7 @@ TEST_F(StartUp, ChoosesTheFirstPage) {
     SCOPED_TRACE(row.ini);
     if (row.hasQueue) WriteQueue("Night", kQueueXml);
     ASSERT_TRUE(Start(row.ini));
-    if (row.hasQueue) ::unlink(QueuePath("Night").c_str());
+    if (row.hasQueue) std::filesystem::remove(QueuePath("Night"));
     Names entries;
     for (const std::string& selector : Words(selectors)) entries.push_back(Joined(Entries(selector), " "));
     EXPECT_EQ(Joined(entries, "|"), row.entries);

@@ -28,7 +28,7 @@ void ScriptReview::Open() {
   editor ? StartEditor(*editor) : View();
 }
 
-void ScriptReview::StartEditor(const ProgramStart& editor) {
+void ScriptReview::StartEditor(const TextEditor& editor) {
   auto* process = new QProcess;  // without a parent, whose end would end the editor
   process->setStandardInputFile(QProcess::nullDevice());
   process->setStandardOutputFile(QProcess::nullDevice());

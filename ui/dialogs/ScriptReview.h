@@ -23,7 +23,7 @@ class ScriptReview : public QObject {
   void Open();
 
  private:
-  void StartEditor(const ProgramStart& editor);
+  void StartEditor(const TextEditor& editor);
   void View();
   bool Read(std::string& script);
 

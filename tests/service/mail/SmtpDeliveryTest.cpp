@@ -173,7 +173,7 @@ TEST(SmtpDelivery, SaysWhatTheServerRefuses) {
        "MAIL"},
       {{"EHLO=250 AUTH LOGIN", "AUTH=334 VXNlcm5hbWU6", "LOGIN=334 x"},
        login,
-       "67 Login failed: the dialogue with the mail server P was not what its kind of login prescribes. "
+       "67 Login failed: the dialogue with the mail server P did not follow the rules of this kind of login. "
        "Nothing was sent.",
        "MAIL"},
       {{"EHLO=250 test.invalid"},

@@ -1,8 +1,6 @@
 // The dialog that installs sp_sendPLN, driven by keys and clicks over the real engine and driver.
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QPlainTextEdit>
+#include <filesystem>
 
 #include "sql/InstallScript.h"
 #include "tests/sql/SqlServerFixture.h"
@@ -300,7 +298,7 @@ TEST_F(NewSqlServerTest, ShowsTheScript) {
   const QByteArray path = qgetenv("PATH");
   const auto review = [&](const std::string& desktop) {  // what xdg-open does; when empty, there is none
     folder.Write("bin/xdg-open", "#!/bin/sh\n" + desktop + "\n");
-    ::chmod((folder / "bin/xdg-open").c_str(), 0755);
+    std::filesystem::permissions(folder / "bin/xdg-open", std::filesystem::perms::owner_all);
     qputenv("PATH", desktop.empty() ? "" : QByteArray::fromStdString(folder / "bin") + ":" + path);
     Click("btnReviewSource");
   };
@@ -314,7 +312,7 @@ TEST_F(NewSqlServerTest, ShowsTheScript) {
   review("");
   ExpectScriptViewAndCloseIt();
   qputenv("PATH", path);
-  ::unlink((folder / kInstallScript).c_str());
+  std::filesystem::remove(folder / kInstallScript);
   messages.WillShowSome();
   Click("btnReviewSource");
   EXPECT_EQ(messages.Last().icon, MessageIcon::Exclamation);

@@ -1,8 +1,7 @@
 // The page of the queues, driven by keys and clicks over a real service folder. What counts is what the saved
 // files hold.
-#include <unistd.h>
-
 #include <QDate>
+#include <filesystem>
 
 #include "config/DateTimeText.h"
 #include "files/FileLookup.h"
@@ -175,20 +174,6 @@ TEST_F(QueuesPageTest, KeepsTheQueuesOfEachInstance) {
   EXPECT_EQ(OnOf("lstQueueApplServers lstQueueFilter btnAddQueueFilter"), "");
 }
 
-TEST_F(QueuesPageTest, EachBoxStandsForItsDay) {
-  WriteQueue("Q", Replaced(kDailyQueue, "daily\"", "weekly\" days=\"\""));
-  Open();
-  Click("chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday chkSunday");
-  SaveSuccessfully();
-  EXPECT_EQ(Stored("Q", "days"), "monday,tuesday,wednesday,thursday,friday,saturday,sunday");
-}
-
-TEST_F(QueuesPageTest, AStartTimeOfBlanksShowsTheDefault) {
-  WriteQueue("Q", Replaced(kDailyQueue, "12:00 AM", "  "));
-  Open();
-  EXPECT_EQ(Text("txtStartTime"), "12:00 AM");
-}
-
 TEST_F(QueuesPageTest, OffersNoDeletedInstanceAndChangesNoQueueThatCannotBeWritten) {
   const std::pair<std::string, const char*> queues[] = {
       {kDailyQueue, "B"},
@@ -205,34 +190,6 @@ TEST_F(QueuesPageTest, OffersNoDeletedInstanceAndChangesNoQueueThatCannotBeWritt
     SaveSuccessfully();
     EXPECT_EQ(QueueFile("Q").substr(0, 14), xml.substr(0, 14));
   }
-}
-
-TEST_F(QueuesPageTest, FollowsTheUsersLocale) {
-  locale.dateOrder = DateOrder::DayMonthYear;
-  locale.dateSeparator = ".";
-  locale.twelveHourClock = false;
-  locale.am = locale.pm = "";
-  locale.decimalSeparator = ",";
-  locale.thousandsSeparator = ".";
-  WriteQueue("Bare", "<queue/>");
-  WriteQueue("German",
-             Replaced(Replaced(kDailyQueue, "11/22/2026", "22.11.2026"), "11/22/2926", "31.12.2926"));
-  Open();
-  const std::string today = QDate::currentDate().toString(QStringLiteral("d.M.yyyy")).toStdString();
-  EXPECT_EQ(Text("txtStartDate"), today);
-  Choose("cmbQueues", 1);
-  Click("optEndDate txtStartDate");
-  Press("Home Up");  // the day
-  EXPECT_EQ(Text("lblScheduleSummary"), "Every day at 23:05, from 23.11.2026 until 31.12.2926");
-  ClickTab(0);
-  Replace("txtConnectionTimeout", "1.000,5");
-  SaveSuccessfully();
-  EXPECT_EQ(Stored("MAIL:one", "ConnectionTimeout"), "1.000,5");
-  messages.WillAsk("Email Address", "Please enter an email address to send the test email to", "a@b");
-  messages.WillShowSome();
-  Click("btnTestMailServer");
-  ASSERT_EQ(sent.size(), 1u);
-  EXPECT_NE(sent[0].message.find("Send On: " + today + " "), std::string::npos) << sent[0].message;
 }
 
 TEST_F(QueuesPageTest, ScrollsToTheChosenOfManyInstances) {
@@ -412,7 +369,7 @@ TEST_F(QueuesPageTest, AFileWhoseNameIsNotTextIsShownAndDeletedAsItself) {
 
 TEST_F(QueuesPageTest, AddsNothingWithoutTheTemplate) {
   Open();
-  ::unlink(QueuePath("defaultQUEUE").c_str());
+  std::filesystem::remove(QueuePath("defaultQUEUE"));
   messages.WillAsk("New Queue", "Please enter the name of the new queue", "Q");
   messages.WillShowSome();
   Click("btnAddQueue");

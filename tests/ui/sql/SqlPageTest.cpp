@@ -1,4 +1,6 @@
 // The page of the SQL Server instances, driven by keys and clicks over a real service folder.
+#include <filesystem>
+
 #include "tests/ui/WindowFixture.h"
 
 namespace pellorin::test {
@@ -111,7 +113,7 @@ TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
   Click("btnClearSecondaryServer");
   Choose("cmbStylesheet", 1);
   EXPECT_FALSE(Find("lblSqlNotice").isVisible() || hasTabIcon());
-  ::unlink((folder / ("Service/HTMLStylesheets/" + Text("cmbStylesheet"))).c_str());
+  std::filesystem::remove(folder / ("Service/HTMLStylesheets/" + Text("cmbStylesheet")));
   const std::string gone = Text("cmbStylesheet");
   Click("btnRefreshStylesheets");
   EXPECT_EQ(Text("lblSqlNotice"), Replaced(sheet, "gone.css", gone));
@@ -212,7 +214,7 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   Click("btnAddNewSqlServer");
   EXPECT_EQ(Entries("cmbSQLServer"), Names{"A"});
   setup.succeeds = true;
-  ::unlink((folder / "Service/HTMLStylesheets/Default.CSS").c_str());
+  std::filesystem::remove(folder / "Service/HTMLStylesheets/Default.CSS");
   Click("btnRefreshStylesheets");
   WillInstall("HOST7", "sales");
   Click("btnAddNewSqlServer");

@@ -1,4 +1,4 @@
-// The network addresses of a host. The one place that turns a host's name into them.
+// The network addresses of a host. No other file turns names into addresses.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +10,15 @@ namespace pellorin {
 enum class SocketKind { Stream, Datagram };
 
 struct HostAddress {
-  int family = 0;  // the system's own number, as OpenSocket takes it
+  int family = 0;  // the three arguments of ::socket
   int type = 0;
   int protocol = 0;
-  std::string bytes = {};  // as the system's socket functions take it, with the port
+  std::string bytes = {};  // the sockaddr, with the port
 };
 
 struct HostAddresses {
   std::vector<HostAddress> found;  // empty for an unknown host
-  std::string problem;             // why none was found, in the system's words
+  std::string problem;             // why there is none, in the system's words
 };
 
 // Asks the system's name service, which sets its own time limit.
