@@ -27,7 +27,7 @@ std::optional<char> AnsiCodeOf(char32_t character) {
 
 }  // namespace
 
-// Nearly every text is ASCII, which is the same in both.
+// Nearly every text is ASCII, which is the same in both encodings.
 std::string AnsiToUtf8(std::string_view ansi) {
   if (IsAscii(ansi)) return std::string(ansi);
   std::string utf8;

@@ -1,5 +1,5 @@
-// Code page 1252 on every system: the text of Pellorin.ini. The five codes without a character (81 8D 8F 90
-// 9D) stand for U+0081 ... U+009D, as the system that the file comes from converts them.
+// Code page 1252, in which Pellorin.ini is written on every system. The five codes without a character (81,
+// 8D, 8F, 90, 9D) stand for U+0081 to U+009D.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@ namespace pellorin {
 
 std::string AnsiToUtf8(std::string_view ansi);
 
-// Nothing when a character has no code in the code page, or when the text is not valid UTF-8.
+// Nothing when a character is not in the code page, or the text is not valid UTF-8.
 std::optional<std::string> Utf8ToAnsi(std::string_view utf8);
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// The time that a conversation may take.
+// The end of the time that a conversation may take.
 #pragma once
 
 #include <algorithm>

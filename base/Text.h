@@ -13,12 +13,12 @@ namespace pellorin {
 
 inline constexpr std::string_view kBlanks = " \t";
 
-inline constexpr std::string_view kUtf8Mark =
-    "\xEF\xBB\xBF";  // the byte-order marks that a file may begin with
+// The byte-order marks with which a file may begin.
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 inline constexpr std::string_view kUtf16LittleMark = "\xFF\xFE";
 inline constexpr std::string_view kUtf16BigMark = "\xFE\xFF";
 
-// Of one byte of UTF-8 or of code page 1252.
+// These two take one byte of UTF-8 or of code page 1252.
 inline bool IsAscii(char byte) {
   return static_cast<unsigned char>(byte) < 0x80;
 }
@@ -26,7 +26,7 @@ inline bool IsControlCharacter(char byte) {
   return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
 }
 
-// Eight bytes at a time: nearly every text that is loaded is asked.
+// Eight bytes at a time, because nearly every text is checked while it is loaded.
 inline bool IsAscii(std::string_view text) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080u;
   std::uint64_t bits = 0;
@@ -57,8 +57,8 @@ inline std::string_view WithoutOuterBlanks(std::string_view text) {
   return text;
 }
 
-// Splits at a separator of one or more characters. The empty text has no parts; otherwise there is one part
-// more than there are separators, so parts at the ends and between two separators may be empty.
+// Splits at a separator of one or more characters: SplitAt(",", "a,,b") is {"a", "", "b"}. The empty text has
+// no parts.
 inline std::vector<std::string> SplitAt(std::string_view separator, std::string_view text) {
   std::vector<std::string> parts;
   if (text.empty()) return parts;

@@ -50,8 +50,8 @@ std::string FoldCase(std::string_view text) {
 
 std::uint32_t HashIgnoringCase(std::string_view text) {
   constexpr std::uint64_t kNonAscii = 0x8080808080808080u;
-  constexpr std::uint64_t kSmallLetters =
-      0x2020202020202020u;  // also makes one of some signs, which does no harm
+  // Makes all letters small. Some other signs become equal too, which does no harm.
+  constexpr std::uint64_t kSmallLetters = 0x2020202020202020u;
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;
   std::uint64_t hash = text.size();
   std::uint64_t allBits = 0;
@@ -73,7 +73,7 @@ std::uint32_t HashIgnoringCase(std::string_view text) {
     add(word);
   }
   if ((allBits & kNonAscii) == 0) return static_cast<std::uint32_t>(hash);
-  // Some letters fold to ASCII ones (the Kelvin sign to "k"): then the hash is that of the ASCII text.
+  // Some letters fold to ASCII, such as the Kelvin sign to "k". Then the hash is that of the ASCII text.
   const std::string folded = FoldCase(text);
   return IsAscii(folded) ? HashIgnoringCase(folded)
                          : static_cast<std::uint32_t>(std::hash<std::string>{}(folded));

@@ -1,6 +1,5 @@
-// Comparing UTF-8 texts without regard to letter case, as names of sections, settings and files are compared:
-// character by character, the same on every system and in every locale. Bytes that are not UTF-8 are compared
-// as they are.
+// Compares UTF-8 texts without regard to letter case, as the names of sections, settings and files need it:
+// character by character, the same on every system and in every locale. Other bytes are compared as they are.
 #pragma once
 
 #include <cstdint>

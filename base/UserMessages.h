@@ -1,5 +1,5 @@
-// What the program says to and asks of its user, free of widgets. Texts are UTF-8 and plain: never markup.
-// Line breaks are CR LF.
+// The messages and questions to the user, free of widgets. Texts are plain UTF-8, never markup. Line breaks
+// are CR LF.
 #pragma once
 
 #include <optional>
@@ -25,7 +25,7 @@ class UserMessages {
  public:
   virtual ~UserMessages() = default;
   virtual Answer Show(const Message& message) = 0;
-  // What the user typed, exactly; empty when cancelled.
+  // The user's text, unchanged. Empty when cancelled.
   virtual std::string AskForText(const std::string& title, const std::string& prompt) = 0;
 };
 

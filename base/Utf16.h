@@ -1,4 +1,4 @@
-// UTF-16 texts, as wide interfaces take them. What is no UTF-8 or UTF-16 becomes U+FFFD.
+// UTF-16 texts, as wide interfaces take them. Invalid UTF-8 and UTF-16 becomes U+FFFD.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace pellorin {
 std::u16string ToUtf16(std::string_view utf8);
 std::string ToUtf8(std::u16string_view utf16);
 
-// The first `most` UTF-16 units of a UTF-8 text, with "..." after them when something was cut.
+// The first `most` UTF-16 units of a UTF-8 text, with "..." after them if the text is longer.
 std::string Shortened(std::string_view utf8, std::size_t most);
 
 }  // namespace pellorin

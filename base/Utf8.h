@@ -1,4 +1,4 @@
-// UTF-8 text, character by character.
+// UTF-8 texts, character by character.
 #pragma once
 
 #include <array>
@@ -54,8 +54,7 @@ inline void AppendUtf8(std::string& text, char32_t value) {
   append(0x80 | (value & 0x3F));
 }
 
-// The text with each byte that is not UTF-8, and each control character, as "\xNN": for showing any name on
-// one line.
+// Shows any name on one line: each byte that is not UTF-8, and each control character, becomes "\xNN".
 inline std::string Escaped(std::string_view text) {
   std::string shown;
   for (std::size_t position = 0; position < text.size();) {
