@@ -148,7 +148,7 @@ void SmtpTransfer::KeepResult(CURLcode result) {
   long systemError = 0;
   curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
   if (result == CURLE_COULDNT_CONNECT && systemError != 0)
-    resultText_ = std::generic_category().message(static_cast<int>(systemError));
+    resultText_ = std::system_category().message(static_cast<int>(systemError));
   phase_ = ReachedPhase();
 }
 
