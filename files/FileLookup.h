@@ -18,17 +18,15 @@ std::string ReadFile(FileOperations& files, const std::string& path);
 // The same, but nothing when the file is missing.
 std::optional<std::string> ReadFileIfPresent(FileOperations& files, const std::string& path);
 
-// The names in `folder` that equal `name` except for letter case, sorted. None when the folder cannot be
-// listed.
+// The names in `folder` that equal `name` except for letter case, sorted. None if it cannot be listed.
 std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
                                      const std::string& name);
 
-// How the file or folder `name` is spelled in `folder`: exactly so if that exists, else as the only name that
-// differs in letter case alone. `name` as given when there is no such name, or more than one.
+// The spelling of the file or folder `name` in `folder`: exactly that if it exists, else the only name that
+// differs in letter case alone. `name` as given when there is none, or more than one.
 std::string FindIgnoringCase(FileOperations& files, const std::string& folder, const std::string& name);
 
-// Whether both paths lead to the same folder. Links are followed; letter case and final separators do not
-// matter.
+// Whether both paths lead to the same folder. Follows links; ignores letter case and final separators.
 bool SameFolder(FileOperations& files, const std::string& left, const std::string& right);
 
 }  // namespace pellorin

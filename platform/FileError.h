@@ -8,7 +8,7 @@
 
 namespace pellorin {
 
-// What this program itself finds wrong with a file or folder.
+// Problems of a file or folder that this program finds itself.
 enum class FileProblem { Missing, IsFolder, IsNotFolder, IsNotOrdinaryFile, TooLarge, ReadOnly, NotWritten };
 
 // The number that the system gives for such a problem.

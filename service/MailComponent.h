@@ -30,8 +30,7 @@ struct MailArguments {
 
 class MailComponent {
  public:
-  // Returns whether a running send shall go on. Called several times a second, on the thread that called
-  // Send.
+  // Whether a running send shall go on. Called several times a second, on the thread that called Send.
   using Watch = std::function<bool()>;
 
   virtual ~MailComponent() = default;

@@ -14,8 +14,7 @@ namespace {
 
 constexpr const char* kSource = "ReachedServer";
 
-// Whether servers without encryption are refused. An unknown value is an error, so that it does not pass for
-// "no".
+// Whether servers without encryption are refused. An unknown value is an error: it must not pass for "no".
 bool IsEncryptionRequired() {
   constexpr const char* kVariable = "PELLORIN_SQL_ENCRYPTION";
   const std::string chosen = EnvironmentOr(kVariable, "");

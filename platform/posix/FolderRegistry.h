@@ -10,8 +10,7 @@ class FolderRegistry : public Registry {
   // The folders are created by the first value that is written.
   FolderRegistry(FileOperations& files, std::string root);
 
-  // The root of this machine's tree: the environment variable PELLORIN_REGISTRY, else
-  // /etc/pellorin/registry.
+  // The root of this machine's tree: the variable PELLORIN_REGISTRY, else /etc/pellorin/registry.
   static std::string SystemRoot();
   // Whether somebody has laid out this machine's tree: the variable is set, or the folder exists.
   static bool HasSystemRoot(FileOperations& files);

@@ -1,6 +1,5 @@
 // Mail addresses as users type them: a@b, Name <a@b>, "Last, First" <a@b>. Outside quotes, ";" and ","
-// separate several of them. A MailFailure refuses every text that a mail server could take for something
-// else.
+// separate them. A text that a mail server could take for something else is refused with a MailFailure.
 #pragma once
 
 #include <string>

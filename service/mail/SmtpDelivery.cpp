@@ -24,7 +24,7 @@ std::future<void> Start(SmtpTransfer& transfer) {
   }
 }
 
-// Waits for the end of the transfer and asks the watch meanwhile. Cuts a closing short that takes more than
+// Waits for the end of the transfer while asking the watch. Cuts the closing short when it takes more than
 // two seconds or exceeds the time-out.
 void WaitFor(std::future<void>& end, SmtpTransfer& transfer, int timeout, const MailComponent::Watch& watch) {
   constexpr std::chrono::milliseconds kBetweenLooks(50);

@@ -41,7 +41,7 @@ std::string RefusedThing(const SmtpDialogue& dialogue, const MailMessage& messag
   return thing;
 }
 
-// What the server still had to send.
+// The answer that the server still owed.
 std::string AwaitedThing(const SmtpTransfer& transfer) {
   switch (transfer.Phase()) {
     case SmtpPhase::LookUp:
