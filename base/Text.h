@@ -57,8 +57,8 @@ inline std::string_view WithoutOuterBlanks(std::string_view text) {
   return text;
 }
 
-// Splits at a separator of one or more characters: SplitAt(",", "a,,b") is {"a", "", "b"}. The empty text has
-// no parts.
+// Splits at a separator of one or more characters: SplitAt(",", "a,,b") is {"a", "", "b"}. The
+// empty text has no parts.
 inline std::vector<std::string> SplitAt(std::string_view separator, std::string_view text) {
   std::vector<std::string> parts;
   if (text.empty()) return parts;

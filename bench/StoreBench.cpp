@@ -128,8 +128,8 @@ class Sender {
   int count_ = 0;
 };
 
-// Each side has a file of its own with the same content at the start, and reads it as it is at that moment
-// first.
+// Each side has a file of its own with the same content at the start, and reads it as it is
+// at that moment first.
 Comparison CompareSave(const std::string& title, const ProgramFolder& ours, const ProgramFolder& theirs,
                        int sectionNumber) {
   const std::string name = MailSectionName(sectionNumber);

@@ -13,8 +13,8 @@ namespace {
 using std::chrono::seconds;
 using std::chrono::year_month_day;
 
-// The rest of a text whose letter case is already folded. Reads two-digit years only if it is given the
-// present year.
+// The rest of a text whose letter case is already folded. Reads two-digit years only if it is
+// given the present year.
 class Cursor {
  public:
   explicit Cursor(std::string_view folded, std::optional<std::chrono::year> presentYear = {})

@@ -1,5 +1,5 @@
-// Dates and times written as the locale does, with four-digit years. What is written reads back as the same
-// value (DateTimeText.h).
+// Dates and times written as the locale does, with four-digit years. What is written reads back as the
+// same value (DateTimeText.h).
 #pragma once
 
 #include <string>

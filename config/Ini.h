@@ -70,8 +70,8 @@ class Ini {
 
   // Call it once, on a new document. After a failure the document is incomplete: do not save it.
   void Load(const std::string& iniFileName);
-  // Removes the deleted sections, then writes the changed ones, each time from the last to the first. Ends at
-  // the first failure.
+  // Removes the deleted sections, then writes the changed ones, each time from the last to the first. Ends
+  // at the first failure.
   void Save();
   const SaveReport& LastSave() const { return lastSave_; }
 

@@ -30,8 +30,8 @@ bool SkipDigits(std::string_view& rest) {
   return rest.size() != before;
 }
 
-// A separator may follow any digit: the text is checked while it is typed, and "1," and "1,00" are on the way
-// to "1,000".
+// A separator may follow any digit: the text is checked while it is typed, and "1," and "1,00" are
+// on the way to "1,000".
 bool SkipGroupedDigits(std::string_view& rest, std::string_view separator) {
   bool any = false;
   while (SkipDigits(rest)) {

@@ -38,8 +38,8 @@ int CodeOf(char character) {
   return static_cast<unsigned char>(character);
 }
 
-// Seeding overwrites the whole state, so a fresh generator per call is equivalent to one that lives as long
-// as the program.
+// Seeding overwrites the whole state, so a fresh generator per call is equivalent to one that lives as
+// long as the program.
 RandomGenerator SeededFrom(const std::string& keyCodes) {
   RandomGenerator generator;
   generator.Randomize(static_cast<double>(generator.NextFrom(-1.0F)));

@@ -16,8 +16,8 @@ inline constexpr std::string_view kPasswordKey = "{3A9C0B57-E2D4-4F81-9C6A-1B7E5
 // n characters become n + ceil(n / 3). NumberedError 500111 for a text outside the code page.
 std::string EncryptString(std::string_view text, std::string_view key);
 
-// Any stored text gives some clear text, even one typed by hand. NumberedError 500112 for a text outside the
-// code page.
+// Any stored text gives some clear text, even one typed by hand. NumberedError 500112 for a text
+// outside the code page.
 std::string DecryptString(std::string_view stored, std::string_view key);
 
 // The value of a setting as Pellorin.ini holds it. Scrambled for "Password", "SqlPassword" and

@@ -1,5 +1,5 @@
-// The names that a section of Pellorin.ini, after its prefix, and a queue can bear so that the next start
-// finds them again.
+// The names that a section of Pellorin.ini, after its prefix, and a queue can bear so that the next
+// start finds them again.
 #pragma once
 
 #include <string>

@@ -12,8 +12,8 @@ namespace pellorin {
 
 inline constexpr std::uint64_t kLargestFile = 16u * 1024 * 1024;  // bytes
 
-// The file's whole content. FileError when the file is missing, unreadable, not an ordinary file or larger
-// than kLargestFile.
+// The file's whole content. FileError when the file is missing, unreadable, not an ordinary file or
+// larger than kLargestFile.
 std::string ReadFile(FileOperations& files, const std::string& path);
 // The same, but nothing when the file is missing.
 std::optional<std::string> ReadFileIfPresent(FileOperations& files, const std::string& path);

@@ -1,5 +1,5 @@
-// The system's registry: values of raw bytes, filed under keys whose parts are separated by "/". Letter case
-// does not matter.
+// The system's registry: values of raw bytes, filed under keys whose parts are separated by "/". Letter
+// case does not matter.
 //
 //   registry.WriteValue("SOFTWARE/Pellorin", "Folder", "/srv/pellorin");
 //   registry.ReadValue("software/pellorin", "FOLDER");  // "/srv/pellorin"

@@ -30,8 +30,8 @@ std::string FreeTdsText(const ReachedServer& server, std::chrono::seconds comman
 
 }  // namespace
 
-// Braces keep a value together up to "};". No value holds that, because a ";" ends a value of the connection
-// string already.
+// Braces keep a value together up to "};". No value holds that, because a ";" ends a value of the
+// connection string already.
 std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
                        const ReachedServer& server, std::chrono::seconds commandTimeout) {
   return "DRIVER={" + driver + "};" +

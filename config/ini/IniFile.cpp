@@ -30,8 +30,8 @@ std::string WrongEncoding(std::string_view encoding) {
          ". Please save it with a text editor as ANSI (code page 1252).";
 }
 
-// Recognises UTF-16 without a mark: two ASCII characters, each with a NUL before or after it. No profile file
-// begins like this.
+// Recognises UTF-16 without a mark: two ASCII characters, each with a NUL before or after it. No profile
+// file begins like this.
 bool LooksLikeUtf16(std::string_view bytes) {
   if (bytes.size() < 4) return false;
   const auto isNul = [bytes](std::size_t position) { return bytes[position] == '\0'; };

@@ -18,8 +18,8 @@ bool ReadIniSection(const ProfileFile& file, const std::string& path, const std:
                     SettingList& settings);
 
 // The lines that hold the settings: {Port: "25", Password: "abc"} gives "Port=25" and "Password=ulf\".
-// NumberedError, with the reason and no path, when a line cannot hold a value or all lines together could not
-// be read again.
+// NumberedError, with the reason and no path, when a line cannot hold a value or all lines together
+// could not be read again.
 std::vector<std::string> IniSectionLines(const SettingList& settings);
 
 // A section's place in the file, from its first load or save to its removal. Remembers what forbids writing

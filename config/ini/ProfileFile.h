@@ -45,8 +45,8 @@ class ProfileFile {
   // The file's bytes with these lines in the first section of that name, or in a new section at the end. A
   // line that reads as the one given stays as it is.
   std::string WithSection(std::string_view section, const std::vector<std::string>& lines) const;
-  // The file's bytes without the header and the entries of the first section of that name. Its comments and
-  // blank lines stay.
+  // The file's bytes without the header and the entries of the first section of that name. Its comments
+  // and blank lines stay.
   std::string WithoutSection(std::string_view section) const;
 
  private:

@@ -23,8 +23,8 @@ std::string FileNameFor(const std::string& queueName) {
   return queueName + std::string(kExtension);
 }
 
-// Where the first ".xml" begins, in any letter case. Folding the whole name could change its length before
-// that place.
+// Where the first ".xml" begins, in any letter case. Folding the whole name could change its
+// length before that place.
 std::size_t FindExtension(std::string_view fileName) {
   std::size_t position = 0;
   while (!StartsWithIgnoringCase(fileName.substr(position), kExtension)) ++position;

@@ -18,8 +18,8 @@ struct MailMessage {
   std::string body;  // line ends may be CRLF, CR or LF
 };
 
-// `uniqueId`: letters and digits that no other message has. MailFailure when the subject or a name holds a
-// control character.
+// `uniqueId`: letters and digits that no other message has. MailFailure when the subject or a name holds
+// a control character.
 std::string BuildMessage(const MailMessage& message, std::time_t sentAt, const std::string& uniqueId);
 
 // The local time and its offset from UTC, in every locale: "Sun, 22 Nov 2026 23:05:00 +0100".

@@ -1,5 +1,5 @@
-// The settings of one mail server as the service finds them: the saved section "MAIL:" + name of
-// Pellorin.ini.
+// The settings of one mail server as the service finds them: the saved section "MAIL:" +
+// name of Pellorin.ini.
 #pragma once
 
 #include <string>

@@ -91,8 +91,8 @@ inline void SetValues(Section& section, const std::string& values) {
   }
 }
 
-// "name{setting=value;...}" of every section, with its type's number in front and marks behind: "!" changed,
-// "?" unusable queue.
+// "name{setting=value;...}" of every section, with its type's number in front and marks behind: "!"
+// changed, "?" unusable queue.
 inline std::string Shown(const Section& section) {
   std::string shown =
       std::to_string(static_cast<int>(section.SectionType)) + section.Name.substr(0, section.Name.find('|'));

@@ -22,8 +22,8 @@ struct Hook {
   static Hook Error(int number, std::string text, Transaction transaction = Transaction::kKept) {
     return {Kind::kError, number, std::move(text), transaction};
   }
-  // Does what a batch asks and answers so, with the error behind the result (a count where there would be
-  // none).
+  // Does what a batch asks and answers so, with the error behind the result (a count where
+  // there would be none).
   static Hook ErrorAfterResult(int number, std::string text) {
     return {Kind::kErrorAfterResult, number, std::move(text)};
   }
@@ -49,8 +49,8 @@ class TdsJournal {
     return found != passwords_.end() && found->second == login.password;
   }
 
-  // Steps are counted over all connections: each PRELOGIN, LOGIN7, batch, call and transaction request is
-  // one.
+  // Steps are counted over all connections: each PRELOGIN, LOGIN7, batch, call and
+  // transaction request is one.
   void AtStep(int step, const Hook& hook) {
     const std::lock_guard lock(mutex_);
     hooks_[step] = hook;

@@ -1,5 +1,5 @@
-// The system's file operations, of which the n-th one fails (or writes only half of its bytes before
-// failing).
+// The system's file operations, of which the n-th one fails (or writes only half of its
+// bytes before failing).
 #pragma once
 
 #include <cerrno>

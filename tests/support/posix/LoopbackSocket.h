@@ -71,8 +71,8 @@ class LoopbackSocket {
     return {question.data(), static_cast<std::size_t>(count)};
   }
 
-  // Wakes a thread that reads, writes or accepts here. Reports an error for a datagram socket, yet wakes its
-  // reader too.
+  // Wakes a thread that reads, writes or accepts here. Reports an error for a datagram socket, yet
+  // wakes its reader too.
   void Shutdown() const {
     if (IsOpen()) ::shutdown(descriptor_, SHUT_RDWR);
   }

@@ -1,5 +1,5 @@
-// The page of the queues, driven by keys and clicks over a real service folder. What counts is what the saved
-// files hold.
+// The page of the queues, driven by keys and clicks over a real service folder. What counts is what
+// the saved files hold.
 #include <QDate>
 #include <filesystem>
 
