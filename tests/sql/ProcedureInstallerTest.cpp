@@ -81,6 +81,7 @@ TEST_F(ProcedureInstallerTest, SaysWhatFailedAndChangesNothing) {
               "correctly and that the account you use to connect has sufficient permissions.\r\n" +
                   refusal));
   EXPECT_FALSE(Install());
+  EXPECT_NE(installer.SecurityNote(), "") << "the password was sent";
   login.password = password;
   ExpectRefusal("no_such_db", "Could not switch the database context to no_such_db.", "");
   folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS SELECT 'x");

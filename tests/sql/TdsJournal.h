@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/sql/TdsProtocol.h"
+#include "tests/sql/TdsMessages.h"
 
 namespace pellorin::tds {
 
@@ -22,8 +22,7 @@ struct Hook {
   static Hook Error(int number, std::string text, Transaction transaction = Transaction::kKept) {
     return {Kind::kError, number, std::move(text), transaction};
   }
-  // Does what a batch asks and answers so, with the error behind the result (a count where
-  // there would be none).
+  // Does what a batch asks; the error follows the result.
   static Hook ErrorAfterResult(int number, std::string text) {
     return {Kind::kErrorAfterResult, number, std::move(text)};
   }

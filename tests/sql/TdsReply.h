@@ -2,36 +2,35 @@
 #pragma once
 
 #include "base/Utf16.h"
-#include "tests/sql/TdsProtocol.h"
+#include "tests/sql/TdsMessages.h"
 
 namespace pellorin::tds {
 
 enum class Change : std::uint8_t { kDatabase = 1, kBegun = 8, kCommitted = 9, kRolledBack = 10 };
 
-enum class End : std::uint8_t { kStatement = 0xFD, kCall = 0xFE };
-enum EndFlags : std::uint8_t { kMoreResults = 0x01, kFailed = 0x02, kCounted = 0x10, kAttention = 0x20 };
+enum DoneFlags : std::uint8_t { kMoreResults = 0x01, kFailed = 0x02, kCounted = 0x10, kAttention = 0x20 };
 
 // Builds a reply token by token.
 class TokenWriter {
  public:
   const std::string& Bytes() const { return bytes_; }
 
-  void Changed(Change change, std::string_view now, std::string_view before) {
+  void TransactionChanged(Change change) {
+    constexpr std::string_view kTransaction{"\x08\0\0\0\0\0\0\0\1", 9};  // identifies the open one
+    constexpr std::string_view kNone{"\0", 1};
     TokenWriter body;
     body.Number(static_cast<std::uint8_t>(change), 1);
-    for (const std::string_view value : {now, before}) {
-      if (change == Change::kDatabase) {
-        body.Text(value, 1);
-      } else {
-        body.Number(value.size(), 1);
-        body.bytes_ += value;
-      }
-    }
+    body.bytes_ += change == Change::kBegun ? kTransaction : kNone;
+    body.bytes_ += change == Change::kBegun ? kNone : kTransaction;
     Token(0xE3, body);
   }
 
   void DatabaseChanged(const std::string& now, const std::string& before) {
-    Changed(Change::kDatabase, now, before);
+    TokenWriter body;
+    body.Number(static_cast<std::uint8_t>(Change::kDatabase), 1);
+    body.Text(now, 1);
+    body.Text(before, 1);
+    Token(0xE3, body);
     Note(0xAB, 5701, 0, "Changed database context to '" + now + "'.");
   }
 
@@ -46,44 +45,37 @@ class TokenWriter {
     Token(0xAD, body);
   }
 
-  // One column without a name that may be NULL.
-  void Result(const ResultSet& result, bool hasMore) {
+  // One column without a name, nvarchar(max).
+  void Result(const Rows& rows, bool hasMore) {
+    constexpr std::string_view kCollation{"\x09\x04\xD0\x00\x34",
+                                          5};  // Latin 1, code page 1252, no letter case
     Number(0x81, 1);
     Number(1, 2);  // columns
     Number(0, 4);  // no type of the user's
     Number(1, 2);  // may be NULL
-    if (result.column == ResultSet::Column::kCount) {
-      Number(kIntType, 1);
-      Number(4, 1);
-    } else {
-      Number(kNvarcharType, 1);
-      Number(kUnlimited, 2);
-      bytes_ += kCollation;
-    }
+    Number(0xE7, 1);
+    Number(0xFFFF, 2);  // of any length
+    bytes_ += kCollation;
     Text("", 1);
-    for (const auto& row : result.rows) Value(result.column, row);
-    Done(End::kStatement, kCounted | (hasMore ? unsigned{kMoreResults} : 0u), result.rows.size());
+    for (const std::string& row : rows) {
+      const std::string wide = WideBytes(row);
+      Number(0xD1, 1);
+      Number(wide.size(), 8);
+      if (!wide.empty()) Number(wide.size(), 4);
+      bytes_ += wide;
+      Number(0, 4);
+    }
+    Done(kCounted | (hasMore ? unsigned{kMoreResults} : 0u), rows.size());
   }
 
-  void ReturnStatus(std::uint32_t status) {
-    Number(0x79, 1);
-    Number(status, 4);
-  }
-
-  void Done(End end, unsigned flags = 0, std::size_t rows = 0) {
-    Number(static_cast<std::uint8_t>(end), 1);
+  void Done(unsigned flags = 0, std::size_t rows = 0) {
+    Number(0xFD, 1);
     Number(flags, 2);
     Number(0, 2);
     Number(rows, 8);
   }
 
  private:
-  // Latin 1, code page 1252, no letter case.
-  static constexpr std::string_view kCollation{"\x09\x04\xD0\x00\x34", 5};
-  static constexpr std::uint8_t kIntType = 0x26, kNvarcharType = 0xE7;
-  static constexpr std::uint64_t kUnlimited = 0xFFFF;
-  static constexpr std::uint64_t kNull = ~0ull;
-
   static std::string WideBytes(std::string_view text) {
     std::string bytes;
     for (const char16_t unit : ToUtf16(text)) {
@@ -110,32 +102,16 @@ class TokenWriter {
     bytes_ += body.bytes_;
   }
 
-  void Note(std::uint8_t token, int number, int severity, std::string_view text) {
+  void Note(std::uint8_t token, int number, std::uint64_t severity, std::string_view text) {
     TokenWriter body;
     body.Number(static_cast<std::uint64_t>(number), 4);
     body.Number(1, 1);  // state
-    body.Number(static_cast<std::uint64_t>(severity), 1);
+    body.Number(severity, 1);
     body.Text(text, 2);
     body.Text("TESTSERVER", 1);
     body.Text("", 1);   // procedure
     body.Number(1, 4);  // line
     Token(token, body);
-  }
-
-  void Value(ResultSet::Column column, const std::optional<std::string>& value) {
-    Number(0xD1, 1);
-    if (column == ResultSet::Column::kCount) {
-      Number(4, 1);
-      Number(std::stoul(value.value()), 4);
-    } else if (!value) {
-      Number(kNull, 8);
-    } else {
-      const std::string wide = WideBytes(*value);
-      Number(wide.size(), 8);
-      if (!wide.empty()) Number(wide.size(), 4);
-      bytes_ += wide;
-      Number(0, 4);
-    }
   }
 
   std::string bytes_;

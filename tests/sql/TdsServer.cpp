@@ -7,8 +7,6 @@
 namespace pellorin::tds {
 namespace {
 
-constexpr std::string_view kTransaction{"\0\0\0\0\0\0\0\1", 8};  // identifies the open one
-
 // One client's conversation.
 class Conversation {
  public:
@@ -34,7 +32,7 @@ class Conversation {
   void Handle(const Message& message) {
     if (message.type == MessageType::kAttention) {
       TokenWriter reply;
-      reply.Done(End::kStatement, kAttention);
+      reply.Done(kAttention);
       return Send(reply);
     }
     const Hook hook = journal_.NextStep();
@@ -46,10 +44,9 @@ class Conversation {
         return AnswerLogin(journal_.Recorded(ParseLogin(message.body)));
       case MessageType::kBatch:
         return Answer(database_.Execute(session_, journal_.Recorded(ParseBatch(message.body))), hook);
-      case MessageType::kCall: {
-        const Call call = journal_.Recorded(ParseCall(message.body));
-        return Answer(database_.Execute(session_, call.statement, call.values), hook);
-      }
+      case MessageType::kCall:
+        return Answer(database_.Execute(session_, journal_.Recorded(ParseCall(message.body)).statement),
+                      hook);
       case MessageType::kTransaction:
         return AnswerTransaction(ParseTransaction(message.body));
       default:
@@ -72,7 +69,7 @@ class Conversation {
       case Hook::Kind::kError: {
         TokenWriter reply;
         if (hook.transaction == Hook::Transaction::kRolledBack && !database_.End(session_, false))
-          reply.Changed(Change::kRolledBack, {}, kTransaction);
+          reply.TransactionChanged(Change::kRolledBack);
         SendError(reply, {hook.number, hook.text});
         return true;
       }
@@ -94,25 +91,20 @@ class Conversation {
     if (!isOpen_) return SendError(reply, {18456, "Login failed for user '" + login.user + "'."});
     reply.DatabaseChanged(session_.database, "master");
     reply.LoginAcknowledged();
-    reply.Done(End::kStatement);
+    reply.Done();
     Send(reply);
   }
 
   void Answer(Outcome outcome, const Hook& hook) const {
     if (hook.kind == Hook::Kind::kErrorAfterResult && !outcome.error) {
-      if (!outcome.result) outcome.result = ResultSet{ResultSet::Column::kCount, {"1"}};
+      if (!outcome.rows) outcome.rows = Rows{"a row"};
       outcome.error = SqlError{hook.number, hook.text};
     }
     TokenWriter reply;
     if (outcome.databaseBefore) reply.DatabaseChanged(session_.database, *outcome.databaseBefore);
-    if (outcome.result) reply.Result(*outcome.result, outcome.error.has_value());
+    if (outcome.rows) reply.Result(*outcome.rows, outcome.error.has_value());
     if (outcome.error) return SendError(reply, *outcome.error);
-    if (outcome.ranProcedure) {
-      reply.ReturnStatus(0);
-      reply.Done(End::kCall);
-    } else if (!outcome.result) {
-      reply.Done(End::kStatement);
-    }
+    if (!outcome.rows) reply.Done();
     Send(reply);
   }
 
@@ -122,19 +114,19 @@ class Conversation {
     const bool commits = request.kind == TransactionRequest::Kind::kCommit;
     if (!begins) {
       if (const auto error = database_.End(session_, commits)) return SendError(reply, *error);
-      reply.Changed(commits ? Change::kCommitted : Change::kRolledBack, {}, kTransaction);
+      reply.TransactionChanged(commits ? Change::kCommitted : Change::kRolledBack);
     }
     if (begins || request.beginsAgain) {
       database_.Begin(session_);
-      reply.Changed(Change::kBegun, kTransaction, {});
+      reply.TransactionChanged(Change::kBegun);
     }
-    reply.Done(End::kStatement);
+    reply.Done();
     Send(reply);
   }
 
   void SendError(TokenWriter& reply, const SqlError& error) const {
     reply.Error(error);
-    reply.Done(End::kStatement, kFailed);
+    reply.Done(kFailed);
     Send(reply);
   }
 

@@ -10,6 +10,7 @@
 #include "sql/OdbcConnection.h"
 #include "tests/support/RecordingMessages.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/ui/FakeSetup.h"
 #include "tests/ui/WindowUser.h"
 #include "ui/frmMain.h"
 
@@ -39,24 +40,6 @@ inline std::string Replaced(std::string text, const std::string& from, const std
   return text.replace(position, from.size(), to);
 }
 
-// An installer that does as the test says and remembers what it was asked.
-class FakeSetup : public ProcedureSetup {
- public:
-  std::optional<Names> ListDatabases(const SqlLogin& /*login*/) override { return databases; }
-  bool Install(const SqlLogin& login, const Installation& installation) override {
-    asked = login.server + " " + (login.isTrusted ? "trusted" : login.user + "/" + login.password) + " " +
-            installation.database + (installation.grantsToAll ? " all" : "") +
-            (installation.allowsTempTables ? " temp" : "");
-    return succeeds;
-  }
-
-  std::string SecurityNote() const override { return note; }
-
-  bool succeeds = true;
-  Names databases = {"accounts", "master", "sales"};
-  std::string asked, note;
-};
-
 class WindowFixture : public ::testing::Test,
                       protected WindowUser,
                       private MailComponent,
@@ -70,7 +53,7 @@ class WindowFixture : public ::testing::Test,
   bool Start(const std::string& ini, const std::string& commandLine = {}) {
     if (!ini.empty()) WriteIni(ini);
     window = std::make_unique<frmMain>(Components{SystemFiles(), *boxes, *mailComponent, *this, *this, setup,
-                                                  [this] { return Connection(); },
+                                                  [this] { return connect(); },
                                                   [this] { return localInstances; }, program, locale});
     if (!window->Form_Load(commandLine)) return false;
     window->activateWindow();
@@ -166,7 +149,7 @@ class WindowFixture : public ::testing::Test,
   RecordingMessages messages;
   UserMessages* boxes = &messages;  // whom the window talks to
   MailComponent* mailComponent = this;
-  std::function<void()> onConnect;
+  SqlConnectionFactory connect = [] { return std::make_unique<OdbcConnection>(SystemFiles()); };
   std::string installFolder = program;
   FakeSetup setup;
   LocaleConventions locale;
@@ -181,10 +164,6 @@ class WindowFixture : public ::testing::Test,
 
  private:
   QWidget& Used() const override { return *window; }
-  std::unique_ptr<SqlConnection> Connection() const {
-    if (onConnect) onConnect();
-    return std::make_unique<OdbcConnection>(SystemFiles());
-  }
   std::string InstallFolder() override { return installFolder; }
   std::string Version() override { return "7.8.9"; }
   void SetWatch(Watch watch) override { watch_ = std::move(watch); }

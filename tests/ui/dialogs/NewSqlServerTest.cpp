@@ -1,36 +1,25 @@
-// The dialog that installs sp_sendPLN, driven by keys and clicks over the real engine and driver.
+// The dialog that installs sp_sendPLN, driven by keys and clicks.
+#include "ui/dialogs/frmNewSqlServer.h"
+
 #include <QPlainTextEdit>
 #include <filesystem>
 
 #include "sql/InstallScript.h"
-#include "tests/sql/SqlServerFixture.h"
 #include "tests/support/RecordingMessages.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/ui/FakeSetup.h"
 #include "tests/ui/WindowUser.h"
-#include "ui/dialogs/frmNewSqlServer.h"
 
 namespace pellorin::test {
 namespace {
 
-const std::string kScript =
-    "CREATE PROCEDURE sp_sendPLN AS\r\n--sqlstart\r\nSELECT 1\r\n--sqlend\r\nSELECT 2";
+const std::string kLoginFields = "ddcSqlServers txtSqlUsername txtSqlPassword";
+const Names kDatabases = {"accounts", "master", "sales"};
 
-// A connection that gives up soon, whatever the engine grants it.
-class HastyConnection : public OdbcConnection {
- public:
-  HastyConnection() : OdbcConnection(SystemFiles()) {}
-  void Open() override {
-    ConnectionTimeout = std::chrono::seconds(1);
-    OdbcConnection::Open();
-  }
-};
-
-class NewSqlServerTest : public SqlServerTest, protected WindowUser {
+class NewSqlServerTest : public ::testing::Test, protected WindowUser {
  protected:
-  NewSqlServerTest() { folder.Write(kInstallScript, kScript); }
   void TearDown() override {
     dialog.reset();
-    SqlServerTest::TearDown();
     messages.ExpectNoMore();
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
   }
@@ -38,7 +27,7 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
   void Make() {
     dialog = std::make_unique<frmNewSqlServer>(
         nullptr,
-        InstallerServices{installer, messages, SystemFiles(), [this] { return instances; }, folder.Path(),
+        InstallerServices{setup, messages, SystemFiles(), [this] { return instances; }, folder.Path(),
                           [this](QWidget& owner) { helped += &owner == dialog.get() ? 1 : 0; }});
   }
   void Show() {
@@ -50,23 +39,19 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
   void MakeAndLogIn() {  // as the user does it, up to the database, with whole lines copied from elsewhere
     Make();
     Show();
-    Paste("ddcSqlServers", server + "\r\n");
+    Paste("ddcSqlServers", "HOST1\r\n");
     Click("optSqlNative");
     EXPECT_EQ(FocusName(), "txtSqlUsername");
-    Paste("txtSqlUsername", user + "\n");
-    Paste("txtSqlPassword", password + "\n");
+    Paste("txtSqlUsername", "sa\n");
+    Paste("txtSqlPassword", "p w\n");
   }
   void Lock(const std::string& instance, const std::string& inDatabase) {  // one that is configured already
     dialog->SetServer(instance);
     dialog->SetIsServerReadOnly(true);
     dialog->SetDatabase(inDatabase);
     dialog->SetAuthenticationType("sql");
-    dialog->SetUsername(user);
-    dialog->SetPassword(password);
-  }
-  bool OffersDatabase() {
-    const Names entries = Entries("cmbDatabase");
-    return std::count(entries.begin(), entries.end(), Database()) == 1;
+    dialog->SetUsername("sa");
+    dialog->SetPassword("p w");
   }
   void ExpectUsable() {
     messages.ExpectNoMore();
@@ -85,14 +70,14 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
         post(new QKeyEvent(type, key, {}, QString::fromLatin1(text)));
     QCoreApplication::postEvent(dialog.get(), new QCloseEvent);
   }
-  void ExpectScriptViewAndCloseIt() {
+  void ExpectScriptViewAndCloseIt(const std::string& script) {
     QDialog* view = nullptr;
     ASSERT_TRUE(QTest::qWaitFor([&] {
       view = dialog->findChild<QDialog*>(QStringLiteral("frmScriptView"));
       return view != nullptr && view->isVisible();
     }));
     auto* text = view->findChild<QPlainTextEdit*>();
-    EXPECT_EQ(text->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")).toStdString(), kScript);
+    EXPECT_EQ(text->toPlainText().toStdString(), script);
     EXPECT_TRUE(text->isReadOnly());
     QTest::keyClick(view, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -100,14 +85,7 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
 
   TemporaryFolder folder;
   RecordingMessages messages;
-  int connections = 0;
-  std::function<void()> onConnect;
-  ProcedureInstaller installer{[this] {
-                                 ++connections;
-                                 if (onConnect) onConnect();
-                                 return std::make_unique<HastyConnection>();
-                               },
-                               SystemFiles(), folder.Path(), messages};
+  FakeSetup setup;
   Names instances;
   int helped = 0;
   std::unique_ptr<frmNewSqlServer> dialog;
@@ -117,94 +95,79 @@ class NewSqlServerTest : public SqlServerTest, protected WindowUser {
 };
 
 TEST_F(NewSqlServerTest, OpensAsToldAndFollowsTheKeyboard) {
-  const std::string fields = "ddcSqlServers txtSqlUsername txtSqlPassword";
   instances = {"", "HOST1", "HOST1\\SALES", ""};
   Make();
   EXPECT_EQ(Entries("ddcSqlServers"), Names({"HOST1", "HOST1\\SALES"}));
-  EXPECT_EQ(dialog->Server() + " " + dialog->AuthenticationType() + " " + OnOf(fields),
-            "HOST1 Trusted ddcSqlServers");
+  EXPECT_EQ(dialog->Server(), "HOST1");
+  EXPECT_EQ(dialog->AuthenticationType(), "Trusted");
+  EXPECT_EQ(OnOf(kLoginFields), "ddcSqlServers");
   Lock("no such host", "a 'b' [c]");
   Show();
-  EXPECT_EQ(Text(fields + " cmbDatabase"), "no such host|" + user + "|" + password + "|a 'b' [c]");
-  EXPECT_EQ(OnOf(fields), "txtSqlUsername txtSqlPassword");
+  EXPECT_EQ(Text(kLoginFields + " cmbDatabase"), "no such host|sa|p w|a 'b' [c]");
+  EXPECT_EQ(OnOf(kLoginFields), "txtSqlUsername txtSqlPassword");
   EXPECT_EQ(Text("lblLoginNotice"),
             "These credentials are for this installation only: the service's own stay as they are.");
+  EXPECT_EQ(dialog->AuthenticationType(), "Sql");
+  EXPECT_EQ(FocusName(), "optSqlNative");
   const QColor paper = Find("txtSqlUsername").palette().color(QPalette::Base);
-  EXPECT_EQ(dialog->AuthenticationType() + FocusName(), "SqloptSqlNative");
   Press(Qt::Key_Up);
-  EXPECT_EQ(dialog->AuthenticationType() + FocusName(), "TrustedoptTrusted");
+  EXPECT_EQ(dialog->AuthenticationType(), "Trusted");
+  EXPECT_EQ(FocusName(), "optTrusted");
   EXPECT_NE(Find("txtSqlUsername").palette().color(QPalette::Base), paper);
   Click("btnHelp");
   Press(Qt::Key_F1);
   EXPECT_EQ(helped, 2);
+  EXPECT_EQ(setup.calls, 0) << "a server was asked";
   ExpectUsable();
 }
 
 TEST_F(NewSqlServerTest, ListsTheDatabasesForTheUser) {
-  Database();
+  setup.note = "how the installer was connected";
   MakeAndLogIn();
   Press(Qt::Key_Tab);
-  EXPECT_EQ(dialog->Database() + "|" + FocusName(), "master|cmbDatabase");
-  EXPECT_TRUE(OffersDatabase());
-  EXPECT_TRUE(Text("lblConnectionNotice").starts_with("The connection to " + server + " was "));
+  EXPECT_EQ(setup.asked, "list HOST1 sa/p w");
+  EXPECT_EQ(Entries("cmbDatabase"), kDatabases);
+  EXPECT_EQ(Text("cmbDatabase lblConnectionNotice"), "master|how the installer was connected");
+  EXPECT_EQ(FocusName(), "cmbDatabase");
   EXPECT_TRUE(Find("lblConnectionNotice").isVisible());
   for (const std::string typed : {"", "not [there]"}) {
     Paste("cmbDatabase", typed);
     Click("btnRefresh");
     EXPECT_EQ(dialog->Database(), typed.empty() ? "master" : typed);
-    EXPECT_TRUE(OffersDatabase());
   }
   // Another instance has other databases; what the user typed for it stays.
-  Paste("ddcSqlServers", server + "x");
+  Paste("ddcSqlServers", "HOST1x");
   EXPECT_EQ(dialog->Database(), "not [there]");
   EXPECT_TRUE(Entries("cmbDatabase").empty());
   EXPECT_FALSE(Find("lblConnectionNotice").isVisible());
-  Paste("ddcSqlServers", server);
-  const int before = connections;
   Find("cmbDatabase").setFocus();  // not by the user
   EXPECT_TRUE(Entries("cmbDatabase").empty());
+  const int before = setup.calls;
   Press("Tab Shift+Tab");
-  EXPECT_TRUE(OffersDatabase());
+  EXPECT_EQ(Entries("cmbDatabase"), kDatabases);
   EXPECT_EQ(dialog->Database(), "not [there]");
-  EXPECT_EQ(connections, before + 1);
+  EXPECT_EQ(setup.calls, before + 1);
   // One click on its arrow loads the list and opens it.
-  Paste("ddcSqlServers", server + " ");
-  Paste("ddcSqlServers", server);
+  Paste("ddcSqlServers", "HOST2");
   const auto& list = Find<QComboBox>("cmbDatabase");
   ClickAt(list.mapTo(dialog.get(), QPoint(list.width() - 8, list.height() / 2)));
-  EXPECT_TRUE(OffersDatabase() && list.view()->isVisible());
+  EXPECT_EQ(Entries("cmbDatabase"), kDatabases);
+  EXPECT_TRUE(list.view()->isVisible());
 }
 
 TEST_F(NewSqlServerTest, AFailedListComesBackOnlyWhenAskedFor) {
-  struct Row {
-    std::string password;
-    std::string title = "Connection Error";
-    int step = 0;
-    Hook hook = {};
-  };
-  std::vector<Row> rows{{"wrong"}, {""}};
-  if (tds) {
-    rows.push_back({password, "Connection Error", 1, Hook::Silent()});
-    rows.push_back(
-        {password, "SQL Error", kOpening + 1, Hook::Error(229, "The SELECT permission was denied.")});
-  }
   MakeAndLogIn();
-  for (const Row& row : rows) {
-    Paste("txtSqlPassword", row.password);
-    if (row.step > 0) tds->AtStep(tds->Steps() + row.step, row.hook);
-    messages.WillShowSome();
-    Press(Qt::Key_Tab);
-    EXPECT_EQ(messages.Last().title, row.title) << row.step;
-    EXPECT_EQ(dialog->Database() + "|" + FocusName(), "|cmbDatabase");
-    ExpectUsable();
-    if (tds) {
-      EXPECT_EQ(dialog->SecurityNote().empty(), row.step == 1) << "the password was sent: " << row.step;
-    }
-    Press("Shift+Tab Tab");  // shows no box again
-    Paste("txtSqlPassword", "other");
-    EXPECT_EQ(dialog->SecurityNote(), "");
-  }
-  Paste("txtSqlPassword", password);
+  setup.databases.reset();
+  setup.note = "the password was sent";
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(dialog->Database() + "|" + FocusName(), "|cmbDatabase");
+  EXPECT_EQ(dialog->SecurityNote(), setup.note);
+  ExpectUsable();
+  Press("Shift+Tab Tab");
+  EXPECT_EQ(setup.calls, 1) << "it was asked for again";
+  Paste("txtSqlPassword", "other");
+  EXPECT_EQ(dialog->SecurityNote(), "");
+  setup.databases = kDatabases;
   Click("btnRefresh");
   EXPECT_EQ(dialog->Database(), "master");
 }
@@ -237,59 +200,41 @@ TEST_F(NewSqlServerTest, RefusesBeforeItConnects) {
   }
   messages.WillShow(sign);
   Click("btnRefresh");
-  EXPECT_EQ(connections, 0);
-  Lock("tcp:" + server, "");  // an instance that is configured already is never refused for its name
+  EXPECT_EQ(setup.calls, 0);
+  Lock("tcp:HOST2", "");  // an instance that is configured already is never refused for its name
   Click("btnRefresh");
   EXPECT_EQ(dialog->Database(), "master");
 }
 
-TEST_F(NewSqlServerTest, InstallsAndUpdates) {
+TEST_F(NewSqlServerTest, InstallsWhatTheUserChose) {
   MakeAndLogIn();
   Press("Tab Ctrl+A");
-  Type(Database());
-  EXPECT_EQ(dialog->Database(), Database());
+  Type("orders");
+  setup.succeeds = false;
   Press(Qt::Key_Return);
-  EXPECT_TRUE(dialog->Configured());
-  EXPECT_FALSE(dialog->isVisible());
-  EXPECT_EQ(Procedure(), kScript);
-  EXPECT_FALSE(IsGranted());
-
-  Make();
-  Lock(server, Database());
-  Show();
+  EXPECT_EQ(setup.asked, "install HOST1 sa/p w orders");
+  ExpectUsable();
   Click("optAllUsers chkAllowTempTables");
+  setup.succeeds = true;
   Press("Alt+S");
   EXPECT_TRUE(QTest::qWaitFor([this] { return dialog->Configured(); }));  // a mnemonic clicks after a moment
-  EXPECT_TRUE(IsGranted());
-  EXPECT_NE(Procedure().find("/* --sqlstart\r\nSELECT 1\r\n--sqlend */"), std::string::npos) << Procedure();
-}
-
-TEST_F(NewSqlServerTest, StaysUsableWhenTheCommitIsNotAnswered) {
-  if (IsReal()) GTEST_SKIP() << "needs a server that fails on demand";
-  MakeAndLogIn();
-  Paste("cmbDatabase", Database());
-  tds->AtStep(tds->Steps() + kOpening + 5, Hook::Drop());
-  messages.WillShow(Warning("SQL Error",
-                            "The server did not answer the commit: sp_sendPLN may have been created. Please "
-                            "check the database, or run the setup again.\r\nUnexpected EOF from the server"));
-  Click("btnSetup");
-  EXPECT_EQ(FocusName(), "btnSetup");
-  ExpectUsable();
+  EXPECT_EQ(setup.asked, "install HOST1 sa/p w orders all temp");
+  EXPECT_FALSE(dialog->isVisible());
 }
 
 TEST_F(NewSqlServerTest, NothingIsClickedWhileTheServerWorks) {
   MakeAndLogIn();
-  Paste("cmbDatabase", Database());
-  onConnect = [this] { PressEverything("btnRefresh"); };
-  Click("btnRefresh");
-  QCoreApplication::processEvents();
-  ExpectUsable();
-  EXPECT_EQ(dialog->Database() + "|" + FocusName(), Database() + "|btnRefresh");
-  onConnect = [this] { PressEverything("btnSetup"); };
-  Click("btnSetup");
-  QCoreApplication::processEvents();
-  EXPECT_TRUE(dialog->Configured());
-  EXPECT_EQ(connections, 2);
+  Paste("cmbDatabase", "orders");
+  for (const std::string button : {"btnRefresh", "btnSetup"}) {
+    setup.onCall = [&] { PressEverything(button); };
+    setup.succeeds = false;
+    Click(button);
+    QCoreApplication::processEvents();
+    ExpectUsable();
+    EXPECT_EQ(dialog->Database(), "orders");
+    EXPECT_EQ(FocusName(), button);
+  }
+  EXPECT_EQ(setup.calls, 2);
 }
 
 TEST_F(NewSqlServerTest, ShowsTheScript) {
@@ -302,15 +247,16 @@ TEST_F(NewSqlServerTest, ShowsTheScript) {
     qputenv("PATH", desktop.empty() ? "" : QByteArray::fromStdString(folder / "bin") + ":" + path);
     Click("btnReviewSource");
   };
+  folder.Write(kInstallScript, "CREATE PROCEDURE sp_sendPLN AS\r\nSELECT 1");
   Make();
   Show();
   review("cd '" + folder.Path() + "'; printf '%s' \"$1\" > part; mv part opened");
   EXPECT_TRUE(QTest::qWaitFor([this] { return folder.Has("opened"); }));
   EXPECT_EQ(folder.Read("opened"), folder / kInstallScript);
-  review("exit 3");
-  ExpectScriptViewAndCloseIt();
-  review("");
-  ExpectScriptViewAndCloseIt();
+  for (const char* desktop : {"exit 3", ""}) {
+    review(desktop);
+    ExpectScriptViewAndCloseIt("CREATE PROCEDURE sp_sendPLN AS\nSELECT 1");
+  }
   qputenv("PATH", path);
   std::filesystem::remove(folder / kInstallScript);
   messages.WillShowSome();

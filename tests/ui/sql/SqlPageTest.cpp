@@ -195,7 +195,7 @@ TEST_F(SqlPageTest, AddsAnInstanceThroughTheInstaller) {
   Click("btnAddNewSqlServer");
   EXPECT_EQ(Text("lblSqlConnection"), setup.note);
   EXPECT_EQ(title, "New Sql Server Instance");
-  EXPECT_EQ(setup.asked, "HOST9 sa/pw sales");
+  EXPECT_EQ(setup.asked, "install HOST9 sa/pw sales");
   EXPECT_EQ(Entries("cmbSQLServer"), (Names{"HOST9", "A"}));
   EXPECT_EQ(Text(kTexts), "sa|pw|300|0||");
   EXPECT_EQ(Text("cmbSQLServer cmbStylesheet lblConfiguredDB"), "HOST9|Default.CSS|sales (sysadmin access) ");
@@ -252,12 +252,12 @@ TEST_F(SqlPageTest, InstallsAgainWithTheLockedInstance) {
   Open(kInstance);
   WillInstall("");
   Click("btnConfigure");
-  EXPECT_EQ(setup.asked, "A sales/ master all") << "nothing stored allows temporary tables";
+  EXPECT_EQ(setup.asked, "install A sales/ master all") << "nothing stored allows temporary tables";
   Open(kInstance + "AllowTempTables=1\r\n");
   WillInstall("");
   Click("btnConfigure");
   EXPECT_EQ(title, "Sql Server Instance A");
-  EXPECT_EQ(setup.asked, "A sales/ master all temp");
+  EXPECT_EQ(setup.asked, "install A sales/ master all temp");
   WillInstall("", "sales");
   Click("btnConfigure");
   EXPECT_EQ(Text("lblConfiguredDB"), "sales (public access) ");

@@ -16,7 +16,6 @@ namespace pellorin::tds {
 enum class MessageType : std::uint8_t {
   kBatch = 0x01,
   kCall = 0x03,
-  kReply = 0x04,
   kAttention = 0x06,
   kTransaction = 0x0E,
   kLogin = 0x10,
@@ -28,6 +27,7 @@ struct Message {
   std::string body;  // of all its packets, without their headers
 };
 
+// A client that speaks otherwise than this server understands.
 struct ProtocolError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -39,39 +39,28 @@ void WriteReply(const LoopbackSocket& socket, std::string_view reply);
 struct Login {
   std::string user, password;
 };
+Login ParseLogin(std::string_view body);
 
-// A parameter of a remote call as received.
-struct CallValue {
-  std::string name;  // with "@"
-  std::optional<std::string> value;
-};
+std::string ParseBatch(std::string_view body);
 
 struct Call {
-  std::string statement;
-  std::vector<CallValue> values;  // of the parameters that the statement names
+  std::string statement;  // with @P1, @P2, … for the values
+  std::vector<std::string> values;
 };
+Call ParseCall(std::string_view body);
 
 struct TransactionRequest {
   enum class Kind { kBegin = 5, kCommit = 7, kRollBack = 8 };
   Kind kind = Kind::kBegin;
   bool beginsAgain = false;
 };
-
-Login ParseLogin(std::string_view body);
-std::string ParseBatch(std::string_view body);
-Call ParseCall(std::string_view body);
 TransactionRequest ParseTransaction(std::string_view body);
 
-// An error message of the server.
+// What the server answers with: an error, or the rows of one column of texts.
 struct SqlError {
   int number = 0;
   std::string text;
 };
-
-struct ResultSet {
-  enum class Column { kCount, kText };  // int, nvarchar(max)
-  Column column = Column::kText;
-  std::vector<std::optional<std::string>> rows;
-};
+using Rows = std::vector<std::string>;
 
 }  // namespace pellorin::tds
