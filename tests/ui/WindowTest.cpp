@@ -158,6 +158,52 @@ TEST_F(Window, NumericBoxesRefuseTheKeyThatMakesNoNumber) {
   EXPECT_EQ(Stored("SQL:DB1", "Width"), "");
 }
 
+// Whether the second control is below the first or to its right, or so are the groups that hold them.
+bool FollowsInReading(const QWidget* first, const QWidget* second) {
+  const QWidget* group = first->parentWidget();
+  while (!group->isAncestorOf(second)) group = group->parentWidget();
+  const auto placeInGroup = [group](const QWidget* part) {
+    while (part->parentWidget() != group) part = part->parentWidget();
+    return part->geometry();
+  };
+  const QRect before = placeInGroup(first), after = placeInGroup(second);
+  return after.top() >= before.bottom() || after.left() >= before.right();
+}
+
+TEST_F(Window, TabReachesEveryFieldInReadingOrder) {
+  WriteQueue("Night", kQueueXml);
+  ASSERT_TRUE(Start(kUsual));
+  // Each row switches other fields on.
+  for (const auto& [tab, options] : {std::pair(0, "optAnonymous"),
+                                     {0, "optLocalMailServer optBasic"},
+                                     {0, "optRemoteMailServer optNTLM"},
+                                     {1, "optTrusted optText"},
+                                     {1, "optSqlNative"},
+                                     {2, "optDaily"},
+                                     {2, "optWeekly optOccursEvery optEndDate optQueueFilter"}}) {
+    SCOPED_TRACE(options);
+    ClickTab(tab);
+    Click(options);
+    QWidget* strip = Find<QTabWidget>("tabMain").tabBar();  // where the walk starts and ends
+    strip->setFocus();
+    Names reached;
+    for (Press("Tab"); QApplication::focusWidget() != strip && reached.size() < 99; Press("Tab")) {
+      if (!reached.empty() && FocusName() == reached.back()) continue;  // a date has several stops
+      if (!reached.empty()) {
+        EXPECT_TRUE(FollowsInReading(&Find(reached.back()), QApplication::focusWidget()))
+            << "from " << reached.back() << " Tab leads back to " << FocusName();
+      }
+      reached.push_back(FocusName());
+    }
+    for (const QWidget* control : window->findChildren<QWidget*>()) {
+      const bool takesTab = (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
+      const std::string name = control->objectName().toStdString();
+      if (!takesTab || !control->isVisible() || !control->isEnabled() || name.starts_with("qt_")) continue;
+      EXPECT_NE(std::ranges::find(reached, name), reached.end()) << "Tab never reaches " << name;
+    }
+  }
+}
+
 TEST_F(Window, TheWheelChangesOnlyTheFieldThatHasTheFocus) {
   WriteQueue("Q1", kDailyQueue);
   WriteQueue("Q2", kDailyQueue);
