@@ -8,12 +8,12 @@
 
 #include "base/TextCase.h"
 #include "config/SectionNames.h"
+#include "dialogs/ui_frmNewSqlServer.h"
 #include "ui/boxes/BusyWindow.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/ControlTags.h"
 #include "ui/controls/ControlValues.h"
 #include "ui/controls/InputHabits.h"
-#include "ui_frmNewSqlServer.h"
 
 namespace pellorin {
 namespace {

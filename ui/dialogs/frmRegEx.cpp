@@ -5,9 +5,9 @@
 #include <QShortcut>
 #include <utility>
 
+#include "dialogs/ui_frmRegEx.h"
 #include "ui/controls/ControlValues.h"
 #include "ui/controls/InputHabits.h"
-#include "ui_frmRegEx.h"
 
 namespace pellorin {
 

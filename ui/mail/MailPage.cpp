@@ -2,8 +2,8 @@
 
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
+#include "mail/ui_MailPage.h"
 #include "ui/controls/ControlValues.h"
-#include "ui_MailPage.h"
 
 namespace pellorin {
 

@@ -9,8 +9,8 @@
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
+#include "queues/ui_QueuesPage.h"
 #include "ui/controls/QtDates.h"
-#include "ui_QueuesPage.h"
 
 namespace pellorin {
 namespace {

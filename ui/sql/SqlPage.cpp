@@ -2,8 +2,8 @@
 
 #include "config/SettingKeys.h"
 #include "config/StyleSheets.h"
+#include "sql/ui_SqlPage.h"
 #include "ui/controls/ControlValues.h"
-#include "ui_SqlPage.h"
 
 namespace pellorin {
 namespace {

@@ -62,6 +62,9 @@ TEST_F(QueuesPageTest, StoresTheDefaultsOfWhatAQueueLacks) {
                 "\" occursevery=\"1\" span=\"\" starttime=\"12:00 AM\" startdate=\"" + today +
                 "\" endtime=\"11:59:59 PM\" enddate=\"" + today +
                 "\" hasenddate=\"0\" title=\"\" queuebydefault=\"none\" queuebydefaultservers=\"\"/>\n");
+  WriteQueue("Bare", "<queue starttime=\"  \"/>");
+  Open();
+  EXPECT_EQ(Text("txtStartTime"), "12:00 AM");
 }
 
 TEST_F(QueuesPageTest, ShowsWhatIsStoredAndStoresNoMore) {
@@ -103,9 +106,9 @@ TEST_F(QueuesPageTest, RefusesAnUnknownFrequencyAndShowsTheRest) {
   EXPECT_FALSE(IsOn("chkMonday"));
   EXPECT_EQ(Text("txtQueueTitle"), "t");
   EXPECT_FALSE(IsModified());
-  Click("optWeekly chkSunday chkTuesday");
+  Click("optWeekly chkSunday chkMonday chkTuesday chkWednesday chkThursday chkFriday chkSaturday");
   SaveSuccessfully();
-  EXPECT_EQ(Stored("Q", "frequency days"), "weekly|tuesday,sunday");
+  EXPECT_EQ(Stored("Q", "frequency days"), "weekly|monday,tuesday,wednesday,thursday,friday,saturday,sunday");
 }
 
 TEST_F(QueuesPageTest, EveryControlStoresItsKey) {
@@ -224,9 +227,8 @@ TEST_F(QueuesPageTest, EditsTheFilter) {
     EXPECT_EQ(user.Entries("cmbField"), Words("Recipients CopyRecipients BlindCopyRecipients Subject Message "
                                               "CallingSQL Query"));
     EXPECT_FALSE(user.IsOn("btnOK"));
-    user.Press("Down Down Down Down");
+    user.Press("Down Down Down Down Tab");
     EXPECT_TRUE(user.IsOn("btnOK"));
-    user.Press(Qt::Key_Tab);
     user.Type("^Invoice");
     user.Click("btnOK");
   });
@@ -236,7 +238,6 @@ TEST_F(QueuesPageTest, EditsTheFilter) {
   Press("Ins");
   WillFill("x", "y", Qt::Key_Escape);
   Press("Ins");
-  EXPECT_EQ(Lines("lstQueueFilter"), "Subject=^Invoice|Sub=a=b");
   ClickLine("lstQueueFilter", 1);
   EXPECT_EQ(OnOf(edits), edits);
   InDialog([](const DialogUser& user) {
@@ -244,28 +245,27 @@ TEST_F(QueuesPageTest, EditsTheFilter) {
     user.Click("btnCancel");
   });
   Press(Qt::Key_Return);
+  EXPECT_EQ(Lines("lstQueueFilter"), "Subject=^Invoice|Sub=a=b");
   WillFill("Query", "1###2");
   ClickLine("lstQueueFilter", 1, true);
-  EXPECT_EQ(Lines("lstQueueFilter"), "Subject=^Invoice|Query=1###2");
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q", "queuebydefaultfilter"), "Subject=^Invoice###Query=1###2");
   Choose("cmbQueues", 1);
   EXPECT_EQ(Lines("lstQueueFilter"), "");
   Choose("cmbQueues", 0);
   EXPECT_EQ(Lines("lstQueueFilter"), "Subject=^Invoice|Query=1|2");
-  EXPECT_EQ(OnOf(edits), "");
-  const Message question =
-      Question("Confirm deletion", "Are you sure you want to delete this filter?", MessageButtons::YesNo);
-  ClickLine("lstQueueFilter", 1);
-  messages.WillShow(question, Answer::No);
-  Click("btnDeleteQueueFilter");
-  for (const char* left : {"Subject=^Invoice|2", "2", ""}) {
-    ClickLine("lstQueueFilter", *left == 'S' ? 1 : 0);
-    messages.WillShow(question, Answer::Yes);
-    Press("Del");
+  for (const auto& [answer, left] : {std::pair(Answer::No, "Subject=^Invoice|Query=1|2"),
+                                     {Answer::Yes, "Query=1|2"},
+                                     {Answer::Yes, "2"},
+                                     {Answer::Yes, ""}}) {
+    ClickLine("lstQueueFilter", 0);
+    messages.WillShow(
+        Question("Confirm deletion", "Are you sure you want to delete this filter?", MessageButtons::YesNo),
+        answer);
+    answer == Answer::No ? Click("btnDeleteQueueFilter") : Press("Del");
     EXPECT_EQ(Lines("lstQueueFilter"), left);
-    EXPECT_EQ(OnOf(edits), "");
   }
+  EXPECT_EQ(OnOf(edits), "");
   Save(Invalid({"QUEUE:Q\r\n- You chose to queue by default based on a filter but the filter is empty"}));
 }
 
