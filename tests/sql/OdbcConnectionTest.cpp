@@ -114,11 +114,10 @@ TEST_F(OdbcConnectionTest, CallsTheProcedureByNamedTexts) {
   SendByParameters(*connection, mail);
   SendToQueue(*connection, {"b@example.com", "line\r\nline", "s"}, "Night");
   if (tds) {
-    const auto call = tds->Calls().at(0);
-    EXPECT_EQ(call.statement,
-              "exec sp_sendPLN @recipients=@P1,@message=@P2,@query=@P3,@attachments=@P4,"
-              "@copy_recipients=@P5,@blind_copy_recipients=@P6,@subject=@P7");
-    EXPECT_EQ(call.values, (Names{mail.recipients, mail.message, "", "", "", "", mail.subject}));
+    EXPECT_EQ(tds->LastCall(),
+              (Names{"exec sp_sendPLN @recipients=@P1,@message=@P2,@query=@P3,@attachments=@P4,"
+                     "@copy_recipients=@P5,@blind_copy_recipients=@P6,@subject=@P7",
+                     mail.recipients, mail.message, "", "", "", "", mail.subject}));
     EXPECT_EQ(tds->Batches().back(),
               "exec sp_sendPLN @recipients='b@example.com',@message='line\r\nline',@subject='s',"
               "@queue='Night'");
@@ -218,7 +217,7 @@ TEST_F(UnreliableServer, GetsNothingInClearWhenItOffersTls) {
             "Unable to connect to data source\r\nThe server offers TLS, so the connection was tried with "
             "encryption only. Please check the server's TLS settings.");
   EXPECT_EQ(tds->Steps(), 3) << "more came than the question, the driver's question and its handshake";
-  EXPECT_TRUE(tds->Logins().empty());
+  EXPECT_TRUE(tds->Users().empty());
   for (const auto& [required, failure] :
        {std::pair("require",
                   "127.0.0.1 does not offer encryption, and PELLORIN_SQL_ENCRYPTION requires it. Please "
@@ -227,7 +226,7 @@ TEST_F(UnreliableServer, GetsNothingInClearWhenItOffersTls) {
     ::setenv("PELLORIN_SQL_ENCRYPTION", required, 1);
     EXPECT_EQ(OpeningFailure(server, user, password), failure);
     ::unsetenv("PELLORIN_SQL_ENCRYPTION");
-    EXPECT_TRUE(tds->Logins().empty());
+    EXPECT_TRUE(tds->Users().empty());
   }
 }
 
@@ -239,34 +238,21 @@ TEST_F(UnreliableServer, IsReachedByAllFormsOfItsNameAndWithAnyPassword) {
     for (const char* name : {"sa", "a b", "u{x}", "{", "{x", "{x}", "x}", "}", "it's", "x=y"}) {
       tds->AddLogin(name, each);
       EXPECT_EQ(OpeningFailure(server, name, each), "no failure") << name << " " << each;
-      EXPECT_EQ(tds->Logins().back().user, name);
+      EXPECT_EQ(tds->Users().back(), name);
     }
 }
 
-// What a browser service answers about the instance.
-std::string BrowserAnswer(std::uint16_t port) {
-  const std::string text = "ServerName;HOST;InstanceName;SALES;IsClustered;No;Version;16.0.1000.6;tcp;" +
-                           std::to_string(port) + ";;";
-  return "\x05" + std::string(1, static_cast<char>(text.size())) + '\0' + text;
-}
-
 TEST_F(UnreliableServer, IsFoundByTheNameOfItsInstance) {
-  const auto browser = tds::LoopbackSocket::Datagram();
-  const auto open = [&](const std::string& name, std::uint16_t port) {
-    OdbcConnection connection(SystemFiles(), DefaultSqlDriver(), port);
+  const auto open = [&](const std::string& name, int browserPort) {
+    OdbcConnection connection(SystemFiles(), DefaultSqlDriver(), static_cast<std::uint16_t>(browserPort));
     connection.ConnectionTimeout = std::chrono::seconds(2);
     return OpeningFailure(name, user, password, std::move(connection));
   };
-  std::string question;
-  std::thread answering([&] { question = browser.AnswerDatagram(BrowserAnswer(tds->Port())); });
-  EXPECT_EQ(open("127.0.0.1\\sales", browser.Port()), "no failure");
-  browser.Shutdown();
-  answering.join();
-  EXPECT_EQ(question, std::string("\x04sales\0", 7));
-  const auto silent = tds::LoopbackSocket::Datagram();
+  EXPECT_EQ(open("127.0.0.1\\sales", tds->BrowserPort()), "no failure");
+  EXPECT_EQ(tds->BrowserQuestions(), Names{std::string("\x04sales\0", 7)});
   const std::string none =
       "The SQL Server Browser service of 127.0.0.1 (UDP port 1434) gave no answer about instance ";
-  EXPECT_EQ(open("127.0.0.1\\OTHER", silent.Port()),
+  EXPECT_EQ(open("127.0.0.1\\OTHER", tds->BrowserPort()),
             none + "OTHER. Please check the name, or give the port, as in 127.0.0.1,1433.");
   EXPECT_TRUE(open("127.0.0.1\\SALES", 1).starts_with(none));  // nobody listens there
 }

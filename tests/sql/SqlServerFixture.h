@@ -31,10 +31,6 @@ std::string SqlFailure(Operation&& operation) {
   }
 }
 
-using tds::Hook;
-using tds::kOpening;
-using tds::TdsServer;
-
 class SqlServerTest : public ::testing::Test {
  protected:
   SqlServerTest() {
