@@ -116,12 +116,14 @@ TEST_F(DateTimePickerTest, TakesKeys) {
   }
   Give(kDate, "1/5/30");
   Press("1 / 5 / 3 0");
-  EXPECT_EQ(Changed() + " " + Shown(), "1/5/2030 1/5/30") << "typing must be able to go on";
+  EXPECT_EQ(Changed(), "1/5/2030");
+  EXPECT_EQ(Shown(), "1/5/30") << "typing must be able to go on";
   Press("Return");
   EXPECT_EQ(Shown(), "1/5/2030");
   Give(kTime, "23:05");
   Press("1 1 : 0 5 Space P M Tab");  // the same moment
-  EXPECT_EQ(Changed() + Shown(), "23:0511:05 PM");
+  EXPECT_EQ(Changed(), "23:05");
+  EXPECT_EQ(Shown(), "11:05 PM");
 }
 
 TEST_F(DateTimePickerTest, StartsAtThePresentWhenBlank) {
@@ -149,7 +151,8 @@ TEST_F(DateTimePickerTest, IsSwitchedOffAndEmptiedByItsTag) {
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_EQ(picker->ValueText(), "2026-11-22");
   tags.StartBrandNew("Sql");
-  EXPECT_EQ(picker->ValueText() + Shown(), "");
+  EXPECT_EQ(picker->ValueText(), "");
+  EXPECT_EQ(Shown(), "");
   EXPECT_EQ(edits, 0);
 }
 
