@@ -62,6 +62,8 @@ inline std::string Failure(int number, const std::string& source, const std::str
   return std::to_string(number) + " | " + source + " | " + description + " | " + path;
 }
 
+inline constexpr const char* kNoFailure = "no failure";
+
 template <typename Action>
 std::string FailureOf(Action action) {
   try {
@@ -69,7 +71,7 @@ std::string FailureOf(Action action) {
   } catch (const NumberedError& error) {
     return Failure(error.Number(), error.Source(), error.Description(), error.Path());
   }
-  return "no failure";
+  return kNoFailure;
 }
 
 inline std::string FailureOfSaving(Ini& document) {

@@ -5,7 +5,6 @@
 
 #include "platform/posix/FolderRegistry.h"
 #include "service/RegistryEventLog.h"
-#include "service/mail/LocalMailComponent.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace pellorin {
@@ -27,7 +26,6 @@ TEST(EventLog, RegistersWhatTheEventViewerReads) {
   };
   registerIn("/srv/pellorin");
   EXPECT_EQ(registered(), "/srv/pellorin/Messages.dll");
-  EXPECT_EQ(folder.Read("registry/" + std::string(kKey) + "/EventMessageFile"), "/srv/pellorin/Messages.dll");
 
   // A right entry is not written again: not even a read-only one is a failure.
   const std::string value = root + "/" + kKey + "/EventMessageFile";

@@ -1,5 +1,4 @@
-// The stand-in for the mail component over a program folder of its own, which is told by lines of a MAIL
-// section how to send.
+// The mail component over a new program folder. The lines of a MAIL section tell it how to send.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -32,19 +32,15 @@ TEST(PickupFolder, HoldsTheCompleteMessageUnderItsFinalName) {
   ASSERT_EQ(names.size(), 1u);
   EXPECT_TRUE(std::regex_match(names[0], std::regex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\.eml")))
       << names[0];
-  std::string text = pickup.Read(names[0]);
-  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), '\r'));
-  text = std::regex_replace(text,
-                            std::regex("Date: [A-Z][a-z]{2}, [0-9]{2} [A-Z][a-z]{2} [0-9]{4} "
-                                       "[0-9:]{8} [+-][0-9]{4}\r\n"),
-                            "Date: D\r\n");
-  text = std::regex_replace(text, std::regex("<[0-9A-F]{32}@"), "<ID@");
-  EXPECT_EQ(text,
-            "X-Sender: service@example.com\r\nX-Receiver: zoe@example.net\r\nX-Receiver: joe@example.org\r\n"
-            "Date: D\r\nFrom: service@example.com\r\nTo: =?utf-8?B?Wm/Dqw==?= <zoe@example.net>, "
-            "joe@example.org\r\nMessage-ID: <ID@example.com>\r\nSubject: =?utf-8?B?R3LDvMOfZQ==?=\r\n"
-            "MIME-Version: 1.0\r\nContent-Type: text/plain; charset=utf-8\r\n"
-            "Content-Transfer-Encoding: 7bit\r\n\r\nOne\r\n\r\n.\r\nTwo\r\n");
+  const std::string text = pickup.Read(names[0]);
+  const std::regex expected(
+      "X-Sender: service@example.com\r\nX-Receiver: zoe@example.net\r\nX-Receiver: joe@example.org\r\n"
+      "Date: [A-Z][a-z]{2}, [0-9]{2} [A-Z][a-z]{2} [0-9]{4} [0-9:]{8} [+-][0-9]{4}\r\n"
+      "From: service@example.com\r\nTo: =\\?utf-8\\?B\\?Wm/Dqw==\\?= <zoe@example.net>, joe@example.org\r\n"
+      "Message-ID: <[0-9A-F]{32}@example.com>\r\nSubject: =\\?utf-8\\?B\\?R3LDvMOfZQ==\\?=\r\n"
+      "MIME-Version: 1.0\r\nContent-Type: text/plain; charset=utf-8\r\n"
+      "Content-Transfer-Encoding: 7bit\r\n\r\nOne\r\n\r\n[.]\r\nTwo\r\n");
+  EXPECT_TRUE(std::regex_match(text, expected)) << text;
 }
 
 TEST(PickupFolder, ThatCannotBeUsedIsNamed) {
@@ -69,7 +65,8 @@ class WatchingFiles : public test::FailingFiles {
  public:
   explicit WatchingFiles(std::string folder) : FailingFiles(SystemFiles()), folder_(std::move(folder)) {}
   std::size_t Write(FileHandle file, std::string_view bytes) override {
-    for (const std::string& name : FilesOf(folder_)) EXPECT_FALSE(name.ends_with(".eml")) << name;
+    for (const std::string& name : FilesOf(folder_))
+      EXPECT_FALSE(name.ends_with(".eml")) << name << " is there before it is written";
     return FailingFiles::Write(file, bytes);
   }
 
@@ -77,30 +74,23 @@ class WatchingFiles : public test::FailingFiles {
   std::string folder_;
 };
 
-TEST(PickupFolder, GivesAMailItsNameOnceItIsWritten) {
+TEST(PickupFolder, HoldsNothingAfterAnyFailureAndTheWholeMailAfterSuccess) {
   const test::TemporaryFolder pickup;
   WatchingFiles files(pickup.Path());
-  EXPECT_EQ(MailFixture(Pickup(pickup.Path()), files).Failure(), "sent");
-}
-
-TEST(PickupFolder, HoldsNothingAfterAnyFailureAndEverythingAfterSuccess) {
-  const test::TemporaryFolder pickup;
-  test::FailingFiles files(SystemFiles());
   MailFixture mail(Pickup(pickup.Path()), files);
   int failures = 0;
-  for (int operation = 1;; ++operation) {
+  for (int operation = 1; operation == 1 || files.HasFailed(); ++operation) {
     files.FailAt(operation);
-    const bool sent = mail.Send();
+    const std::string failure = mail.Failure();
     const std::vector<std::string> names = FilesOf(pickup.Path());
-    ASSERT_EQ(names.size(), sent ? 1u : 0u) << operation;
-    if (!sent) {
+    ASSERT_EQ(names.size(), failure == "sent" ? 1u : 0u) << "where operation " << operation << " fails";
+    if (failure != "sent") {
       ++failures;
-      EXPECT_NE(mail.component.LastErrorDescription().find("Injected"), std::string::npos);
-    } else {
-      EXPECT_TRUE(names[0].ends_with(".eml") && pickup.Read(names[0]).ends_with("\r\n.\r\nTwo\r\n"));
-      fs::remove(pickup / names[0]);
+      EXPECT_NE(failure.find("Injected"), std::string::npos) << failure;
+      continue;
     }
-    if (!files.HasFailed()) break;
+    EXPECT_TRUE(names[0].ends_with(".eml") && pickup.Read(names[0]).ends_with("\r\n.\r\nTwo\r\n"));
+    fs::remove(pickup / names[0]);
   }
   EXPECT_GE(failures, 8);
 }
@@ -113,7 +103,6 @@ TEST(MailServerSettings, ThatNoMailCanBeSentWithAreNamed) {
       {remote + "RemoteServerPort=0\r\n", "the port \"0\" is not a whole number"},
       {remote + "RemoteServerPort=65536\r\n", "the port \"65536\" is not a whole number"},
       {remote + "RemoteServerPort=2.5\r\n", "the port \"2.5\" is not a whole number"},
-      {remote + "RemoteServerPort=\r\n", "the port \"\" is not a whole number"},
       {remote + "RemoteServerPort=25\r\nConnectionTimeout=-1\r\n", "the timeout \"-1\" is not a number"},
       {test::Remote(25, "AuthenticationMethod=4\r\n"), "no authentication is chosen"},
       {test::Remote(25, "AuthenticationMethod=1\r\n"), "there is no user name"},

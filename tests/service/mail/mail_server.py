@@ -3,14 +3,14 @@
 Prints its port, serves on the loopback address until its standard input ends, and leaves in FOLDER what
 it received: commands.txt (every line of every client) and mail.txt (the last mail, parsed).
 
-MODE server:  a whole server. login=PLAIN|LOGIN|NTLM offers that login for user= and password= (and
-              domain=), tls=starttls|implicit encrypts with a certificate of its own, refuse=ADDRESS refuses
-              that recipient, silent=encrypted answers no EHLO behind STARTTLS. A refused NTLM login is
-              told with what the client had sent.
+MODE server:  a whole server. login=PLAIN|LOGIN|NTLM offers that login for user= and password= (for NTLM
+              domain= too, and password= is the MD4 hash in hexadecimal). tls=starttls|implicit encrypts
+              with a new certificate. refuse=ADDRESS refuses that recipient. silent=encrypted does not
+              answer EHLO after STARTTLS. A refusal of an NTLM login repeats what the client sent.
 MODE script:  answers each command with the text given as VERB=REPLY ("|" separates lines), else with 250.
               REPLY silent: says nothing more; late: 250 after 2.2 seconds; close: closes the connection.
               GREET, DOT (the end of a mail), LOGIN (each line of a login dialogue) and QUIT are verbs too.
-              Behind 220 to STARTTLS comes no TLS; with TLS=silent nothing at all.
+              After 220 to STARTTLS comes plain text instead of TLS; with TLS=silent nothing.
 MODE deaf:    its queue of connections is full: the system never answers.
 """
 import asyncio
@@ -40,34 +40,6 @@ def note(name, text, mode="a"):
         file.write(text)
 
 
-def md4(data):
-    """The old hash that NTLM stores passwords with (RFC 1320)."""
-    def rotate(value, count):
-        value &= 0xFFFFFFFF
-        return (value << count | value >> (32 - count)) & 0xFFFFFFFF
-
-    rounds = [
-        (lambda x, y, z: x & y | ~x & z, 0, range(16), (3, 7, 11, 19)),
-        (lambda x, y, z: x & y | x & z | y & z, 0x5A827999,
-         [0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15], (3, 5, 9, 13)),
-        (lambda x, y, z: x ^ y ^ z, 0x6ED9EBA1,
-         [0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15], (3, 9, 11, 15)),
-    ]
-    state = [0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476]
-    padded = data + b"\x80" + bytes(-(len(data) + 9) % 64) + struct.pack("<Q", len(data) * 8)
-    for start in range(0, len(padded), 64):
-        words = struct.unpack("<16I", padded[start:start + 64])
-        a, b, c, d = state
-        for mix, constant, order, shifts in rounds:
-            for step, word in enumerate(order):
-                a = rotate(a + (mix(b, c, d) & 0xFFFFFFFF) + words[word] + constant, shifts[step % 4])
-                a, b, c, d = d, a, b, c
-        state = [(old + new) & 0xFFFFFFFF for old, new in zip(state, (a, b, c, d))]
-    return struct.pack("<4I", *state)
-
-
-assert md4(b"abc").hex() == "a448017aaf21d8525fc10ae87aa6729d"
-
 NTLM_CHALLENGE = bytes.fromhex("0123456789abcdef")
 
 
@@ -91,7 +63,7 @@ def ntlm_challenge_message():
 def ntlm_problem(message):
     """Why this type 3 message does not prove that its sender knows the password; None when it does.
 
-    MS-NLMP 3.3.2: the proof is computed here from the password and compared."""
+    MS-NLMP 3.3.2: the proof is computed here from the password's hash and compared."""
     def field(offset):
         length, _, start = struct.unpack("<HHI", message[offset:offset + 8])
         return message[start:start + length]
@@ -101,8 +73,7 @@ def ntlm_problem(message):
     response, domain, user = field(20), field(28).decode("utf-16-le"), field(36).decode("utf-16-le")
     if (domain, user.upper()) != (OPTIONS["domain"], OPTIONS["user"].upper()):
         return f"another user: {domain} {user}"
-    key = md4(OPTIONS["password"].encode("utf-16-le"))
-    key = hmac.digest(key, (user.upper() + domain).encode("utf-16-le"), "md5")
+    key = hmac.digest(bytes.fromhex(OPTIONS["password"]), (user.upper() + domain).encode("utf-16-le"), "md5")
     proof, blob = response[:16], response[16:]
     if len(blob) < 28 or blob[:2] != b"\x01\x01":
         return "no NTLMv2 response"
@@ -121,7 +92,6 @@ class Handler:
             return AuthResult(success=False, handled=False)
         answer = await server.challenge_auth(ntlm_challenge_message())
         problem = "no answer" if answer is MISSING else ntlm_problem(answer)
-        note("login.txt", problem or "proved", "w")
         told = "" if answer is MISSING else base64.b64encode(answer).decode()
         return AuthResult(success=problem is None, handled=False, auth_data="user",
                           message=problem and f"535-5.7.8 {told}\r\n535 5.7.8 {problem}")
@@ -146,9 +116,7 @@ class Handler:
             "encrypted": server.transport.get_extra_info("ssl_object") is not None,
             "hello": session.host_name, "authenticated": session.authenticated,
             "from": mail["From"], "to": mail["To"], "subject": mail["Subject"],
-            "date": mail["Date"].datetime is not None,
-            "id": mail["Message-ID"], "type": mail["Content-Type"], "defects": len(mail.defects),
-            "longest": max(map(len, raw_lines)),
+            "defects": len(mail.defects), "longest": max(map(len, raw_lines)),
             "bare": any(b"\n" in line or b"\r" in line for line in raw_lines),
             "body": repr(mail.get_content()),
         }
@@ -217,7 +185,7 @@ async def scripted_client(reader, writer):
                 await answer(verb)
                 await reader.read(1)
                 await answer("TLS", "")
-                writer.write(b"this is no TLS\r\n")
+                writer.write(b"this is not TLS\r\n")
                 break
             await answer(verb, {"DATA": "354 Go on", "QUIT": "221 Bye"}.get(verb, "250 OK"))
     writer.close()
