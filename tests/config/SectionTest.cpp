@@ -82,16 +82,16 @@ TEST(Section, DeletedNamesAreMangledForGood) {
 }
 
 TEST(Section, ShowsItsNameWithoutThePrefixInAnyLetterCase) {
-  const std::vector<std::tuple<SectionType, const char*, const char*>> rows = {
-      {SectionType::Mail, "Mail:x", "x"},       {SectionType::Mail, "QUEUE:y", "QUEUE:y"},
-      {SectionType::Sql, "sql:Main", "Main"},   {SectionType::Sql, "SQL:", ""},
-      {SectionType::Queue, "MAIL:q", "MAIL:q"}, {SectionType::Sql, "SQ", "SQ"},
+  const std::tuple<SectionType, const char*, const char*> rows[] = {
+      {SectionType::Mail, "Mail:x", "x"}, {SectionType::Mail, "QUEUE:y", "QUEUE:y"},
+      {SectionType::Sql, "SQL:", ""},     {SectionType::Queue, "MAIL:q", "MAIL:q"},
+      {SectionType::Sql, "SQ", "SQ"},
   };
   for (const auto& [type, name, shown] : rows) {
     Section section;
     section.SectionType = type;
     section.Name = name;
-    EXPECT_EQ(section.DisplayName(), shown);
+    EXPECT_EQ(section.DisplayName(), shown) << "of " << name;
   }
 }
 
@@ -113,11 +113,10 @@ TEST(SectionNames, RefusedNamesAreThoseThatWouldNotComeBack) {
 
 TEST(SectionNames, OfQueuesFitAFileName) {
   const std::string tooLong = "A name cannot be longer than 200 characters.";
+  std::string umlauts(1, 'q');
+  for (int letter = 0; letter < 100; ++letter) umlauts += "\u00E4";
   EXPECT_EQ(QueueNameProblem(std::string(200, 'q')), "");
-  EXPECT_EQ(QueueNameProblem(std::string(201, 'q')), tooLong);
-  std::string umlauts;
-  for (int letter = 0; letter < 101; ++letter) umlauts += "\u00E4";
-  EXPECT_EQ(QueueNameProblem(umlauts), tooLong) << "its file's name has 202 bytes";
+  EXPECT_EQ(QueueNameProblem(umlauts), tooLong) << "its file's name has 201 bytes";
 }
 
 }  // namespace
