@@ -28,17 +28,10 @@ std::string TimeReading(const std::string& format, const std::string& twelveHour
 
 TEST(SystemLocaleTest, UnderstandsDateFormats) {
   const std::pair<const char*, const char*> cases[] = {
-      {"%m/%d/%Y", "MDY / 5"},
-      {"%m-%d-%Y", "MDY - 05"},
-      {"%e.%m.%Y", "DMY . 5"},
-      {"%d.%m.%Y.", "DMY . 05"},
-      {"%a %d. %m. %Y", "DMY . 05"},
-      {"%F", "YMD - 05"},
-      {"%Oy/%Om/%Od", "YMD / 05"},
-      {"%Y年%m月%d日", "YMD - 05"},
-      {"%A, %B %d, %Y", "MDY / 5"},
-      {"%d/%m-%Y", "DMY / 05"},
-      {"%m/%Y", "none"},
+      {"%m/%d/%Y", "MDY / 5"},      {"%m-%d-%Y", "MDY - 05"},      {"%d.%m.%Y.", "DMY . 05"},
+      {"%e.%m.%Y", "DMY . 5"},      {"%a %d. %m. %Y", "DMY . 05"}, {"%F", "YMD - 05"},
+      {"%Oy/%Om/%Od", "YMD / 05"},  {"%Y年%m月%d日", "YMD - 05"},  {"%d %b, %Y", "DMY / 05"},
+      {"%A, %B %d, %Y", "MDY / 5"}, {"%d/%m-%Y", "DMY / 05"},      {"%m/%Y", "none"},
       {"%d.%m.%-", "none"},
   };
   for (const auto& [format, reading] : cases) EXPECT_EQ(DateReading(format), reading) << format;

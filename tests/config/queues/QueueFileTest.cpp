@@ -93,7 +93,8 @@ TEST(QueueFile, SavingKeepsWhateverElseTheFileHolds) {
     SetValues(night.queue, "every=2;added=\u2603");
     night.document->Save();
     EXPECT_EQ(night.Queue("Night.xml"), after);
-    for (const auto& setting : night.Loaded()->GetSection("Night")->Settings())
+    const auto reloaded = night.Loaded();
+    for (const auto& setting : reloaded->GetSection("Night")->Settings())
       EXPECT_EQ(setting->Value, night.queue.GetValue(setting->Name)) << setting->Name << " loaded again";
   }
 }
