@@ -1,4 +1,4 @@
-// A service folder of its own for one test, with a queue template, and what tests of the store ask about it.
+// A service folder with a queue template, and what tests of the configuration ask about it.
 #pragma once
 
 #include <memory>

@@ -163,13 +163,14 @@ TEST(AtomicFile, KeepsModeAndOwnerOfAnExistingFile) {
 
 TEST(AtomicFile, KeepsTheAccessListAndInheritsNone) {
   const TemporaryFolder folder;
-  folder.Write("listed.ini", kOld);
+  folder.Write("without list/listed.ini", kOld);  // must not get the same list from its folder
   folder.Write("plain.ini", kOld);
-  if (!GiveAccessList(folder / "listed.ini")) GTEST_SKIP() << "this file system has no access lists";
+  const std::string listed = folder / "without list/listed.ini";
+  if (!GiveAccessList(listed)) GTEST_SKIP() << "this file system has no access lists";
   ASSERT_TRUE(GiveAccessList(folder.Path(), kDefaultList));
-  const auto before = AccessListOf(folder / "listed.ini");
-  for (const char* name : {"listed.ini", "plain.ini"}) EXPECT_EQ(WriteError(folder / name), 0);
-  EXPECT_EQ(AccessListOf(folder / "listed.ini"), before);
+  const auto before = AccessListOf(listed);
+  for (const std::string& path : {listed, folder / "plain.ini"}) EXPECT_EQ(WriteError(path), 0) << path;
+  EXPECT_EQ(AccessListOf(listed), before);
   EXPECT_EQ(AccessListOf(folder / "plain.ini"), std::nullopt) << "the folder hands its list to new files";
 }
 
