@@ -80,14 +80,12 @@ class RecordingFiles : public FailingFiles {
 };
 
 // Saves without failures. Returns what the folder holds before and after each whole write.
-std::vector<Files> StatesOfSaving(int& operations) {
+std::vector<Files> StatesOfSaving() {
   const FilledFolder folder;
   std::vector<Files> states = {FilesIn(folder)};
   RecordingFiles files(folder, states);
   const auto document = folder.Edited(files);
-  files.FailAt(0);
   document->Save();
-  operations = files.Count();
   EXPECT_EQ(document->LastSave().written, kWritten);
   EXPECT_EQ(document->LastSave().removed, kRemoved);
   EXPECT_EQ(states.size(), kRemoved.size() + kWritten.size() + 1);
@@ -103,17 +101,16 @@ void ExpectUsableError(const std::string& failure, const ServiceFolder& folder) 
 }
 
 TEST(SaveFailure, WhateverFailsEveryFileHoldsWhatWasWrittenSoFar) {
-  int operations = 0;
-  const std::vector<Files> states = StatesOfSaving(operations);
+  const std::vector<Files> states = StatesOfSaving();
   int unnoticed = 0;
-  for (int failing = 1; failing <= operations; ++failing) {
+  for (int failing = 1;; ++failing) {
     SCOPED_TRACE("operation " + std::to_string(failing) + " fails");
     const FilledFolder folder;
     FailingFiles files(SystemFiles());
     const auto document = folder.Edited(files);
     files.FailAt(failing);
     const std::string failure = FailureOfSaving(*document);
-    EXPECT_TRUE(files.HasFailed());
+    if (!files.HasFailed()) break;
     const Ini::SaveReport first = document->LastSave();
     const auto reached = std::find(states.begin(), states.end(), FilesIn(folder)) - states.begin();
     if (failure == kNoFailure) {
@@ -140,15 +137,15 @@ TEST(SaveFailure, WhateverFailsEveryFileHoldsWhatWasWrittenSoFar) {
 }
 
 TEST(SaveFailure, AWriteThatFailedOnTheDiskCanStillBeTakenBack) {
-  int operations = 0;
-  StatesOfSaving(operations);
-  for (int failing = 1; failing <= operations; ++failing) {
+  bool hasFailed = true;
+  for (int failing = 1; hasFailed; ++failing) {
     SCOPED_TRACE("operation " + std::to_string(failing) + " fails");
     const FilledFolder folder;
     FailingFiles files(SystemFiles());
     const auto document = folder.Edited(files);
     files.FailAt(failing);
     FailureOfSaving(*document);
+    hasFailed = files.HasFailed();
     files.FailAt(0);
     for (const char* name : {"SQL:new", "MAIL:gone", "New", "Again"}) document->Delete(name);
     document->AdminSection().RollBack();
@@ -163,10 +160,10 @@ TEST(SaveFailure, AWriteThatFailedOnTheDiskCanStillBeTakenBack) {
 }
 
 TEST(LoadFailure, WhateverFailsIsReportedAndChangesNothing) {
-  int reported = 0;
   const FilledFolder folder;
   const Files before = FilesIn(folder);
   const std::string whole = Shown(*folder.Loaded());
+  int reported = 0;
   for (int failing = 1;; ++failing) {
     SCOPED_TRACE("operation " + std::to_string(failing) + " fails");
     FailingFiles files(SystemFiles());

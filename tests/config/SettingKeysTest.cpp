@@ -1,4 +1,3 @@
-// The keys of the program and those that docs/file-formats.md explains are the same.
 #include <gtest/gtest.h>
 
 #include <fstream>
