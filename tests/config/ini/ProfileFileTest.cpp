@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
+#include "base/Text.h"
 #include "tests/support/TestData.h"
 
 namespace pellorin {
 namespace {
 
-using Lines = std::vector<std::string>;
 using test::Unescape;
 
 std::string Joined(const ProfileText& text) {
@@ -26,25 +26,17 @@ ProfileText LinesOf(const ProfileFile& file, std::string_view section, std::size
   return lines;
 }
 
-Lines SplitBehindNuls(std::string text) {
-  Lines lines;
-  for (std::size_t end = text.find('\0'); end != std::string::npos; end = text.find('\0')) {
-    lines.push_back(text.substr(0, end));
-    text.erase(0, end + 1);
-  }
-  return lines;
-}
-
 TEST(ProfileFile, BehavesAsTheSystemsProfileFunctions) {
   for (const auto& row : test::ReadTable(TEST_DATA "/ini/profile_cases.tsv", 8)) {
     SCOPED_TRACE(row[0] + ": " + row[2]);
     const std::string op = row[1], section = Unescape(row[5]), expected = Unescape(row[7]);
     const ProfileFile file(Unescape(row[4]));
     if (op == "write") {
-      EXPECT_EQ(file.WithSection(section, SplitBehindNuls(Unescape(row[6]))), expected);
+      EXPECT_EQ(file.WithSection(section, SplitAt(" | ", Unescape(row[6]))), expected);
     } else if (op == "delete") {
       EXPECT_EQ(file.WithoutSection(section), expected);
     } else {
+      ASSERT_TRUE(op == "names" || op == "section") << op;
       const std::size_t buffer = std::stoul(row[3]);
       const ProfileText text = op == "names" ? file.SectionNames(buffer) : LinesOf(file, section, buffer);
       EXPECT_EQ(Joined(text), expected);
