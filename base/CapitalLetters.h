@@ -1,5 +1,5 @@
-// The simple lower-case mappings of Unicode 14 beyond ASCII, from its file UnicodeData.txt: every `step`-th
-// character from `first` to `last` has its small letter `distance` further on. In order, without overlap.
+// The simple lower-case mappings of Unicode 14 beyond ASCII, from UnicodeData.txt: for every `step`-th
+// character from `first` to `last`, the lower-case letter is `distance` further on. Sorted, without overlap.
 #pragma once
 
 #include <cstdint>

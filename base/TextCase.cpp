@@ -50,7 +50,7 @@ std::string FoldCase(std::string_view text) {
 
 std::uint32_t HashIgnoringCase(std::string_view text) {
   constexpr std::uint64_t kNonAscii = 0x8080808080808080u;
-  // Makes all letters small. Some other signs become equal too, which does no harm.
+  // Makes all letters lower-case. Some other characters become equal too, which is harmless.
   constexpr std::uint64_t kSmallLetters = 0x2020202020202020u;
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u;
   std::uint64_t hash = text.size();

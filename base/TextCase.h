@@ -1,4 +1,4 @@
-// Compares UTF-8 texts without regard to letter case, as the names of sections, settings and files need it:
+// Compares UTF-8 texts without regard to letter case, for the names of sections, settings and files:
 // character by character, the same on every system and in every locale. Other bytes are compared as they are.
 #pragma once
 

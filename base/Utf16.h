@@ -1,4 +1,4 @@
-// UTF-16 texts, as wide interfaces take them. Invalid UTF-8 and UTF-16 becomes U+FFFD.
+// UTF-16 texts, for interfaces that take wide characters. Invalid UTF-8 and UTF-16 becomes U+FFFD.
 #pragma once
 
 #include <cstddef>

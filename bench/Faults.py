@@ -4,7 +4,7 @@
     bench/Faults.py [--check] [ID...]     all of them, or those named
 
 Works on a clone of the last commit in build/faults, so that this folder stays as it is. Takes about half a minute
-for each fault. --check only tells whether the text of each fault stands exactly once in the program.
+for each fault. --check only tells whether the text of each fault occurs exactly once in the program.
 """
 import os, re, subprocess, sys
 from pathlib import Path
@@ -27,7 +27,7 @@ def read_faults():
 
 
 def files_with(old):
-    """Where the text stands. Blanks and line ends may differ."""
+    """The places where the text occurs. Blanks and line ends may differ."""
     pattern = re.compile(r'\s+'.join(re.escape(word) for word in old.split()))
     found = []
     for room in ROOMS:
@@ -38,7 +38,7 @@ def files_with(old):
 
 
 def run_test(name):
-    """The first test that fails; nothing when all pass."""
+    """The first test that fails, or None when all pass."""
     program = next((CLONE / 'build' / 'dev').glob(f'**/{name}_test'))
     environment = dict(os.environ, LC_ALL='C.UTF-8', QT_QPA_PLATFORM='offscreen')
     try:
@@ -55,7 +55,7 @@ def run_test(name):
 def try_fault(tests, old, new):
     found = files_with(old)
     if len(found) != 1:
-        return f'STALE: its text stands {len(found)} times'
+        return f'STALE: its text occurs {len(found)} times'
     path, match = found[0]
     before = path.read_text()
     path.write_text(before[:match.start()] + new + before[match.end():])
@@ -83,7 +83,7 @@ def main():
             continue
         if '--check' in sys.argv:
             count = len(files_with(old))
-            verdict = 'ok' if count == 1 else f'STALE: its text stands {count} times'
+            verdict = 'ok' if count == 1 else f'STALE: its text occurs {count} times'
         else:
             verdict = try_fault(tests, old, new)
         bad += verdict != 'ok' and not verdict.startswith('caught')

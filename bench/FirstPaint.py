@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures the start of the program to its first painted frame beside a bare Qt window with as many controls.
+"""Measures the start of the program to its first painted frame against a bare Qt window with as many controls.
 
 FirstPaint.py SERVICE_FOLDER BENCH_FOLDER [RUNS]
 
@@ -35,7 +35,7 @@ def write_configuration(folder):
 
 
 class Display:
-    """A virtual screen of its own for the time of the measurement."""
+    """A virtual screen for the duration of the measurement."""
 
     def __enter__(self):
         reading, writing = os.pipe()

@@ -1,6 +1,6 @@
 // A plugin for any Qt program: prints the time from the launch of the process to the first painted frame of
 // its first window, and ends the process. Used with QT_QPA_GENERIC_PLUGINS=firstpaint. The launcher passes
-// its moment, in nanoseconds of the monotonic clock, as PELLORIN_BENCH_LAUNCHED. The line printed:
+// its start time, in nanoseconds of the monotonic clock, as PELLORIN_BENCH_LAUNCHED. The line printed:
 // milliseconds, the window's name, its width and height, and the census of its controls.
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,4 +1,4 @@
-// GLib's GKeyFile on the files of the store: what the store's times are measured beside.
+// GLib's GKeyFile on the store's files. The store's times are measured against it.
 #pragma once
 
 #include <glib.h>

@@ -7,14 +7,13 @@
 
 namespace pellorin {
 
-// A Pellorin.ini as a small site has it: the administration's section, 12 mail servers and 7 instances.
+// A Pellorin.ini as a small site has it: the ADMIN section, 12 mail servers and 7 instances.
 std::string UsualIniFile();
 
-// A Pellorin.ini of this many mail servers; further entries fill each section up to
-// about `sectionSize` bytes.
+// A Pellorin.ini of this many mail servers, each section filled up to about `sectionSize` bytes.
 std::string LargeIniFile(int sections, std::size_t sectionSize);
 
-// A Pellorin.ini of two mail servers and this many instances; each instance's "Queues" as the function says.
+// A Pellorin.ini of two mail servers and this many instances; `queuesOf` gives each instance's "Queues".
 std::string InstancesIniFile(int instances, const std::function<std::string(int instance)>& queuesOf);
 
 std::string MailSectionName(int number);

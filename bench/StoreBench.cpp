@@ -1,7 +1,7 @@
-// The times of the store beside ready libraries on the same files, as ratios: loading Pellorin.ini and saving
-// one changed section beside GLib's GKeyFile, loading queues beside a bare parse by libxml2. The files lie in
-// a folder made below the current one, so the disk that counts is that folder's; the page cache is warm.
-// Both sides take turns, medians are compared. Freeing what was loaded is not part of loading.
+// Compares the store's times with those of libraries on the same files: loading Pellorin.ini and saving one
+// changed section with GLib's GKeyFile, loading queues with a bare parse by libxml2. The files are in a new
+// folder below the current one, so its disk is the one that is measured; the page cache is warm. Both sides
+// take turns, and their medians are compared. Freeing what was loaded is not timed.
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <malloc.h>
@@ -47,10 +47,10 @@ std::vector<XmlDocument> ParseBare(const ProgramFolder& folder) {
   return documents;
 }
 
-// Has the heap tidied up, as it is in a program that has just started: otherwise the clock would also count
-// what the last repetition left behind.
+// Makes the allocator tidy its heap, as in a program that has just started. Otherwise the next repetition
+// would pay for what the last one freed.
 void SettleHeap() {
-  constexpr std::size_t kLarge = 64 * 1024;  // the allocator joins freed pieces before it looks for so much
+  constexpr std::size_t kLarge = 64 * 1024;  // the allocator first merges its freed pieces
   benchmark::DoNotOptimize(std::make_unique<char[]>(kLarge).get());
 }
 
@@ -73,7 +73,7 @@ struct Comparison {
 constexpr const char* kOurs = "store_us";
 constexpr const char* kTheirs = "other_us";
 
-// One of ours, one of theirs, in changing order: what else the machine and its disk do meets both alike.
+// Ours and theirs in turn, so that other work of the machine and its disk affects both alike.
 template <typename Ours, typename Theirs>
 Comparison Compare(const Comparison& comparison, Ours ours, Theirs theirs) {
   const auto measure = [ours, theirs](benchmark::State& state) mutable {
@@ -96,7 +96,7 @@ Comparison Compare(const Comparison& comparison, Ours ours, Theirs theirs) {
   return comparison;
 }
 
-// Nothing is timed that was not really read or written.
+// These two fail unless everything that will be timed is really read or written.
 void RequireSections(const ProgramFolder& folder, SectionType type, int count) {
   const std::unique_ptr<Ini> ini = LoadIni(folder);
   const KeyFile keyFile = LoadKeyFile(folder.IniPath(), G_KEY_FILE_NONE);
@@ -128,8 +128,7 @@ class Sender {
   int count_ = 0;
 };
 
-// Each side has a file of its own with the same content at the start, and reads it as it is
-// at that moment first.
+// Each side has its own file, with the same content at the start, and reads it again before each save.
 Comparison CompareSave(const std::string& title, const ProgramFolder& ours, const ProgramFolder& theirs,
                        int sectionNumber) {
   const std::string name = MailSectionName(sectionNumber);
@@ -181,10 +180,10 @@ class MedianReporter : public benchmark::ConsoleReporter {
 };
 
 void Run(int argc, char** argv) {
-  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());  // freed memory stays at hand, for both sides
+  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());  // both sides keep freed memory
   std::vector<std::string> arguments{argv[0], "--benchmark_repetitions=5", "--benchmark_min_time=0.5",
                                      "--benchmark_report_aggregates_only=true"};
-  arguments.insert(arguments.end(), argv + 1, argv + argc);  // the later one of two settings counts
+  arguments.insert(arguments.end(), argv + 1, argv + argc);  // a later option overrides an earlier one
   std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   int count = static_cast<int>(pointers.size());

@@ -13,7 +13,7 @@ const QSet<QString> kControls{"QLabel",       "QLineEdit",     "QComboBox",     
                               "QRadioButton", "QCheckBox",     "QListView",     "QListWidget", "QTimeEdit",
                               "QDateEdit",    "QDateTimeEdit", "QPlainTextEdit"};
 
-// The first known class among the control's own and those it derives from.
+// The control's class, or else the nearest known one that it derives from.
 QString KindOf(const QWidget& widget) {
   for (const QMetaObject* type = widget.metaObject(); type != nullptr; type = type->superClass()) {
     const QString name = QString::fromLatin1(type->className());

@@ -1,7 +1,6 @@
-// How soon the window has answered its user on the page of the queues, with 1,000 queues and 50 instances:
-// from the key that chooses another queue, and from the click on a server, to the end of the repaint that
-// follows. Keys and clicks enter where the windowing system delivers them. Without a platform of its own the
-// window is offscreen.
+// Measures how soon the window answers its user on the Queues page, with 1,000 queues and 50 instances: from
+// the key that chooses another queue, or the click on a server, to the end of the repaint that follows. Keys
+// and clicks enter where the windowing system delivers them. The default platform is offscreen.
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -30,7 +29,7 @@ void Require(bool isTrue, const std::string& otherwise) {
   if (!isTrue) throw std::runtime_error(otherwise);
 }
 
-// What surrounds the window. No box belongs to the measured work: the first one fails the run.
+// Everything around the window. The measured work shows no box: the first one fails the run.
 class Surroundings : public UserMessages,
                      public MailComponent,
                      public EventLogRegistration,
@@ -118,7 +117,7 @@ void Set(std::string& queueFile, const std::string& name, const std::string& val
   queueFile.replace(start, queueFile.find('"', start) - start, value);
 }
 
-// Each queue applies to so many of the instances; their sections and the queues' files agree about it.
+// Each queue applies to `serversOfQueue` instances; the instances' sections and the queues' files agree.
 class Site {
  public:
   Site(int serversOfQueue, const std::string& queueBy)

@@ -37,7 +37,7 @@ class Cursor {
     return blanks != 0;
   }
 
-  // All digits from here on; nothing when there are fewer or more than asked for.
+  // Takes all digits from here on; nothing when they are fewer than `fewest` or more than `most`.
   std::optional<int> Number(std::size_t fewest, std::size_t most) {
     const std::size_t digits = std::min(rest_.find_first_not_of("0123456789"), rest_.size());
     if (digits < fewest || digits > most) return std::nullopt;
@@ -70,7 +70,7 @@ std::optional<year_month_day> CalendarDate(std::optional<int> year, std::optiona
   return date;
 }
 
-// The forms of a date. Each moves the cursor to the end of the date. After a failure the cursor is useless.
+// The forms of a date. Each moves the cursor to the end of the date. After a failure do not use it again.
 
 std::optional<year_month_day> ReadIsoDate(Cursor& cursor, const LocaleConventions&) {
   const auto year = cursor.Number(4, 4);

@@ -61,7 +61,7 @@ LocaleConventions PlainConventions() {
 
 std::string WrittenReadably(const DateTime& value, const LocaleConventions& locale, Seconds seconds) {
   std::string text = Written(value, locale, seconds);
-  // Not the same where the locale's separators or marks are empty or alike.
+  // Reads back differently where the locale's separators or marks are empty or alike.
   return ReadDateTime(text, locale) == value ? text : Written(value, PlainConventions(), seconds);
 }
 

@@ -21,7 +21,7 @@ std::int16_t Limited(std::ptrdiff_t count) {
   return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
 }
 
-// The type that the name's prefix tells; another prefix leaves the type as it was.
+// The type that the name's prefix says; an unknown prefix keeps the type of the section before.
 SectionType TypeOf(const std::string& name, SectionType previous, const std::string& path) {
   if (std::count(name.begin(), name.end(), ':') != 1)
     throw NumberedError(
@@ -132,7 +132,7 @@ Section& Ini::AdminSection() {
 
 void Ini::Load(const std::string& iniFileName) {
   std::string bytes = file_.Open(iniFileName);
-  if (IniFile::IsBlank(bytes)) {  // a new installation: its queue folder is not looked at
+  if (IniFile::IsBlank(bytes)) {  // a new installation: its queues are not loaded
     queues_.FindFolder();
     AdminSection();
     return;
@@ -155,7 +155,7 @@ void Ini::LoadSections(const ProfileFile& file) {
   std::set<std::string> namesSeen;
   for (const std::string_view ansiName : whole.Pieces()) {
     const std::string name = AnsiToUtf8(ansiName);
-    // The last name within the limit may have been cut: then the file does not hold a section of that name.
+    // A name that the limit cuts is not loaded: the file does not hold a section of the shorter name.
     const auto end = static_cast<std::size_t>(ansiName.data() + ansiName.size() - whole.buffer.data());
     if (end > read.buffer.size()) {
       namesNotLoaded_.push_back(name);

@@ -48,8 +48,8 @@ class Ini {
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted
   // The sections of that type in order, without deleted ones.
   std::vector<Section*> SectionsOf(SectionType type) const;
-  // Whether the name, without prefix and in any letter case, is taken for a new section of that type. A
-  // deleted section takes none.
+  // Whether a section of that type already has the name, given without prefix and in any letter case.
+  // Deleted sections do not count.
   bool HoldsName(SectionType type, std::string_view name) const;
   void Delete(std::string_view sectionName);  // CollectionError for an unknown name
   void Delete(Section& section);              // one that CanDelete
@@ -70,7 +70,7 @@ class Ini {
 
   // Call it once, on a new document. After a failure the document is incomplete: do not save it.
   void Load(const std::string& iniFileName);
-  // Removes the deleted sections, then writes the changed ones, each time from the last to the first. Ends
+  // Removes the deleted sections, then writes the changed ones, each time from the last to the first. Stops
   // at the first failure.
   void Save();
   const SaveReport& LastSave() const { return lastSave_; }

@@ -21,7 +21,7 @@ bool ArrayContains(const std::vector<std::string>& array, std::string_view text)
 // to "," in one pass: three commas become two, and a comma at an end of the list stays.
 std::string WithName(std::string_view text, std::string_view name,
                      const std::vector<std::string>& namesWithComma);
-// The list with every such element emptied.
+// The list with every element of that name emptied.
 std::string WithoutName(std::string_view text, std::string_view name,
                         const std::vector<std::string>& namesWithComma);
 

@@ -15,7 +15,7 @@
 namespace pellorin {
 namespace {
 
-// Packed values start at ";", above every character with a meaning in the file.
+// Packed values start at ";", above the blank and the control characters.
 constexpr int kFirstCode = 59;
 constexpr std::size_t kGroup = 3;
 
@@ -50,7 +50,7 @@ RandomGenerator SeededFrom(const std::string& keyCodes) {
   return generator;
 }
 
-// Seeding is by far the longest step, and the program has only one key: it is done once.
+// Seeding is by far the longest step, and the program has only one key: seeds once.
 RandomGenerator SeededFor(std::string_view key) {
   static const RandomGenerator kForPasswords = SeededFrom(AnsiCodes(kPasswordKey));
   return key == kPasswordKey ? kForPasswords : SeededFrom(AnsiCodes(key));

@@ -20,11 +20,11 @@ std::string EncryptString(std::string_view text, std::string_view key);
 // outside the code page.
 std::string DecryptString(std::string_view stored, std::string_view key);
 
-// The value of a setting as Pellorin.ini holds it. Scrambled for "Password", "SqlPassword" and
-// "SchedulerPassword", spelled exactly so; else as it is.
+// The setting's value as Pellorin.ini stores it: scrambled for exactly "Password", "SqlPassword" and
+// "SchedulerPassword", else unchanged.
 std::string StoredText(std::string_view settingName, const std::string& value);
 
-// Turns the value as Pellorin.ini holds it into the setting's value.
+// Turns a stored value into the setting's clear value.
 void MakeClear(std::string_view settingName, std::string& value);
 
 }  // namespace pellorin

@@ -31,7 +31,7 @@ class Section {
   std::string Name;  // "MAIL:smtp1", "SQL:MYSERVER", "ADMIN:Pellorin"; for a queue its bare name
   std::string Key;   // in the document's collection: Name, "|" and a GUID; set by Ini::Add
   Ini* Owner = nullptr;
-  std::int32_t ListPosition = 0;  // where the queue stands in its selector; never saved
+  std::int32_t ListPosition = 0;  // of the queue, in its selector; never saved
 
   Section() = default;
   Section(const Section&) = delete;
@@ -77,7 +77,7 @@ class Section {
   // The settings that the last validation refused, in the order of checking.
   const std::vector<std::string>& FaultySettings() const { return faultySettings_; }
 
-  // From and to the files of the Owner. NumberedError 50110 and 50111, CollectionError, FileError.
+  // These read and write the Owner's files. NumberedError 50110 and 50111, CollectionError, FileError.
   void Load();
   void LoadFrom(const ProfileFile& file);  // a section of a file that was parsed before
   void LoadFrom(const QueueEntry& file);   // a queue
@@ -93,10 +93,10 @@ class Section {
   // A twin has the name of an earlier section of the file: it shows that one's settings and is never saved.
   bool IsTwin() const { return ini_.IsTwin(); }
   void SetIsTwin() { ini_.SetIsTwin(); }
-  // False when every save of it is refused: it is a twin, was cut off on loading, or its definition cannot be
-  // used, or not be written in its encoding.
+  // False when every save of it is refused: it is a twin, was cut off on loading, its definition cannot be
+  // used, or its encoding cannot be written.
   bool CanBeWritten() const { return ini_.CanBeWritten() && queue_.CanBeWritten(); }
-  // Whether it came from the INI file and is all that the file held of it.
+  // Whether the INI file may hold it, and the program knows all of it.
   bool IsWholeIniSection() const { return ini_.IsOriginal() && ini_.CanBeWritten(); }
 
  private:

@@ -1,5 +1,5 @@
-// The names that a section of Pellorin.ini, after its prefix, and a queue can bear so that the next
-// start finds them again.
+// Checks the names of sections of Pellorin.ini, without their prefixes, and of queues: the next start must
+// find them again.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@ namespace pellorin {
 // Why the name cannot be used, as a sentence for the user; empty when it can.
 std::string NameProblem(std::string_view name);
 
-// Why a setting could not give the text back as it is, as NameProblem says it.
+// The same for a text that a setting must give back as it is.
 std::string ValueProblem(std::string_view text);
 
 // False for a name with one of ; : * ? " < > | ' ` , { } ] [ in it.
 bool IsValidQueueName(std::string_view name);
 
-// Why a queue would not come back under this valid name, as NameProblem says it.
+// The same for a queue's name that IsValidQueueName accepts.
 std::string QueueNameProblem(std::string_view name);
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// What a section configures, and the prefix that tells it in a section's name.
+// What a section configures, and the prefix of its name that says so.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@ namespace pellorin {
 
 enum class SectionType : std::int32_t { Mail = 0, Sql = 1, Admin = 2, Queue = 3 };
 
-// "MAIL:", "SQL:" or "ADMIN:"; empty for a queue, which bears its bare name.
+// "MAIL:", "SQL:" or "ADMIN:"; empty for a queue, whose name has no prefix.
 constexpr std::string_view PrefixOf(SectionType type) {
   switch (type) {
     case SectionType::Mail:

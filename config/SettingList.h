@@ -33,7 +33,7 @@ class SettingList : public KeyedCollection<Setting> {
 
   bool HasChanges() const;
   void RollBack();     // every value becomes the one loaded; settings added since become empty
-  void MarkAsSaved();  // every value becomes the one that changes are told from
+  void MarkAsSaved();  // every value counts as unchanged from now on
 
  private:
   Section* owner_;

@@ -8,7 +8,7 @@
 
 namespace pellorin {
 
-// Their file names, in the order of the folder; none where the folder is missing. FileError
+// Their file names, in the folder's order; none where the folder is missing. FileError
 // when it cannot be read.
 std::vector<std::string> StyleSheetNames(FileOperations& files, const std::string& programFolder);
 

@@ -25,7 +25,7 @@ struct Violation {
 std::vector<Violation> CheckMailSettings(const SettingList& settings, FileOperations& files,
                                          const LocaleConventions& locale);
 std::vector<Violation> CheckSqlSettings(const SettingList& settings);
-std::vector<Violation> CheckAdminSettings(const SettingList& settings);  // where there are queues
+std::vector<Violation> CheckAdminSettings(const SettingList& settings);  // of a document with queues
 std::vector<Violation> CheckQueueSettings(const SettingList& settings, const LocaleConventions& locale);
 
 }  // namespace pellorin

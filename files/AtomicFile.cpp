@@ -91,7 +91,7 @@ void ReplaceFile(FileOperations& files, const std::string& target, std::string_v
   RequireWritable(files, kind, target);
   const bool exists = kind == FileKind::File;
   {
-    // The access is set before the first byte is written, so that nobody who may not read the old content
+    // The access is set before the first byte is written, so that only those who may read the old content
     // can ever read the new.
     TemporaryFile temporary(files, TemporaryPathBeside(target),
                             exists ? NewFileAccess::OwnerAndFolderGroup : access);

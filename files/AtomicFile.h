@@ -1,5 +1,5 @@
-// Replaces whole files, durably: whatever fails and whenever the power goes, the file afterwards holds either
-// its old content or the new. Failures are FileErrors that name the file, and leave no temporary file.
+// Replaces whole files, durably: even after a failure or a loss of power, the file holds either its old
+// content or the new. Failures are FileErrors that name the file, and leave no temporary file.
 #pragma once
 
 #include <string>

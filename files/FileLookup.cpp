@@ -92,7 +92,7 @@ std::string ReadFile(FileOperations& files, const std::string& path) {
   return std::move(*content);
 }
 
-// A folder that cannot be listed gives no names: to open the file fails too then, and that is reported.
+// A folder that cannot be listed gives no names: opening the file then fails too, and that is reported.
 std::vector<std::string> SpellingsOf(FileOperations& files, const std::string& folder,
                                      const std::string& name) {
   std::vector<std::string> spellings;

@@ -9,7 +9,7 @@
 
 namespace pellorin {
 
-// Asks again once a second until an answer comes or the patience ends. Never Closed.
+// Asks again once a second until an answer comes or the patience ends. The outcome is never Closed.
 NetworkAnswer AskByDatagram(const std::string& host, std::uint16_t port, const std::string& question,
                             std::chrono::milliseconds patience);
 

@@ -5,7 +5,7 @@
 
 namespace pellorin {
 
-// The variable's value. A variable that is empty counts as absent.
+// The variable's value, or `fallback` when the variable is absent or empty.
 std::string EnvironmentOr(const char* variable, const std::string& fallback);
 
 }  // namespace pellorin

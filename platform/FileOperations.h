@@ -1,6 +1,6 @@
 // The operating system's file operations, one call each. They are an interface so that a test can make any of
 // them fail. Paths are UTF-8. Every failure is a FileError. Its path is empty when a call on an open file
-// fails: only the caller knows which file the handle stands for.
+// fails: only the caller knows which file the handle belongs to.
 #pragma once
 
 #include <cstddef>
@@ -28,7 +28,7 @@ struct FolderEntry {
 // Who may use a file that did not exist before.
 enum class NewFileAccess {
   OwnerAndFolderGroup,  // the owner reads and writes, the folder's group reads, others do nothing (0640)
-  FolderUsual,          // as the system gives it to a new file in that folder
+  FolderUsual,          // the system's default for a new file in that folder
 };
 
 using FileHandle = std::intptr_t;
@@ -39,7 +39,7 @@ class FileOperations {
 
   // Follows links. A missing file is not a failure.
   virtual FileStatus Status(const std::string& path) = 0;
-  // Whether nobody may write the existing file, or at least this user may not.
+  // Whether the existing file is write-protected, for everybody or for this user.
   virtual bool IsReadOnly(const std::string& path) = 0;
   // The path of the file that a symbolic link leads to, whether or not it exists. Any other path as given.
   virtual std::string ResolveLinks(const std::string& path) = 0;

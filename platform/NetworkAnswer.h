@@ -15,7 +15,7 @@ enum class AskOutcome {
 
 struct NetworkAnswer {
   AskOutcome outcome = AskOutcome::Silent;
-  std::string bytes = {};   // the answer as far as it came
+  std::string bytes = {};   // as much of the answer as came
   std::string reason = {};  // for UnknownHost and Refused, in the system's words
 };
 

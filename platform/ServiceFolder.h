@@ -1,4 +1,4 @@
-// Where the service is installed, as far as this system tells.
+// Where the service is installed, as far as this system knows.
 #pragma once
 
 #include <string>

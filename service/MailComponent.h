@@ -9,7 +9,7 @@
 namespace pellorin {
 
 // The arguments of Send, in the component's order. Only the service knows the meaning of the numbered ones:
-// this program passes them as they stand here. The sixteenth argument, the success flag, is Send's result.
+// this program passes the defaults below. The sixteenth argument, the success flag, is Send's result.
 struct MailArguments {
   std::string recipients;
   std::string subject;
@@ -30,7 +30,7 @@ struct MailArguments {
 
 class MailComponent {
  public:
-  // Whether a running send shall go on. Called several times a second, on the thread that called Send.
+  // Whether a running send should go on. Called several times a second, on the thread that called Send.
   using Watch = std::function<bool()>;
 
   virtual ~MailComponent() = default;

@@ -22,7 +22,7 @@ SQLINTEGER Units(const std::basic_string<SQLWCHAR>& text) {
   return static_cast<SQLINTEGER>(text.size());
 }
 
-// Whether the server itself refused the login, which then had been sent.
+// Whether the server itself refused the login: then the login had been sent.
 bool IsLoginAnswered(const std::vector<OdbcRecord>& records) {
   return std::ranges::any_of(records, [](const OdbcRecord& record) {
     return record.state.starts_with("28") || record.state.starts_with("42");
@@ -48,8 +48,8 @@ struct OdbcConnection::Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  // Ends the transaction. The driver then begins another one at once. Leaving that one takes nothing back,
-  // and its failure does not matter.
+  // Ends the transaction. The driver then begins an empty one at once, which autocommit ends; a failure of
+  // that does not matter.
   SQLRETURN Leave(SQLSMALLINT how) {
     isInTransaction = false;
     const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, connection->Get(), how);
@@ -117,7 +117,7 @@ OdbcConnection::Session& OdbcConnection::Opened() const {
 std::unique_ptr<OdbcHandle> OdbcConnection::Statement() const {
   auto statement = std::make_unique<OdbcHandle>(SQL_HANDLE_STMT, Opened().connection->Get());
   SQLSetStmtAttr(statement->Get(), SQL_ATTR_QUERY_TIMEOUT, Number(CommandTimeout), SQL_IS_UINTEGER);
-  // Texts are sent as they are. FreeTDS's driver still looks at all that is outside comments and strings.
+  // Texts are sent as they are. FreeTDS's driver still interprets what is outside comments and strings.
   SQLSetStmtAttr(statement->Get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQL_NOSCAN_ON),
                  SQL_IS_UINTEGER);
   return statement;

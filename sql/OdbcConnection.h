@@ -16,7 +16,7 @@ class OdbcHandle;
 
 class OdbcConnection : public SqlConnection {
  public:
-  // `files` are those in which the system keeps its tickets.
+  // `files`: where the system keeps its Kerberos tickets.
   explicit OdbcConnection(FileOperations& files, std::string driver = DefaultSqlDriver(),
                           std::uint16_t browserPort = kBrowserPort);
   ~OdbcConnection() override;

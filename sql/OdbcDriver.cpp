@@ -52,8 +52,7 @@ std::string FailureAdvice(FileOperations& files, const std::string& description,
     return problem;
   if (isEncrypted)
     return "The server offers TLS, so the connection was tried with encryption only. Please check the "
-           "server's "
-           "TLS settings.";
+           "server's TLS settings.";
   return {};
 }
 

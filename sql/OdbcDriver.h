@@ -1,4 +1,4 @@
-// The words of the ODBC drivers: FreeTDS's and Microsoft's.
+// Texts for and about the ODBC drivers: FreeTDS's and Microsoft's.
 #pragma once
 
 #include <chrono>

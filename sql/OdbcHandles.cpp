@@ -20,7 +20,7 @@ bool IsNotice(const OdbcRecord& record) {
   return record.number == 5701 || record.number == 5703;
 }
 
-// Each text once, in the driver's order. A generic text, the first, only if there is no other.
+// Each text once, in the driver's order. The first generic text only if there is no other.
 std::vector<OdbcRecord> Telling(const std::vector<OdbcRecord>& records) {
   std::vector<OdbcRecord> telling;
   std::optional<OdbcRecord> generic;

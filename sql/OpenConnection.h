@@ -1,5 +1,5 @@
-// Opens a connection for an operation of the user. True when it is open. Otherwise the box "Connection Error"
-// has been shown, with the server's sentence.
+// Opens a connection that the user asked for. True when it is open. Otherwise the box "Connection Error" has
+// been shown, with the server's sentence.
 #pragma once
 
 #include <string>

@@ -45,7 +45,7 @@ IniFile::IniFile(FileOperations& files, std::string folder) : files_(files), fol
 std::string IniFile::Open(const std::string& fileName) {
   path_ = JoinPath(folder_, fileName);
   std::optional<std::string> bytes = ReadFileIfPresent(files_, path_);
-  if (!bytes) {  // its name may have other letter case
+  if (!bytes) {  // its name may differ in letter case
     std::vector<std::string> spellings = SpellingsOf(files_, folder_, fileName);
     std::erase_if(spellings, [this](const std::string& name) {
       return files_.Status(JoinPath(folder_, name)).kind == FileKind::Folder;
@@ -59,7 +59,7 @@ std::string IniFile::Open(const std::string& fileName) {
   return {};
 }
 
-// A file that has gone since the start counts as empty.
+// A file that was removed since the start counts as empty.
 std::string IniFile::Bytes() const {
   return ReadFileIfPresent(files_, path_).value_or("");
 }

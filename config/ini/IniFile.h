@@ -1,6 +1,6 @@
 // Pellorin.ini on the disk. Replacing or removing a section rewrites the whole file, durably, starting from
-// the file as it is at that moment. A file of NULs, as a power loss leaves one, counts as empty; a copy of it
-// is kept before it is overwritten. Failures are FileErrors.
+// the file as it is at that moment. A file of NULs, such as a power loss leaves, counts as empty; a copy of
+// it is kept before it is overwritten. Failures are FileErrors.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace pellorin {
 
-// Bytes of the buffer that section names, and the lines of a section, are read with.
+// Size of the buffer that receives the section names, or the lines of one section.
 inline constexpr std::size_t kProfileBufferSize = 10000;
 
 class IniFile {
@@ -22,16 +22,14 @@ class IniFile {
 
   const std::string& Path() const { return path_; }
 
-  // Remembers the file of that name, in whatever letter case, and returns its content. Creates an empty file
-  // when it is missing. NumberedError 50100 when there is none of exactly that name but several that differ
-  // from it in letter case.
+  // Finds the file of that name, in any letter case, and returns its content. Creates an empty file when it
+  // is missing. NumberedError 50100 when no file has exactly that name and several differ in letter case.
   std::string Open(const std::string& fileName);
   ProfileFile Read() const;
   bool IsEmpty() const;  // missing or blank
-  // Whether there is nothing but line breaks, form feeds, NULs and blanks, and perhaps a Ctrl-Z at the end.
+  // Whether the bytes are only line breaks, form feeds, NULs and blanks, perhaps with a Ctrl-Z at the end.
   static bool IsBlank(std::string_view bytes);
-  // Whether the bytes are in another encoding, or a byte-order mark alone: a sentence that says so and names
-  // the cure. Empty otherwise.
+  // A sentence with the cure if the bytes are in another encoding, or a byte-order mark alone; else empty.
   static std::string EncodingProblem(std::string_view bytes);
 
   void ReplaceSection(std::string_view ansiName, const std::vector<std::string>& ansiLines);

@@ -17,7 +17,7 @@
 namespace pellorin {
 namespace {
 
-// Carries the reason alone: the section's name and path are added where they are known.
+// Holds the reason alone: IniSection::Save adds the section's name and the path.
 NumberedError Refusal(const std::string& reason) {
   return {kSectionNotSaved, ErrorSource("IniSection"), reason};
 }

@@ -12,7 +12,7 @@ class ProfileFile;
 class SettingList;
 
 // Adds the settings of the first section of that name, in file order. NumberedError 50110 for a line without
-// "=", CollectionError for a name that stands there twice in any letter case; both carry `path`, the file's.
+// "=", CollectionError for a name that occurs twice in any letter case; both carry `path`, the file's.
 // Returns whether the file holds more of the section than the 10,000 bytes that are read.
 bool ReadIniSection(const ProfileFile& file, const std::string& path, const std::string& sectionName,
                     SettingList& settings);
@@ -22,8 +22,8 @@ bool ReadIniSection(const ProfileFile& file, const std::string& path, const std:
 // could not be read again.
 std::vector<std::string> IniSectionLines(const SettingList& settings);
 
-// A section's place in the file, from its first load or save to its removal. Remembers what forbids writing
-// it. A failure to write is a NumberedError 50111 that names section and file.
+// A section's place in the file, from its first load or save to its removal. Remembers why it must not
+// be written. A failure to write is a NumberedError 50111 that names section and file.
 class IniSection {
  public:
   // As ReadIniSection.
@@ -35,7 +35,7 @@ class IniSection {
 
   // Whether the file may hold it: it was loaded, or a save has begun to write it.
   bool IsOriginal() const { return isOriginal_; }
-  // A twin has the name of an earlier section of the file, whose settings are read for it.
+  // A twin has the name of an earlier section of the file and is read with that one's settings.
   bool IsTwin() const { return isTwin_; }
   void SetIsTwin() { isTwin_ = true; }
   // False for a twin, and for a section that was not read to its end.

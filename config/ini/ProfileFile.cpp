@@ -22,7 +22,7 @@ std::size_t UsableSize(std::size_t bufferSize) {
   return bufferSize < 2 ? 0 : bufferSize - 2;
 }
 
-// Where the line of this bracket begins if only blanks stand before it: then the line is a header.
+// Where this bracket's line begins, if only blanks precede the bracket: then the line is a header. Else npos.
 std::size_t BeginOfHeader(std::string_view all, std::size_t first, std::size_t bracket) {
   std::size_t begin = bracket;
   while (begin > first && (all[begin - 1] == ' ' || all[begin - 1] == '\t')) --begin;

@@ -6,8 +6,8 @@
 //   file.ForEachLine("a", 100, Print);  // x=1
 //   file.WithSection("A", {"x=2"});     // "; mine\n[A]\nx=2\n"
 //
-// Those functions fill a buffer of the caller's. Its last two bytes are reserved for the closing NULs, and a
-// text that needs more is cut off there.
+// Those functions fill the caller's buffer. Its last two bytes are reserved for the closing NULs, and a text
+// that needs more is cut off there.
 #pragma once
 
 #include <cstddef>
@@ -30,7 +30,7 @@ struct ProfileText {
 
 class ProfileFile {
  public:
-  // A Ctrl-Z at the end, and lines of form feeds or non-breaking blanks alone, hold nothing and stay.
+  // A Ctrl-Z at the end, and lines of form feeds or non-breaking blanks alone, are kept but not read.
   explicit ProfileFile(std::string bytes);
 
   // In file order, spelled as in the file, duplicates included.
@@ -42,8 +42,8 @@ class ProfileFile {
                    const std::function<void(std::string_view)>& take) const;
   bool HasSection(std::string_view section) const;
 
-  // The file's bytes with these lines in the first section of that name, or in a new section at the end. A
-  // line that reads as the one given stays as it is.
+  // The file's bytes with these lines in the first section of that name, or in a new section at the end. An
+  // old line that reads as the new one stays as it is.
   std::string WithSection(std::string_view section, const std::vector<std::string>& lines) const;
   // The file's bytes without the header and the entries of the first section of that name. Its comments
   // and blank lines stay.

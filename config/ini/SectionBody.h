@@ -7,7 +7,7 @@
 
 namespace pellorin {
 
-// Appends the body to `out`, which ends with the header, with these entries in place of its own. The k-th
+// Appends the body to `out`, which ends with the header, and replaces the body's entries by these. The k-th
 // entry line becomes the k-th entry and keeps its line end; a line that reads as the entry keeps every byte.
 // Further entries follow the last one.
 //

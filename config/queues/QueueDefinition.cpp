@@ -78,7 +78,7 @@ std::vector<xmlNode*> AllAttributes(xmlDoc* document) {
   return Select(document, kAttributes);
 }
 
-// Subtracts the length of these nodes' text, entities expanded, from the budget. False if that is too small.
+// Subtracts the length of these nodes' text, entities expanded, from the budget. False if it is too small.
 bool FitsInto(std::size_t& budget, const xmlNode* node) {
   for (; node != nullptr; node = node->next) {
     const bool isText = node->type == XML_TEXT_NODE;
@@ -92,7 +92,7 @@ bool FitsInto(std::size_t& budget, const xmlNode* node) {
   return true;
 }
 
-// The parser bounds how deep entities nest, not how often an attribute names them.
+// The parser limits how deep entities nest, not how often an attribute refers to them.
 void RequireBoundedEntities(xmlDoc* document) {
   if (document->intSubset == nullptr) return;
   std::size_t budget = kLargestFile;
@@ -121,7 +121,7 @@ bool RepeatsAttributeOf(xmlNode* element, const xmlNode& attribute) {
   return node != nullptr && node != &attribute && TextOf(*node) == TextOf(attribute);
 }
 
-// Whether XML 1.0 can express the text. One from outside may not even be UTF-8.
+// Whether XML 1.0 can express the text. A text from outside may not even be UTF-8.
 bool IsXmlText(const std::string& text) {
   if (!xmlCheckUTF8(XmlText(text)) || text.find('\0') != std::string::npos) return false;
   for (int position = 0, size = static_cast<int>(text.size()); position < size;) {

@@ -1,5 +1,5 @@
 // The XML document of one queue. Parsed strictly: without network, external entities or unbounded expansion.
-// Written back with its encoding, comments, order and whatever else it holds. Failures are NumberedErrors
+// Written back with its encoding, comments, order and everything else it holds. Failures are NumberedErrors
 // with the reason and no path: the caller knows the file.
 //
 //   QueueDefinition night("<queue every='1'/>");

@@ -21,7 +21,7 @@ class QueueFolder {
  public:
   QueueFolder(FileOperations& files, const std::string& programFolder);
 
-  // Finds the folder in another spelling of its name when there is none of the usual one.
+  // Finds the folder under another spelling of its name if the usual one is missing.
   void FindFolder();
   // All queue files but the template, ordered by queue name without regard to letter case.
   std::vector<QueueEntry> Queues();

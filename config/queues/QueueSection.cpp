@@ -15,7 +15,7 @@
 namespace pellorin {
 namespace {
 
-// Carries the reason alone: the queue's name and path are added where they are known.
+// Holds the reason alone: QueueSection::Save adds the queue's name and the path.
 NumberedError Refusal(const std::string& reason) {
   return {kSectionNotSaved, ErrorSource("QueueSection"), reason};
 }

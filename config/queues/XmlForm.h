@@ -16,11 +16,11 @@ struct XmlForm {
   bool hasWindowsLineEnds = false;  // only such line ends, and at least one
 };
 
-// `declaredEncoding`: what the declaration says, or nothing.
+// `declaredEncoding`: what the declaration says; empty without one.
 XmlForm FormOf(std::string_view bytes, std::string_view declaredEncoding);
 
-// A document that was written in the form's encoding, with LF as line ends, brought into the whole form. One
-// in UTF-16 may come in either byte order, with a mark or without.
+// Brings a document, written in the form's encoding with LF as line ends, into the whole form. UTF-16 may
+// come in either byte order, with a mark or without.
 std::string InForm(const XmlForm& form, std::string bytes);
 
 }  // namespace pellorin

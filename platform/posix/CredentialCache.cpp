@@ -51,7 +51,7 @@ class CacheReader {
     Number(2);        // kind of the key
     Data();           // the key
     Number(4);        // time of the login
-    Number(4);        // begin of the ticket
+    Number(4);        // start of the ticket
     const std::uint32_t end = Number(4);
     Number(4);     // latest renewal
     Bytes(1 + 4);  // flags

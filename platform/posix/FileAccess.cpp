@@ -24,7 +24,7 @@ constexpr mode_t kAccessBits = 07777;
       path);
 }
 
-// False, with errno, when that fails. If `from` has no list, a list that the folder gave the new file goes.
+// If `from` has no list, removes the one that the new file inherited. False, with errno, when that fails.
 bool CopyAccessList(int to, const std::string& from) {
   constexpr const char* kAccessList = "system.posix_acl_access";
   std::array<char, 65536> list{};  // the system's limit

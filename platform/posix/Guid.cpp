@@ -28,8 +28,8 @@ std::size_t FetchRandomBytes(std::array<GuidBytes, kFetchedAtOnce>& guids) {
   return static_cast<std::size_t>(count) / sizeof(GuidBytes);
 }
 
-// Every section of a configuration gets a GUID. To ask the system for each one would take longer than all
-// the rest of loading.
+// Every section of a configuration gets a GUID. Asking the system for each one would take longer than all the
+// rest of loading.
 GuidBytes RandomBytes() {
   static thread_local std::array<GuidBytes, kFetchedAtOnce> fetched;
   static thread_local std::size_t left = 0;

@@ -18,7 +18,7 @@ struct HostAddress {
 
 struct HostAddresses {
   std::vector<HostAddress> found;  // empty for an unknown host
-  std::string problem;             // why there is none, in the system's words
+  std::string problem;             // why none was found, in the system's words
 };
 
 // Asks the system's name service, which sets its own time limit.

@@ -26,7 +26,7 @@ class HostSocket {
 
 enum class SocketIs { Readable, Writable };  // a socket that has failed is both
 
-// Waits until a socket is as wanted. Returns the indexes of all that are; none when the patience ends.
+// Waits until a socket is as wanted. Returns the indexes of all that are; empty when the patience ends.
 std::vector<std::size_t> WaitForSockets(const std::vector<HostSocket>& sockets, SocketIs wanted,
                                         std::chrono::milliseconds patience);
 

@@ -69,7 +69,7 @@ void ReadNumberConventions(const std::string& localeName, LocaleConventions& con
   conventions.thousandsSeparator = locale.Text(THOUSEP);
 }
 
-// Some locales put blanks before the names to align them. Nobody types those.
+// Some locales put blanks before the names to align them. Users do not type those.
 void ReadMonthNames(const LoadedLocale& locale, nl_item january, std::array<std::string, 12>& names) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     std::string name(WithoutOuterBlanks(locale.Text(january + static_cast<nl_item>(i))));
@@ -97,7 +97,7 @@ void ReadDateConventions(const std::string& localeName, LocaleConventions& conve
   ReadMonthNames(locale, MON_1, conventions.longMonthNames);
 }
 
-// The variable for everything wins over the category's own.
+// LC_ALL wins over the category's own variable, and that over LANG.
 std::string LocaleNameFor(const char* category) {
   return EnvironmentOr("LC_ALL", EnvironmentOr(category, EnvironmentOr("LANG", "")));
 }

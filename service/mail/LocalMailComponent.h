@@ -1,6 +1,6 @@
 // Stands in for the service's mail component where the service's library is not installed. Sends one plain
 // text mail through the named mail server, using its saved settings: through its pickup folder, or by SMTP.
-// Where no folder of the service is registered, the program's own folder counts as that.
+// Where no folder of the service is registered, the program's own folder takes its place.
 #pragma once
 
 #include "platform/FileOperations.h"
@@ -11,12 +11,12 @@ namespace pellorin {
 
 class LocalMailComponent : public MailComponent {
  public:
-  // Pellorin.ini is read in the program's folder, its numbers as the locale writes them.
+  // Reads Pellorin.ini in the program's folder, with numbers in the locale's form.
   LocalMailComponent(FileOperations& files, std::string programFolder, LocaleConventions locale = {});
   std::string InstallFolder() override;
   std::string Version() override;
   void SetWatch(Watch watch) override { watch_ = std::move(watch); }
-  // Looks at recipients, subject, message, mail server and format, of which it knows "text" alone.
+  // Uses recipients, subject, message, mail server and format; the format must be "text".
   bool Send(const MailArguments& arguments) override;
   int LastErrorNumber() override { return errorNumber_; }
   std::string LastErrorSource() override { return errorSource_; }

@@ -34,7 +34,7 @@ int PortOf(const SettingList& settings, const LocaleConventions& locale, const s
   return static_cast<int>(port);
 }
 
-// A part of a second counts as one: 0 alone means no limit.
+// A fraction of a second counts as a whole one: only 0 means no limit.
 int TimeoutOf(const SettingList& settings, const LocaleConventions& locale, const std::string& server) {
   constexpr double kLongest = 2147483;
   const std::string text = settings.GetValue(MailKey::kConnectionTimeout);
@@ -64,7 +64,7 @@ SmtpServer ReadServer(const SettingList& settings, const LocaleConventions& loca
   return server;
 }
 
-// The saved settings of the section, read from the file in whatever letter case its name is spelled.
+// The saved settings of the section. The file's name may be spelled in any letter case.
 SettingList ReadSettings(FileOperations& files, const std::string& folder, const std::string& name) {
   constexpr const char* kFileName = "Pellorin.ini";
   const std::string path = JoinPath(folder, FindIgnoringCase(files, folder, kFileName));

@@ -1,5 +1,4 @@
-// The settings of one mail server as the service finds them: the saved section "MAIL:" +
-// name of Pellorin.ini.
+// The settings of one mail server as the service finds them: its saved section of Pellorin.ini.
 #pragma once
 
 #include <string>
@@ -18,7 +17,7 @@ struct MailServerSettings {
   std::string defaultDomain;
 };
 
-// MailFailure when there is no such section, or it holds something that no mail can be sent with. Other
+// MailFailure when there is no such section, or no mail can be sent with its settings. Other
 // NumberedErrors when the file cannot be read. Never writes.
 MailServerSettings LoadMailServer(FileOperations& files, const std::string& programFolder,
                                   const LocaleConventions& locale, const std::string& name);

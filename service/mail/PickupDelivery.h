@@ -1,6 +1,6 @@
 // Delivery through a pickup folder: the mail becomes a file <guid>.eml that the mail service of this machine
-// takes away. The envelope comes before the message: one X-Sender, and one X-Receiver for each recipient. The
-// file appears under its name when it is complete and on the disk. After a failure there is no file.
+// picks up. The envelope comes before the message: one X-Sender, and one X-Receiver for each recipient. The
+// file appears under its name only when it is complete and on the disk. After a failure there is no file.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Delivery to a mail server by SMTP. If the server offers encryption, nothing goes on without it. The
-// server's certificate is not checked, because servers inside a company often sign their own.
+// Delivery to a mail server by SMTP. If the server offers encryption, the mail is sent with it or not at all.
+// The server's certificate is not checked, because servers inside a company often sign their own.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@
 namespace pellorin {
 
 struct SmtpServer {
-  std::string host;  // a name, or an address of either kind
+  std::string host;  // a name, or an IPv4 or IPv6 address
   int port = 25;
   bool isEncryptedFromStart = false;  // else once the server offers it
   int timeout = 0;                    // seconds for the whole delivery; 0: no limit

@@ -47,8 +47,8 @@ bool IsCapital(std::string_view text) {
   return std::none_of(text.begin(), text.end(), [](char letter) { return letter >= 'a' && letter <= 'z'; });
 }
 
-// The server's message of an NTLM login (MS-NLMP 2.2.1.2). libcurl answers one without target information
-// in NTLM's first version.
+// The server's message of an NTLM login (MS-NLMP 2.2.1.2). If it lacks target information, libcurl answers in
+// NTLM's first version.
 bool IsNtlmChallenge(const std::string& message) {
   return message.starts_with(std::string_view("NTLMSSP\0\2", 9));
 }
@@ -96,7 +96,7 @@ bool SmtpDialogue::TakeReply(int code) {
       return TakeHello(code);
     case SmtpStep::StartTls:
       isEncrypted_ = code == 220;
-      // A refusal ends it here: libcurl would go on in clear text.
+      // A refusal ends the dialogue: libcurl would go on in clear text.
       return Advance(isEncrypted_, code, SmtpStep::Hello) && isEncrypted_;
     case SmtpStep::Login:
       return code == 334 ? TakeChallenge() : Advance(code == 235, code, SmtpStep::Sender);
@@ -122,8 +122,8 @@ bool SmtpDialogue::Advance(bool isExpected, int code, SmtpStep next) {
   return true;
 }
 
-// After a refusal libcurl still sends QUIT. After any other unexpected reply it may be ahead of this class,
-// so that nothing more may be sent.
+// After a refusal libcurl still sends QUIT. After any other unexpected reply libcurl may be ahead of this
+// class, so nothing more may be sent.
 bool SmtpDialogue::Refuse(int code) {
   isRefused_ = true;
   KeepRefusal(code);

@@ -1,5 +1,5 @@
 // A mail server's reply as it is shown. Some servers repeat what a client said, so passwords and the lines of
-// a login are shown as "***". A password of less than four characters is masked only where it stands alone.
+// a login are shown as "***". A password of fewer than four characters is masked only where it stands alone.
 #pragma once
 
 #include <string>

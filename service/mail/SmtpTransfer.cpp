@@ -26,8 +26,8 @@ void Require(CURLcode code) {
     throw MailFailure(code, std::string("The mail cannot be prepared: ") + curl_easy_strerror(code));
 }
 
-// libcurl widens each byte of an NTLM login to a character. A user's name counts in upper case, but libcurl
-// changes only a to z.
+// libcurl widens each byte of an NTLM login to a character. NTLM uses the user's name in upper case, but
+// libcurl converts only a to z.
 std::string NtlmText(const std::string& what, const std::string& utf8, bool upperCase) {
   std::string latin1;
   for (std::size_t index = 0; index < utf8.size();) {
@@ -141,7 +141,7 @@ void SmtpTransfer::Run() {
   handle_.reset();
 }
 
-// Called before the handle ends, because its QUIT may leave another text.
+// Called before the handle ends, because its QUIT may overwrite the text.
 void SmtpTransfer::KeepResult(CURLcode result) {
   result_ = result;
   resultText_ = errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result);

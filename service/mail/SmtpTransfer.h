@@ -1,6 +1,6 @@
 // One mail on its way through libcurl. Run() needs a thread of its own, so that the waiting thread can watch
-// the time and its user: libcurl blocks for a second at some steps, and when it closes a connection, it waits
-// for the server's answer without asking anybody.
+// the time and ask the user: libcurl blocks for a second at some steps, and when it closes a connection, it
+// waits for the server's answer without calling back.
 #pragma once
 
 #include <curl/curl.h>
@@ -39,9 +39,8 @@ class SmtpTransfer {
 
   // Valid after it has run:
   CURLcode Result() const { return result_; }
-  const std::string& ResultText() const {
-    return resultText_;
-  }                                           // libcurl's, or the system's if that says more
+  // libcurl's text, or the system's if that says more.
+  const std::string& ResultText() const { return resultText_; }
   SmtpPhase Phase() const { return phase_; }  // the last that it reached
   const SmtpDialogue& Dialogue() const { return dialogue_; }
   bool IsCancelled() const { return isCancelled_; }
