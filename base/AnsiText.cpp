@@ -9,7 +9,7 @@
 namespace pellorin {
 namespace {
 
-// The characters of the codes 80 to 9F; all other codes stand for the character of the same number.
+// The characters of the codes 80 to 9F; every other code is the number of its character.
 constexpr char32_t kFirstSpecial = 0x80;
 constexpr std::array<char32_t, 32> kSpecial{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                             0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,

@@ -1,5 +1,5 @@
 // Code page 1252, in which Pellorin.ini is written on every system. The five codes without a character (81,
-// 8D, 8F, 90, 9D) stand for U+0081 to U+009D.
+// 8D, 8F, 90, 9D) become the characters of the same numbers, U+0081 to U+009D.
 #pragma once
 
 #include <optional>

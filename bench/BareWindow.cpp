@@ -1,6 +1,6 @@
-// A bare Qt window with as many controls of each kind, on as many pages, as another window. The program's
-// start is measured against it. Arguments: width, height and the other window's census
-// ("frmMail/QLineEdit=10" ...).
+// A bare Qt window with as many controls of each kind, on as many pages, as another window. The
+// program's start is measured against it. Arguments: width, height and the other window's
+// census ("frmMail/QLineEdit=10" ...).
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>

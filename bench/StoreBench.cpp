@@ -73,7 +73,7 @@ struct Comparison {
 constexpr const char* kOurs = "store_us";
 constexpr const char* kTheirs = "other_us";
 
-// Ours and theirs in turn, so that other work of the machine and its disk affects both alike.
+// Runs ours and theirs in turn, so that other work of the machine and its disk affects both alike.
 template <typename Ours, typename Theirs>
 Comparison Compare(const Comparison& comparison, Ours ours, Theirs theirs) {
   const auto measure = [ours, theirs](benchmark::State& state) mutable {

@@ -21,7 +21,7 @@ std::int16_t Limited(std::ptrdiff_t count) {
   return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
 }
 
-// The type that the name's prefix says; an unknown prefix keeps the type of the section before.
+// The type that the name's prefix means; an unknown prefix keeps the type of the section before.
 SectionType TypeOf(const std::string& name, SectionType previous, const std::string& path) {
   if (std::count(name.begin(), name.end(), ':') != 1)
     throw NumberedError(

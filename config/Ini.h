@@ -48,8 +48,8 @@ class Ini {
   std::int16_t NumOfSections(SectionType type) const;  // those not deleted
   // The sections of that type in order, without deleted ones.
   std::vector<Section*> SectionsOf(SectionType type) const;
-  // Whether a section of that type already has the name, given without prefix and in any letter case.
-  // Deleted sections do not count.
+  // Whether a section of that type already has the name, given without prefix and in any letter case. Deleted
+  // sections do not count.
   bool HoldsName(SectionType type, std::string_view name) const;
   void Delete(std::string_view sectionName);  // CollectionError for an unknown name
   void Delete(Section& section);              // one that CanDelete
@@ -62,7 +62,7 @@ class Ini {
   Section& Item(std::string_view key) const { return sections_.Item(key); }
   Section* GetSection(std::string_view sectionName) const;  // exact; null when missing or deleted
   const KeyedCollection<Section>& Sections() const { return sections_; }  // in order, deleted ones included
-  // The section at this address; null when the document does not hold it, or holds it no longer.
+  // The section at this address; null when the document has none there.
   Section* SectionAt(const void* address) const;
 
   // The administration section, found without regard to letter case and added when there is none.

@@ -19,8 +19,8 @@ std::string Join(std::span<const std::string> names) {
   return text;
 }
 
-// How many of the parts, from the first, make up the list's next element. A name
-// with commas takes as many parts as it has.
+// How many of the parts, from the first, make up the list's next element. A name with commas takes as many
+// parts as it has.
 std::size_t PartsOfNextElement(std::span<const std::string> parts,
                                const std::vector<std::string>& namesWithComma) {
   std::size_t longest = 1;

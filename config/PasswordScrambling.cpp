@@ -50,7 +50,7 @@ RandomGenerator SeededFrom(const std::string& keyCodes) {
   return generator;
 }
 
-// Seeding is by far the longest step, and the program has only one key: seeds once.
+// Seeding is by far the longest step, and the program has only one key, so it is done once.
 RandomGenerator SeededFor(std::string_view key) {
   static const RandomGenerator kForPasswords = SeededFrom(AnsiCodes(kPasswordKey));
   return key == kPasswordKey ? kForPasswords : SeededFrom(AnsiCodes(key));

@@ -1,5 +1,5 @@
 // The schedule of one queue as its settings describe it. Reads them as validation and the window's fields do:
-// a date without a time is its midnight, a time without a date lies on 30 December 1899.
+// a date without a time is its midnight, a time without a date is on 30 December 1899.
 #pragma once
 
 #include <chrono>

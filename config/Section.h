@@ -31,7 +31,7 @@ class Section {
   std::string Name;  // "MAIL:smtp1", "SQL:MYSERVER", "ADMIN:Pellorin"; for a queue its bare name
   std::string Key;   // in the document's collection: Name, "|" and a GUID; set by Ini::Add
   Ini* Owner = nullptr;
-  std::int32_t ListPosition = 0;  // of the queue, in its selector; never saved
+  std::int32_t ListPosition = 0;  // a queue's index in its selector; never saved
 
   Section() = default;
   Section(const Section&) = delete;

@@ -8,8 +8,8 @@
 
 namespace pellorin {
 
-// Their file names, in the folder's order; none where the folder is missing. FileError
-// when it cannot be read.
+// Their file names, in the folder's order; empty where the folder is missing. FileError when it
+// cannot be read.
 std::vector<std::string> StyleSheetNames(FileOperations& files, const std::string& programFolder);
 
 }  // namespace pellorin

@@ -91,8 +91,8 @@ void ReplaceFile(FileOperations& files, const std::string& target, std::string_v
   RequireWritable(files, kind, target);
   const bool exists = kind == FileKind::File;
   {
-    // The access is set before the first byte is written, so that only those who may read the old content
-    // can ever read the new.
+    // The access is set before the first byte is written, so that only those who may read the old content can
+    // ever read the new.
     TemporaryFile temporary(files, TemporaryPathBeside(target),
                             exists ? NewFileAccess::OwnerAndFolderGroup : access);
     if (exists) temporary.CopyAccess(target);

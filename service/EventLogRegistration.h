@@ -8,8 +8,7 @@ namespace pellorin {
 class EventLogRegistration {
  public:
   virtual ~EventLogRegistration() = default;
-  // `reserved` is passed empty. Harmless when the source is already registered. NumberedError when
-  // it fails.
+  // `reserved` is passed empty. Harmless when the source is already registered. NumberedError for a failure.
   virtual void RegisterSource(const std::string& messageFile, const std::string& reserved,
                               const std::string& folder, const std::string& source,
                               const std::string& logName) = 0;

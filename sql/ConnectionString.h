@@ -19,7 +19,7 @@ struct ConnectionSettings {
   bool isTrusted = false;
 };
 
-// If a key is there twice, the last counts. SqlError when a piece has no "="; the error holds no part of the
+// If a key occurs twice, the last counts. SqlError when a piece has no "="; the error holds no part of the
 // string, because that may be a password.
 ConnectionSettings ReadConnectionString(const std::string& text);
 

@@ -74,7 +74,7 @@ bool ProcedureInstaller::Install(const SqlLogin& login, const Installation& inst
   const auto connection = connect_();
   if (!Open(*connection, login)) return false;
   const std::string cannotCreate = std::string("Could not create sp_sendPLN procedure.") + kNoPermission;
-  std::string sentence = cannotCreate;  // of the step that is being taken
+  std::string sentence = cannotCreate;  // to show if the current step fails
   bool exists = false;
   try {
     connection->BeginTransaction();

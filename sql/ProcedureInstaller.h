@@ -26,7 +26,8 @@ class ProcedureSetup {
   // The names of the instance's databases in order; nothing after a failure, which has shown a box. Waits 10
   // seconds for the connection and 30 for the list.
   virtual std::optional<std::vector<std::string>> ListDatabases(const SqlLogin& login) = 0;
-  // True when the procedure is installed and committed. Otherwise a box has said why not, or that it may be.
+  // True when the procedure is installed and committed. Otherwise a box has said why not, or that the outcome
+  // is not known.
   virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
   // The SqlConnection::SecurityNote of the last of these operations.
   virtual std::string SecurityNote() const = 0;

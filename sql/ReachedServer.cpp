@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kSource = "ReachedServer";
 
-// Whether servers without encryption are refused. An unknown value is an error: it must not pass for "no".
+// Whether servers without encryption are refused. An unknown value is an error: it must not count as "no".
 bool IsEncryptionRequired() {
   constexpr const char* kVariable = "PELLORIN_SQL_ENCRYPTION";
   const std::string chosen = EnvironmentOr(kVariable, "");
@@ -25,7 +25,7 @@ bool IsEncryptionRequired() {
       std::string(kVariable) + " is \"" + chosen + "\". Please set it to \"require\", or not at all.");
 }
 
-// The driver is not left to ask: it would do so sixteen times, whatever the time-out.
+// Asks before the driver does: the driver would ask sixteen times, whatever the time-out.
 std::uint16_t PortOf(const ServerAddress& address, std::uint16_t browserPort, const Deadline& end) {
   if (address.port != 0) return address.port;
   const auto patience = std::min(end.Left() / 2, std::chrono::milliseconds(4000));

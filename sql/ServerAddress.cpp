@@ -20,12 +20,12 @@ std::uint16_t PortOf(std::string_view digits, const std::string& server) {
   return port;
 }
 
-// Braces have a meaning in what the driver is told of the login.
+// Braces have a meaning in the driver's connection string.
 bool HoldsForeignCharacter(std::string_view text) {
   return HoldsControlCharacter(text) || text.find_first_of("{}") != std::string_view::npos;
 }
 
-// SQL Server's own names of this machine. The network does not know them.
+// SQL Server's own names for this machine. The network does not know them.
 bool IsUnnamed(std::string_view host) {
   return host.empty() || host == "." || EqualIgnoringCase(host, "(local)");
 }

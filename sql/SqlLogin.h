@@ -8,7 +8,7 @@ namespace pellorin {
 struct SqlLogin {
   std::string server;
   bool isTrusted = true;
-  std::string user;  // with the password: of a SQL login only
+  std::string user;  // like the password, for a SQL login only
   std::string password;
 
   std::string Description() const { return isTrusted ? "Trusted" : user; }

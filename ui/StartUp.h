@@ -19,7 +19,7 @@ bool IsInstallMode(const std::string& commandLine);
 // the configuration can be edited all the same.
 void RegisterEventSources(const Components& components);
 
-// The sections that the file holds beyond those that could be read; empty as a rule.
+// A message that names the sections of the file that could not be read; usually empty.
 std::string UnreadNamesMessage(const Ini& document);
 
 }  // namespace pellorin

@@ -18,7 +18,7 @@
 #include "ui/sql/SqlPage.h"
 #include "ui_frmMain.h"
 
-// The pictures lie in this library: without this call the linker leaves them out.
+// The pictures are in this library: without this call the linker leaves them out.
 static void LoadPictures() {
   Q_INIT_RESOURCE(resources);
 }
@@ -79,7 +79,7 @@ void frmMain::AddPages() {
   connect(sqlPage_, &SqlPage::loginChanged, queuesPage_, [this] { queuesPage_->ShowSecurity(""); });
 }
 
-// They joined the window last, but lie above the common area.
+// The pages joined the window last, but are above the common area.
 void frmMain::LeadTabThroughPagesFirst() {
   QWidget* last = previousInFocusChain();
   while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();

@@ -39,8 +39,8 @@ class frmMain : public QWidget {
   explicit frmMain(const Components& components);
   ~frmMain() override;
 
-  // Starts up with this command line, as IsInstallMode reads it. Shows the window; false when the program
-  // must end instead, after the box that says why.
+  // Starts up with this command line, as IsInstallMode reads it. Shows the window. False when the program
+  // must end instead, after a box that says why.
   bool Form_Load(const std::string& commandLine);
   // Loads the document afresh and fills the window. Raises what Ini::Load raises.
   void StartUp();

@@ -22,8 +22,8 @@ bool ReadIniSection(const ProfileFile& file, const std::string& path, const std:
 // could not be read again.
 std::vector<std::string> IniSectionLines(const SettingList& settings);
 
-// A section's place in the file, from its first load or save to its removal. Remembers why it must not
-// be written. A failure to write is a NumberedError 50111 that names section and file.
+// A section's place in the file, from its first load or save to its removal. Remembers why it must not be
+// written. A failure to write is a NumberedError 50111 that names section and file.
 class IniSection {
  public:
   // As ReadIniSection.

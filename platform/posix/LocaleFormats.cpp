@@ -97,8 +97,7 @@ std::optional<DateFormat> ParseDateFormat(std::string_view format) {
   if (adjacent && month->letter == 'm' && !separator.empty() && SeparatorAfter(first[1]) == separator) {
     result.separator = separator;
   }
-  // Month first and a slash is the American form. It is written without leading zeros, even if the format
-  // has them.
+  // Month first and a slash is the American form: written without leading zeros, even if the format has them.
   const bool american = result.order == DateOrder::MonthDayYear && result.separator == "/";
   result.leadingZeros = day->padded && month->padded && !american;
   return result;

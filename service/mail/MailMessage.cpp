@@ -126,7 +126,7 @@ std::string QuotedPrintable(const std::string& line) {
     const bool asItIs = IsPlain(character) && character != '=' && !(character == ' ' && isLast);
     std::string piece(1, asItIs ? character : '=');
     if (!asItIs) AppendHex(piece, static_cast<unsigned char>(character));
-    if (column + piece.size() > kLongestLine - 1) {  // leaves room for the "=" of a line that goes on
+    if (column + piece.size() > kLongestLine - 1) {  // leaves room for the "=" of a continued line
       encoded += "=\r\n";
       column = 0;
     }

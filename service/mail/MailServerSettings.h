@@ -17,8 +17,8 @@ struct MailServerSettings {
   std::string defaultDomain;
 };
 
-// MailFailure when there is no such section, or no mail can be sent with its settings. Other
-// NumberedErrors when the file cannot be read. Never writes.
+// MailFailure when there is no such section, or no mail can be sent with its settings. Other NumberedErrors
+// when the file cannot be read. Never writes.
 MailServerSettings LoadMailServer(FileOperations& files, const std::string& programFolder,
                                   const LocaleConventions& locale, const std::string& name);
 

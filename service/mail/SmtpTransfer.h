@@ -1,6 +1,6 @@
 // One mail on its way through libcurl. Run() needs a thread of its own, so that the waiting thread can watch
-// the time and ask the user: libcurl blocks for a second at some steps, and when it closes a connection, it
-// waits for the server's answer without calling back.
+// the time and let the user cancel: libcurl blocks for a second at some steps, and when it closes a
+// connection, it waits for the server's answer without calling back.
 #pragma once
 
 #include <curl/curl.h>

@@ -1,4 +1,4 @@
-// Boxes for operations that fail. A box tells the description, the file's full path, the number and the
+// Boxes for operations that fail. A box shows the description, the file's full path, the number and the
 // source; after a failed save, also what was saved and what was not.
 #pragma once
 

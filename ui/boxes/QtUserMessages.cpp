@@ -65,7 +65,7 @@ class NormalPointer {
   bool isSet_;
 };
 
-// The window that a box must lie over. A modal window would hide and block any other.
+// The window over which a box must open. A modal window would hide and block any other.
 QWidget* InFront(QWidget* owner) {
   QWidget* modal = QApplication::activeModalWidget();
   return modal != nullptr ? modal : owner;

@@ -14,7 +14,7 @@ class CaptionedFrame : public QFrame {
  public:
   explicit CaptionedFrame(QWidget* parent = nullptr);
 
-  QString title() const { return title_; }  // in the style of the properties of .ui files
+  QString title() const { return title_; }  // named like the properties of .ui files
   void setTitle(const QString& title);
 
  protected:

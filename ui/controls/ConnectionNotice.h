@@ -1,5 +1,5 @@
-// A line that says what protected the last connection to a SQL Server. Hidden while there is nothing to say.
-// It asks for the height of one line and for no width, so that it does not widen the window.
+// A line that says whether the last connection to a SQL Server was encrypted. Hidden while it is empty. It
+// asks for the height of one line and for no width, so that it does not widen the window.
 #pragma once
 
 #include <QLabel>

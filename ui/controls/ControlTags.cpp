@@ -49,8 +49,8 @@ void ForEachTagged(QWidget& window, Action action) {
 
 }  // namespace
 
-// An enabled field looks like paper. A disabled one, whoever disabled it, looks like the window around it,
-// with muted text. The style paints drop-down lists with the button colours, so those are set too.
+// An enabled field looks like paper. A disabled one, however it was disabled, looks like the window around
+// it, with muted text. The style paints drop-down lists with the button colours, so those are set too.
 void ControlTags::Switch(QWidget& control, bool on) {
   control.setEnabled(on);
   if (!IsField(control)) return;

@@ -35,7 +35,7 @@ inline bool SelectListItem(QComboBox& list, std::string_view text) {
   return false;
 }
 
-// Checks or clears a button, whatever the rest of its group. Qt alone would keep one of a group checked.
+// Checks or unchecks a button and leaves its group alone. Qt alone would keep one of a group checked.
 inline void SetChosen(QAbstractButton& button, bool isChosen) {
   const bool isExclusive = button.autoExclusive();
   button.setAutoExclusive(false);

@@ -21,7 +21,7 @@ using std::chrono::seconds;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
-// What a step can change, in the order in which a text shows the parts.
+// The parts that a step can change: first those of a date, then those of a time.
 enum class Part { Day, Month, Year, Hour, Minute, Second, HalfOfDay };
 
 std::vector<Part> PartsShown(const DateTime& value, const LocaleConventions& locale) {
@@ -44,7 +44,7 @@ std::size_t RunAt(const QString& text, int cursor) {
   return runs;
 }
 
-// Where the run of that index lies.
+// The start and the length of that run.
 std::pair<int, int> PlaceOfRun(const QString& text, std::size_t run) {
   int start = 0;
   while (start < text.size() && (RunAt(text, start) < run || !text[start].isLetterOrNumber())) ++start;
@@ -147,7 +147,7 @@ void DateTimePicker::SetValueText(const std::string& text) {
 void DateTimePicker::ShowValue() {
   const auto value = Read(text_);
   lineEdit()->setText(value ? QString::fromStdString(WriteDateTime(*value, conventions_)) : QString());
-  lineEdit()->setCursorPosition(0);  // a step changes the first part, unless the user goes to another
+  lineEdit()->setCursorPosition(0);  // a step changes the first part, unless the user moves to another
 }
 
 void DateTimePicker::NoteTyped(const std::string& typed) {

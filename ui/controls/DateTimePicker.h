@@ -1,9 +1,9 @@
 // A field for a date (with a calendar), a time of day, or both, which is kept as text.
 //
-// A text given by the program stays as it is, to the letter, until the user changes the value. What the user
-// types is read as a whole, in every form that ReadTypedDateTime knows. ValueText() has it in the locale's
-// form at once; the field shows that form after Return or when the focus leaves. A typed text that is not a
-// date or time is kept, so that validation can name it. A given one is shown as empty.
+// A text given by the program stays exactly as it is until the user changes the value. What the user types is
+// read as a whole, in every form that ReadTypedDateTime knows. ValueText() returns it in the locale's form at
+// once; the field shows that form after Return or when the focus leaves. A typed text that is not a date or
+// time is kept, so that validation can name it. A given one is shown as empty.
 //
 // Up and Down step the part at the cursor. F4 and Alt+Down open the calendar.
 #pragma once
@@ -24,7 +24,7 @@ class DateTimePicker : public QAbstractSpinBox {
  public:
   explicit DateTimePicker(QWidget* parent = nullptr);
 
-  // With a calendar it picks a date, without one a time of day. In the style of the properties of .ui files.
+  // With a calendar it picks a date, without one a time of day. Named like the properties of .ui files.
   bool calendarPopup() const { return hasCalendar_; }
   void setCalendarPopup(bool wanted);
 

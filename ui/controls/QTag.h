@@ -4,8 +4,8 @@
 //   tag = groups "@" sections      groups = onPart [":" offPart]      each part = a list separated by ","
 //
 // An item that ends in "Member" makes the control a member of the group named before it. Any other item is a
-// group that the control switches on (onPart) or off (offPart). Names are compared exactly. A tag of another
-// shape means nothing.
+// group that the control switches on (onPart) or off (offPart). Names are compared exactly. Groups or tags of
+// any other form are ignored.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ class QTag {
   explicit QTag(std::string_view tag) { Init(tag); }
 
   void Init(std::string_view tag);
-  // Files the items; `mode` is "on" or "off", any other files only the members.
+  // Adds the items to the lists; `mode` is "on" or "off". Any other mode adds only the members.
   void InitMembers(std::string_view items, std::string_view mode);
 
   bool IsInGroup(std::string_view name) const;

@@ -1,5 +1,5 @@
-// Shows the install script that lies in the program's folder: in the desktop's own editor, or in a window of
-// this program when the desktop has none or its editor fails.
+// Shows the install script of the program's folder: in the desktop's own editor, or in a window of this
+// program when the desktop has none or its editor fails.
 #pragma once
 
 #include <QObject>
@@ -12,7 +12,7 @@
 
 namespace pellorin {
 
-// What starts the editor on Windows. The quotation mark is never closed: the editor takes all that follows.
+// The editor's command line on Windows. The quotation mark stays open: the editor takes the rest.
 std::string ReviewCommandLine(const std::string& programFolder);
 
 class ScriptReview : public QObject {

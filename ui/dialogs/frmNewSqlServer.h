@@ -25,8 +25,8 @@ struct InstallerServices {
   ProcedureSetup& setup;
   UserMessages& messages;
   FileOperations& files;
-  std::function<std::vector<std::string>()> localInstances;  // empty parts are skipped
-  std::string programFolder;                                 // where the install script lies
+  std::function<std::vector<std::string>()> localInstances;  // empty names are skipped
+  std::string programFolder;                                 // of the install script
   std::function<void(QWidget& owner)> showHelp;
 };
 

@@ -1,5 +1,5 @@
-// What the window asks before it closes: whether a configuration without servers is meant, and whether
-// changes are to be saved.
+// What the window asks before it closes: whether a configuration without servers is intended, and whether
+// to save changes.
 #pragma once
 
 #include "base/UserMessages.h"

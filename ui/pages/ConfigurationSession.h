@@ -1,6 +1,6 @@
 // What the pages share: the document that is being edited and, of each kind, the section that is shown. Every
-// edit goes through one of the Persist operations. Before a document is replaced or a section leaves it, the
-// session forgets the shown section, so that no pointer outlives its section.
+// edit goes through SetValue, nearly always by a Persist operation. Before a document is replaced or a
+// section leaves it, the session forgets the shown section, so that no pointer outlives its section.
 #pragma once
 
 #include <QObject>

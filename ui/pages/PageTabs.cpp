@@ -7,7 +7,7 @@
 namespace pellorin {
 namespace {
 
-// One a line, as many as a tip has room for.
+// One per line, as many as fit into a tip.
 std::string UnusableQueues(const Ini& document) {
   constexpr std::size_t kMostNames = 12;
   std::string names;

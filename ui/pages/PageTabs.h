@@ -1,5 +1,5 @@
-// The tabs of the pages. A tab is marked while its page has something to tell, so that nobody misses it who
-// looks at another page.
+// The tabs of the pages. A tab is marked while its page has a notice, so that it is not missed while another
+// page is shown.
 #pragma once
 
 #include <QTabWidget>

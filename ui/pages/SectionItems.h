@@ -1,5 +1,4 @@
-// Items of lists that stand for a section of the document. Of two sections with the same
-// name, each can be chosen.
+// List items that refer to a section and not to its name: of two sections with one name, each can be chosen.
 #pragma once
 
 #include <QVariant>
@@ -12,7 +11,7 @@ namespace pellorin {
 inline QVariant IdentityOf(const Section& section) {
   return QVariant::fromValue(reinterpret_cast<quintptr>(&section));
 }
-// The section that an item stands for. Null without an item, or when the section has left the document.
+// The section that an item refers to. Null without an item, or when the section has left the document.
 inline Section* SectionOf(const QVariant& identity, const Ini& document) {
   return document.SectionAt(reinterpret_cast<const void*>(identity.value<quintptr>()));
 }

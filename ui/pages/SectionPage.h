@@ -28,8 +28,8 @@ class SectionPage : public QFrame {
 
   // The handler of the selector: shows the section of the selected entry, unless the shown one is invalid.
   void ShowSelected();
-  // After the whole document was refused: shows the section and focuses its first refused field. A shown
-  // section that was refused itself stays. Checks nothing on leaving.
+  // After the whole document was refused: shows the section and focuses its first refused field. Stays on the
+  // shown section if that was refused itself. Leaves it without a check.
   void ShowFaulty(Section& faulty);
   // Enables the page's controls, or disables and empties them.
   void Enable();
@@ -46,8 +46,8 @@ class SectionPage : public QFrame {
   // Reports what is invalid in the shown section; true when none is shown.
   virtual bool ValidateShown() = 0;
   bool ValidateCurrent(const std::string& subject);  // subject: what the report calls the section
-  bool CanAdd();                                     // says why not
-  // Asks whether the settings of the shown server shall go, or says why they cannot. True for Yes.
+  bool CanAdd();                                     // false after a box that says why not
+  // Asks whether to delete the settings of the shown server, or says why it cannot. True for Yes.
   bool ConfirmDeletionOfServer();
   void Refuse(const std::string& title, const std::string& reason) const;  // an exclamation box
   // Whether a section is being shown because it is faulty. A box has said so; no other may follow.

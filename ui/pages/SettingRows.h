@@ -43,8 +43,8 @@ struct PickerRow {
 struct ListRow {
   QComboBox* list;
   const char* key;
-  // Called with a text that the list does not offer, when it is no longer stored because of that; with the
-  // empty text when the user has chosen an item.
+  // Called with a stored text that is lost because the list does not offer it, and with the empty text when
+  // the user has chosen an item.
   std::function<void(const std::string& text)> onLost = {};
 };
 
@@ -64,11 +64,11 @@ struct Option {
 struct OptionRow {
   const char* key;
   std::vector<Option> options;
-  // The value that a stored text chooses; one that no option has chooses none, and nothing leaves the buttons
-  // as they are. Without this function a stored text chooses itself.
+  // The option's value for a stored text. A value that no option has chooses none; nothing leaves the buttons
+  // as they are. Without this function the stored text is the value.
   std::function<std::optional<std::string>(const std::string& stored)> valueOf = {};
   const QRadioButton* whenNone = nullptr;            // whose groups are switched while none is chosen
-  std::function<void(const Option&)> onShown = {};   // besides the groups
+  std::function<void(const Option&)> onShown = {};   // after its groups were switched
   std::function<void(const Option&)> onChosen = {};  // by the user, after it was stored
 };
 

@@ -196,7 +196,7 @@ void SettingsForm::Choose(const QComboBox* list, const std::string& text) {
     if (row.list == list) ChooseItem(row, text);
 }
 
-// Among several enabled fields, an empty one: it lacks what the setting needs.
+// Prefers an empty field: it lacks what the setting needs.
 QWidget* SettingsForm::FieldOf(const std::string& key) const {
   QWidget* first = nullptr;
   for (const Field& field : fields_) {
@@ -215,7 +215,7 @@ bool SettingsForm::FocusFirst(const std::vector<std::string>& keys, QWidget& sta
   if (fields.empty()) return false;
   QWidget* control = &start;
   while (!fields.contains(control)) control = control->nextInFocusChain();
-  control->setFocus(Qt::TabFocusReason);  // as by Tab: what stands there is selected
+  control->setFocus(Qt::TabFocusReason);  // as Tab does: selects the content
   return true;
 }
 

@@ -51,15 +51,14 @@ class SettingsForm {
   void AddField(const char* key, QWidget* control) { fields_.push_back({key, control}); }
 
   void Fill();        // stores nothing and runs no handler
-  void StoreShown();  // in the order of the rows; one failure keeps no other row from being stored
+  void StoreShown();  // in the order of the rows; after a failure the other rows are still stored
 
   void Store(const char* key, const std::string& value);
-  // As if the user had chosen it, but for the focus.
+  // As if the user had chosen it, except that the focus stays.
   void Choose(const QRadioButton* button);
-  void Choose(const QComboBox* list, const std::string& text);  // no item of that text: none
+  void Choose(const QComboBox* list, const std::string& text);  // none if no item has that text
 
-  // Of the fields of these settings that are enabled, focuses the one that Tab reaches first from `start`.
-  // False when there is none.
+  // Focuses the enabled field of these settings that Tab reaches first from `start`. False without one.
   bool FocusFirst(const std::vector<std::string>& keys, QWidget& start) const;
 
  private:
@@ -67,8 +66,8 @@ class SettingsForm {
     const char* key;
     WhenShown whenShown;
     std::function<void(const std::string& stored)> show;
-    std::function<std::optional<std::string>(const std::string& stored)>
-        shown;  // nothing: no text stands for it
+    // The text to store; nothing when no text says what is shown.
+    std::function<std::optional<std::string>(const std::string& stored)> shown;
     std::function<void(const std::string& stored)> onLost = {};
   };
   struct Field {

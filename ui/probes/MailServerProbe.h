@@ -1,4 +1,4 @@
-// Sends one mail through the shown mail server, with the saved settings, by the service's own component.
+// Sends one mail through the shown mail server, with its saved settings and the service's own component.
 #pragma once
 
 #include "ui/probes/Probe.h"

@@ -17,7 +17,7 @@
 
 namespace pellorin {
 
-// Lives while a probe works. The window shows that as it likes.
+// Lives while a probe works. The window decides how to show that.
 class ProbeWork {
  public:
   virtual ~ProbeWork() = default;
@@ -29,8 +29,8 @@ struct ProbeServices {
   MailComponent& mail;
   SqlConnectionFactory connect;
   std::function<std::unique_ptr<ProbeWork>()> beginWork;
-  std::function<void(const std::string& note)>
-      showSecurity;  // of the probe's connection, on the page in front
+  // Shows the note about the probe's connection on the page in front.
+  std::function<void(const std::string& note)> showSecurity;
 };
 
 // A call of the procedure failed; what() is the server's own sentence.
@@ -42,7 +42,7 @@ class CallFailed : public std::runtime_error {
 // the probe must stop.
 bool SaveBeforeProbe(const ProbeServices& services);
 
-// The name of a section as the mail shows it; empty when there is none.
+// The name of a section as the mail shows it; empty for null.
 std::string NameOf(const Section* section);
 // "Send On: 11/22/2026 8:41:00 AM", without a line break.
 std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = QDateTime::currentDateTime());
@@ -51,7 +51,7 @@ std::string SendOnLine(const LocaleConventions& locale, const QDateTime& now = Q
 // box that says why not.
 bool OpenForProbe(SqlConnection& connection, const SqlLogin& login, const ProbeServices& services);
 
-// Runs `send` and shows how it ended: the text of its success, or a CallFailed as "Test Failed". Shows
+// Runs `send`. Shows the text `success` when it returns true, and a CallFailed as "Test Failed". Shows
 // nothing when it returns false: a box has already said that no connection could be opened. Passes
 // other exceptions on.
 void ShowOutcome(UserMessages& messages, const std::function<bool()>& send, const std::string& success);

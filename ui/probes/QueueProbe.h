@@ -8,7 +8,7 @@ namespace pellorin {
 class QueueProbe {
  public:
   QueueProbe(const ProbeServices& services, SqlLogin login) : services_(services), login_(std::move(login)) {}
-  // SqlError when the database cannot be switched to.
+  // SqlError when the database cannot be made the current one.
   void Run();
 
  private:

@@ -1,4 +1,4 @@
-// Has sp_sendPLN of the shown instance send one mail that describes the configuration.
+// Sends one mail that describes the configuration, through sp_sendPLN of the shown instance.
 #pragma once
 
 #include "ui/probes/Probe.h"

@@ -18,7 +18,7 @@ WatchedWork::~WatchedWork() {
 }
 
 bool WatchedWork::eventFilter(QObject* /*watched*/, QEvent* event) {
-  // A box that is open has an Escape of its own.
+  // An open box handles Escape itself.
   if (QApplication::activeModalWidget() != nullptr || event->type() != QEvent::KeyPress ||
       static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
     return false;

@@ -1,4 +1,4 @@
-// The list of SQL Server instances whose mail enters the shown queue by default. Each entry stands for a
+// The list of SQL Server instances whose mail enters the shown queue by default. Each entry refers to a
 // section. The selection is kept in two places: in the queue's "queuebydefaultservers", and as the queue's
 // name in "Queues" of each instance. This class alone writes "Queues". A section that cannot be written
 // changes only when the user changes its entry or deletes the queue.

@@ -158,7 +158,7 @@ void QueuesPage::ShowCurrent() {
 }
 
 void QueuesPage::Fill() {
-  servers_.Clear();  // what the last queue had selected is not this one's
+  servers_.Clear();  // the last queue's selection is not this one's
   SectionPage::Fill();
   const Section& queue = *session_.CurrentQueue();
   const auto quiet = events_.KeepQuiet();
@@ -174,7 +174,7 @@ void QueuesPage::StoreShown() {
   steps.RaiseFailures();
 }
 
-// It takes the place of the schedule in words, so that the window keeps its height.
+// The problem takes the place of the schedule in words, so that the window keeps its height.
 void QueuesPage::ShowProblem(const std::string& problem) {
   ui_->lblQueueProblem->setText(
       QString::fromStdString("The definition of this queue cannot be used:\r\n" + problem));
@@ -264,7 +264,7 @@ void QueuesPage::btnDeleteQueue_Click() {
                       .title = "Delete Section",
                       .buttons = MessageButtons::YesNo}) != Answer::Yes)
     return;
-  // The queue goes though an instance cannot forget it. An escaped name may be that of another queue.
+  // The queue is deleted even if an instance cannot forget it. Another queue may have the same shown name.
   if (!IsNameShared(*queue)) RunGuarded(messages_, [this] { servers_.ForgetQueue(); });
   RemoveShown();
 }

@@ -1,5 +1,5 @@
-// What the page of SQL Server instances tells of the shown one: a connection type that is missing, unknown or
-// misspelt, and names that were stored although no list offers them any more.
+// What the SQL Servers page says about the shown instance: that its connection type is missing, unknown or
+// misspelt, and which stored names were lost because their lists do not offer them.
 #pragma once
 
 #include <map>
@@ -11,14 +11,14 @@ namespace pellorin {
 
 class InstanceNotices {
  public:
-  // Remembers a name that showing the instance has replaced by the empty text. `content` is what the name is
-  // of: "primary mail server".
+  // Remembers a name that showing the instance has replaced by the empty text. `content` says what kind of
+  // name it is: "primary mail server".
   void NoteLost(const Section& instance, const std::string& key, const std::string& content,
                 const std::string& name);
   void ForgetLost(const Section& instance, const std::string& key);
   void Clear() { lost_.clear(); }
 
-  // One sentence a line; empty when there is nothing to tell.
+  // One sentence per line; empty when there is nothing to say.
   std::string Text(const Section& instance) const;
 
  private:

@@ -58,7 +58,7 @@ void SqlPage::AddRows() {
   AddListRow(ui_->cmbExceptionMode, SqlKey::kExceptionMode, "exception mode");
 }
 
-// Of a setting that is missing nothing is selected, and no empty text is stored.
+// For a missing setting nothing is selected, and no empty text is stored.
 void SqlPage::AddListRow(QComboBox* list, const char* key, const char* content) {
   const auto noteLost = [this, key, content](const std::string& name) {
     const Section& instance = *session_.CurrentSql();
@@ -94,7 +94,7 @@ void SqlPage::BindLogin() {
   connect(this, &SqlPage::loginChanged, this, [this] { ShowSecurity(""); });
 }
 
-// Without a known connection type the login that was shown stays.
+// Without a known connection type, the login shown before stays.
 std::string SqlPage::ShownConnection(const std::string& stored) {
   if (stored == "Trusted" || stored == "Sql") connection_ = stored;
   return connection_;
@@ -207,7 +207,7 @@ void SqlPage::btnAddNewSqlServer_Click() {
 
 void SqlPage::AddNewSqlServer(const frmNewSqlServer& dialog) {
   ShowAdded(session_.Document()->Add("SQL:" + dialog.Server(), SectionType::Sql));
-  // Before it is shown, so that no notice tells of a missing connection type.
+  // Stored before the instance is shown, so that no notice reports a missing connection type.
   session_.PersistSqlSetting(SqlKey::kConnectionType, dialog.AuthenticationType());
   ShowFirst();
   if (dialog.AuthenticationType() != "Trusted") {

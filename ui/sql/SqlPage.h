@@ -34,8 +34,8 @@ class SqlPage : public SectionPage {
   bool ShowsConfiguredDatabase() const;        // whether the shown instance's procedure is installed anywhere
 
  signals:
-  void noticed(bool hasNotice);  // whether the page has something to tell of the shown instance
-  void loginChanged();           // another instance or login is shown: what was learnt of the last one is old
+  void noticed(bool hasNotice);  // whether the page has a notice about the shown instance
+  void loginChanged();  // another instance or login is shown: what is known about the last one is old
 
  protected:
   void Fill() override;
