@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kLoadSource = "Ini, Load";
 
-std::int16_t Limited(std::ptrdiff_t count) {
+std::int16_t ClampedToInt16(std::ptrdiff_t count) {
   return static_cast<std::int16_t>(std::min<std::ptrdiff_t>(count, std::numeric_limits<std::int16_t>::max()));
 }
 
@@ -64,13 +64,13 @@ Section& Ini::AddQueue(const std::string& name) {
 }
 
 std::int16_t Ini::Count() const {
-  return Limited(std::count_if(sections_.begin(), sections_.end(), [](const auto& section) {
+  return ClampedToInt16(std::count_if(sections_.begin(), sections_.end(), [](const auto& section) {
     return section->SectionType != SectionType::Admin;
   }));
 }
 
 std::int16_t Ini::NumOfSections(SectionType type) const {
-  return Limited(static_cast<std::ptrdiff_t>(SectionsOf(type).size()));
+  return ClampedToInt16(static_cast<std::ptrdiff_t>(SectionsOf(type).size()));
 }
 
 std::vector<Section*> Ini::SectionsOf(SectionType type) const {

@@ -21,19 +21,19 @@ bool IsNotice(const OdbcRecord& record) {
 }
 
 // Each text once, in the driver's order. The first generic text only if there is no other.
-std::vector<OdbcRecord> Telling(const std::vector<OdbcRecord>& records) {
-  std::vector<OdbcRecord> telling;
+std::vector<OdbcRecord> Informative(const std::vector<OdbcRecord>& records) {
+  std::vector<OdbcRecord> informative;
   std::optional<OdbcRecord> generic;
   for (const OdbcRecord& record : records) {
-    const bool isKnown = std::ranges::find(telling, record.text, &OdbcRecord::text) != telling.end();
+    const bool isKnown = std::ranges::find(informative, record.text, &OdbcRecord::text) != informative.end();
     if (record.text.empty() || isKnown || IsNotice(record)) continue;
     if (!IsGeneric(record.text))
-      telling.push_back(record);
+      informative.push_back(record);
     else if (!generic)
       generic = record;
   }
-  if (telling.empty() && generic) telling.push_back(*generic);
-  return telling;
+  if (informative.empty() && generic) informative.push_back(*generic);
+  return informative;
 }
 
 SqlError ErrorOf(const std::vector<OdbcRecord>& records, const char* operation) {
@@ -55,7 +55,7 @@ OdbcHandle::~OdbcHandle() {
 }
 
 void OdbcHandle::Check(SQLRETURN result, const char* operation) const {
-  if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw ErrorOf(Telling(Records()), operation);
+  if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw ErrorOf(Informative(Records()), operation);
 }
 
 std::vector<OdbcRecord> OdbcHandle::Records() const {

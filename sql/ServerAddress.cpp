@@ -21,12 +21,12 @@ std::uint16_t PortOf(std::string_view digits, const std::string& server) {
 }
 
 // Braces have a meaning in the driver's connection string.
-bool HoldsForeignCharacter(std::string_view text) {
+bool HoldsForbiddenCharacter(std::string_view text) {
   return HoldsControlCharacter(text) || text.find_first_of("{}") != std::string_view::npos;
 }
 
 // SQL Server's own names for this machine. The network does not know them.
-bool IsUnnamed(std::string_view host) {
+bool MeansThisMachine(std::string_view host) {
   return host.empty() || host == "." || EqualIgnoringCase(host, "(local)");
 }
 
@@ -41,7 +41,7 @@ ServerAddress ParseServerAddress(const std::string& server) {
     if (StartsWithIgnoringCase(text, protocol))
       throw SqlError(0, ErrorSource(kSource),
                      "Only TCP connections are supported, not \"" + std::string(protocol) + "\".");
-  if (HoldsForeignCharacter(text))
+  if (HoldsForbiddenCharacter(text))
     throw SqlError(0, ErrorSource(kSource), "No server is called \"" + server + "\".");
   if (const std::size_t comma = text.find(','); comma != std::string_view::npos) {
     address.port = PortOf(WithoutOuterBlanks(text.substr(comma + 1)), server);
@@ -53,7 +53,7 @@ ServerAddress ParseServerAddress(const std::string& server) {
   }
   if (EqualIgnoringCase(address.instance, "MSSQLSERVER")) address.instance.clear();
   if (address.port == 0 && address.instance.empty()) address.port = kDefaultSqlPort;
-  address.host = IsUnnamed(text) ? "localhost" : text;
+  address.host = MeansThisMachine(text) ? "localhost" : text;
   address.isThisMachine = EqualIgnoringCase(address.host, "localhost") || address.host == "127.0.0.1";
   return address;
 }

@@ -52,9 +52,9 @@ void Mask(std::string& text, const std::string& secret) {
 // The messages of an NTLM login all begin alike.
 void MaskNtlm(std::string& text) {
   constexpr std::string_view kBegin = "TlRMTVNTUAA";  // "NTLMSSP" and NUL in Base64
-  static const std::string kAll = std::string(kBase64Characters) + "=";
+  static const std::string kBase64OrPadding = std::string(kBase64Characters) + "=";
   for (std::size_t at = 0; (at = text.find(kBegin, at)) != std::string::npos; at += kMask.size())
-    text.replace(at, std::min(text.find_first_not_of(kAll, at), text.size()) - at, kMask);
+    text.replace(at, std::min(text.find_first_not_of(kBase64OrPadding, at), text.size()) - at, kMask);
 }
 
 std::string Masked(std::string text, const std::string& user, const std::string& password) {
