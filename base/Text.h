@@ -13,7 +13,7 @@ namespace pellorin {
 
 inline constexpr std::string_view kBlanks = " \t";
 
-// The byte-order marks with which a file may begin.
+// The byte-order marks that a file may begin with.
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 inline constexpr std::string_view kUtf16LittleMark = "\xFF\xFE";
 inline constexpr std::string_view kUtf16BigMark = "\xFE\xFF";

@@ -1,5 +1,6 @@
 // Compares UTF-8 texts without regard to letter case, for the names of sections, settings and files:
-// character by character, the same on every system and in every locale. Other bytes are compared as they are.
+// character by character, the same on every system and in every locale. Bytes that are not UTF-8 are compared
+// as they are.
 #pragma once
 
 #include <cstdint>

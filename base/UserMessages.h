@@ -1,5 +1,5 @@
-// The messages and questions to the user, free of widgets. Texts are plain UTF-8, never markup.
-// Line breaks are CR LF.
+// The messages and questions to the user, without widgets. Texts are plain UTF-8, never markup. Line breaks
+// are CR LF.
 #pragma once
 
 #include <optional>

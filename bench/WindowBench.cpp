@@ -192,7 +192,7 @@ class Site {
     return time;
   }
 
-  double ClickServer(int row) {  // counted from the first in sight
+  double ClickServer(int row) {  // counted from the first visible one
     const QListWidgetItem& server = *servers_.item(servers_.indexAt(QPoint(1, 1)).row() + row);
     const bool wasSelected = server.isSelected();
     const QPoint place = servers_.viewport()->mapTo(&window_, servers_.visualItemRect(&server).center());

@@ -12,7 +12,7 @@
 namespace pellorin {
 
 bool IsNumber(std::string_view text, const LocaleConventions& locale);
-// Nothing when the text is not a number. One beyond a double's range is the largest double, or 0.
+// Nothing when the text is not a number. One beyond a double's range becomes the largest double, or 0.
 std::optional<double> ReadNumber(std::string_view text, const LocaleConventions& locale);
 
 }  // namespace pellorin

@@ -1,4 +1,4 @@
-// The program in which the desktop opens a text file.
+// The program with which the desktop opens a text file.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// The service's registration component: makes a source of messages known to the system's event viewer.
+// The service's registration component: registers a source of events with the system's event viewer.
 #pragma once
 
 #include <string>

@@ -20,8 +20,8 @@ std::string MicrosoftsText(const ReachedServer& server) {
          ";Encrypt=" + (server.offersEncryption ? "yes" : "no") + ";TrustServerCertificate=yes;";
 }
 
-// The version is fixed: while this driver tries versions out, no time-out holds. Without "Timeout", beginning
-// and ending a transaction would wait for ever. Without "require", only the login is encrypted.
+// The version is fixed: while this driver tries out versions, it ignores time-outs. Without "Timeout",
+// beginning and ending a transaction would wait for ever. Without "require", only the login is encrypted.
 std::string FreeTdsText(const ReachedServer& server, std::chrono::seconds commandTimeout) {
   return "SERVER=" + AsciiHostName(server.host) + ";PORT=" + std::to_string(server.port) +
          ";TDS_Version=7.4;ClientCharset=UTF-8;Timeout=" + std::to_string(commandTimeout.count()) + ";" +

@@ -10,8 +10,8 @@
 
 namespace pellorin {
 
-// The driver's own connection string. If the server offers encryption, the driver is told to insist on it, so
-// that it fails rather than going on in clear.
+// The driver's own connection string. If the server offers encryption, the string makes the driver insist on
+// it: the driver then fails rather than going on in clear.
 std::string DriverText(const std::string& driver, const ConnectionSettings& settings,
                        const ReachedServer& server, std::chrono::seconds commandTimeout);
 

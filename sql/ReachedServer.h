@@ -16,7 +16,7 @@ struct ReachedServer {
   bool offersEncryption = false;
 };
 
-// Asks for the port of a named instance first, for half of the time left, but not more than four seconds.
+// First asks for the port of a named instance, for half of the time left, but at most for four seconds.
 // SqlError when the server cannot be reached, and when it does not encrypt although the environment variable
 // PELLORIN_SQL_ENCRYPTION is "require".
 ReachedServer ReachServer(const ConnectionSettings& settings, std::uint16_t browserPort, const Deadline& end);

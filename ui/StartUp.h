@@ -15,7 +15,7 @@ bool IsInServiceFolder(const Components& components);
 // case, sets install mode.
 bool IsInstallMode(const std::string& commandLine);
 
-// Makes the service's sources of messages known to the event viewer. A failure is one line on standard error:
+// Registers the service's sources of events with the event viewer. A failure is one line on standard error:
 // the configuration can be edited all the same.
 void RegisterEventSources(const Components& components);
 

@@ -68,7 +68,7 @@ std::string IniLine(const Setting& setting) {
   return line;
 }
 
-// A section that was never loaded must not replace one that the file holds, and must be found again.
+// A new section must not replace one that the file holds, and the next start must find it.
 void RequireRoomFor(const std::string& ansiName, const ProfileFile& file) {
   if (file.HasSection(ansiName))
     throw Refusal("The file already holds a section of this name that was not loaded.");

@@ -1,5 +1,5 @@
-// One queue and its definition file. Reads the settings out of the file or, for a new queue, out of the
-// template. Keeps the document as it was read and writes it back with what changed. A failure to write is a
+// One queue and its definition file. Reads the settings from the file or, for a new queue, from the template.
+// Keeps the document as it was read and writes it back with the changed settings. A failure to write is a
 // NumberedError 50111 that names queue and file.
 #pragma once
 

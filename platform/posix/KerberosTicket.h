@@ -1,4 +1,4 @@
-// Whether the user has logged in to a Kerberos realm, as trusted connections need it.
+// Whether the user has logged in to a Kerberos realm, as trusted connections require.
 #pragma once
 
 #include "platform/FileOperations.h"

@@ -1,4 +1,4 @@
-// Why a mail was not accepted, as its sender reads it: the step, the server with its port, and the server's
+// Why a mail was not accepted, in words for its sender: the step, the server with its port, and the server's
 // full reply or the system's reason. Never the dialogue of a login.
 #pragma once
 

@@ -25,7 +25,7 @@ bool IsControl(QChar letter) {
   return letter.category() == QChar::Other_Control;
 }
 
-// Ends the present step of Undo. The text box has no call for that, but moving the cursor does it.
+// Ends the current Undo step. The text box has no call for that, but moving the cursor does it.
 void EndUndoStep(QLineEdit& box) {
   if (box.hasSelectedText()) return;  // replacing it begins a new step anyway
   const int place = box.cursorPosition();

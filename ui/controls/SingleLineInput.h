@@ -1,5 +1,5 @@
-// Keeps line ends out of fields of one line. A text that is pasted, dropped, or committed by an input
-// method loses its line ends, and the control characters at both ends of it. What the program puts into a
+// Keeps line ends out of fields of one line. A text that is pasted, dropped, or committed by an input method
+// loses its line ends, and the control characters at its beginning and end. What the program puts into a
 // field stays as it is.
 #pragma once
 

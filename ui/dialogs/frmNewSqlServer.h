@@ -52,12 +52,12 @@ class frmNewSqlServer : public QDialog {
   int AllowTempTables() const;  // 0 or 1
   void SetAllowTempTables(int allow);
   bool Configured() const { return configured_; }  // the procedure was installed
-  // What protected the last connection; empty once another instance or login is chosen.
+  // Whether the last connection was encrypted; empty once another instance or login is chosen.
   std::string SecurityNote() const;
 
   // For an instance that is already configured: its name cannot be changed and is not checked.
   void SetIsServerReadOnly(bool isReadOnly);
-  // The configured instances, which are refused as duplicates. Until this call none is.
+  // The configured instances, to be refused as duplicates. Without this call none is.
   void SetExistingServers(std::vector<std::string> names) { existingServers_ = std::move(names); }
 
   void UseTrusted();

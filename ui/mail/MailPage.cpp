@@ -26,7 +26,7 @@ void MailPage::AddRows() {
                                   {ui_->optBasic, "1", ui_->txtMailUsername},
                                   {ui_->optNTLM, "2", ui_->txtMailUsername}},
                       .valueOf = [](const std::string& stored) { return stored.empty() ? "0" : stored; },
-                      // Without a known method there is no form in which a user name could be stored.
+                      // Without a known method, the form in which to store a user name is not known.
                       .whenNone = ui_->optAnonymous,
                       .onChosen = [this](const Option&) { FillUsername(); }});
   form_.Add(TextRow{ui_->txtRemoteServerName, MailKey::kRemoteServerName});

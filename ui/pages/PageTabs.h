@@ -16,7 +16,7 @@ class PageTabs {
   // `kind` is the page's kind of sections, as tags spell it.
   void Add(QWidget* page, const std::string& caption, std::string_view kind, const std::string& tip);
   void Mark(const QWidget& page, bool hasNotice);
-  // Names the queues that cannot be used in the tip of this page's tab; null for no document.
+  // Lists the document's unusable queues in the tip of this page's tab; null for no document.
   void MarkUnusableQueues(const QWidget& page, const Ini* document);
   void MakeVisible(const std::string& caption);
   std::string VisibleCaption() const;

@@ -1,6 +1,6 @@
 // The page "Queues": shows one queue at a time and stores each edit at once. Showing a queue stores what is
-// shown, so that defaults of missing settings become stored ones. A queue with invalid settings cannot be
-// left. A queue whose file cannot be used is shown with its file and the reason, and can only be deleted.
+// shown, so that the defaults of missing settings get stored. A queue with invalid settings cannot be left. A
+// queue whose file cannot be used is shown with its file and the reason, and can only be deleted.
 #pragma once
 
 #include <functional>
