@@ -38,8 +38,8 @@ class Section {
   Section& operator=(const Section&) = delete;
 
   bool IsDeleted() const { return isDeleted_; }
-  // True appends "|" and a new GUID to the name, so that a new section can take the old name before the next
-  // save.
+  // True appends "|" and a new GUID to the name, so that a new section can have the old name before the
+  // next save.
   void SetIsDeleted(bool deleted);
   // Whether it was loaded (a new queue: from the template), or a save has begun to write it.
   bool IsOriginal() const { return ini_.IsOriginal() || queue_.IsOriginal(); }
