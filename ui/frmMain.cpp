@@ -195,7 +195,8 @@ void frmMain::ShowLoaded() {
 }
 
 void frmMain::ShowNewInstallation() {
-  for (const char* kind : {"Main", "Mail", "Sql", "Queue"}) StartBrandNew(kind);
+  StartBrandNew("Main");
+  for (const SectionPage* page : pages_) StartBrandNew(page->Kind());
   scheduler_.Fill();  // a file may hold the scheduler's account and nothing else
   MakeTabVisible(kMailTab);
 }
@@ -203,7 +204,9 @@ void frmMain::ShowNewInstallation() {
 void frmMain::ShowNothingLoaded() {
   session_.ReplaceDocument(nullptr);
   for (SectionPage* page : pages_) page->Selector().Clear();
-  for (const char* kind : {"Main", "Mail", "Sql", "Queue", "Admin"}) StartBrandNew(kind);
+  StartBrandNew("Main");
+  for (const SectionPage* page : pages_) StartBrandNew(page->Kind());
+  StartBrandNew("Admin");
   ui_->btnCancel->setEnabled(true);  // loads again once the file is mended
 }
 

@@ -5,9 +5,9 @@
 
 #include <QCloseEvent>
 #include <QWidget>
-#include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ui/Components.h"
 #include "ui/boxes/GuardedEvents.h"
@@ -83,7 +83,7 @@ class frmMain : public QWidget {
   MailPage* mailPage_ = nullptr;  // the pages belong to the tab strip
   SqlPage* sqlPage_ = nullptr;
   QueuesPage* queuesPage_ = nullptr;
-  std::array<SectionPage*, 3> pages_{};
+  std::vector<SectionPage*> pages_;
   bool installMode_ = false;
 };
 

