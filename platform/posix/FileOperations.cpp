@@ -58,6 +58,14 @@ std::optional<std::string> LinkTarget(const std::string& path) {
   }
 }
 
+// Not every file system tells the type of an entry.
+bool IsFolder(DIR& folder, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+  struct stat status {};
+  return ::fstatat(::dirfd(&folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+         S_ISDIR(status.st_mode);
+}
+
 class PosixFiles : public FileOperations {
  public:
   FileStatus Status(const std::string& path) override {
@@ -96,7 +104,7 @@ class PosixFiles : public FileOperations {
     errno = 0;
     while (const dirent* entry = ::readdir(opened.get())) {
       std::string name = entry->d_name;
-      if (name != "." && name != "..") entries.push_back({std::move(name), entry->d_type == DT_DIR});
+      if (name != "." && name != "..") entries.push_back({std::move(name), IsFolder(*opened, *entry)});
       errno = 0;
     }
     if (errno != 0) FailFileCall("Cannot list the folder", folder, errno);
