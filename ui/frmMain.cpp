@@ -7,6 +7,7 @@
 #include "ui/StartUp.h"
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/InputHabits.h"
+#include "ui/controls/OffReason.h"
 #include "ui/mail/MailPage.h"
 #include "ui/pages/ClosingQuestions.h"
 #include "ui/pages/SaveConfiguration.h"
@@ -57,6 +58,7 @@ frmMain::frmMain(const Components& components)
   BindSession();
   BindProbes();
   ApplyInputHabits(*this);
+  ExplainWhatIsOff(*this);
 }
 
 frmMain::~frmMain() = default;
@@ -103,6 +105,7 @@ void frmMain::BindControls() {
   };
   addShortcut(QKeySequence(QKeySequence::Save), ui_->btnSave);
   addShortcut(QKeySequence(Qt::Key_F1), ui_->btnHelp);
+  tabs_.ChooseByKeys(*this);
 }
 
 void frmMain::BindSession() {

@@ -159,6 +159,53 @@ TEST_F(Window, NumericBoxesRefuseTheKeyThatMakesNoNumber) {
   EXPECT_EQ(Stored("SQL:DB1", "Width"), "");
 }
 
+TEST_F(Window, AnEmptyPageSaysWhatToPress) {
+  ASSERT_TRUE(Start(kAdmin));
+  for (const auto& [tab, hint, text] :
+       {std::tuple(0, "hintEmptyMail", "No mail server yet. Press Add to enter the first one."),
+        {1, "hintEmptySql", "No SQL Server yet. Press Add to install sp_sendPLN in an instance."},
+        {2, "hintEmptyQueue", "No queue yet. Press Add to create the first one."}}) {
+    ClickTab(tab);
+    EXPECT_EQ(Text(hint), text);
+    EXPECT_TRUE(Find(hint).isVisible()) << hint;
+    EXPECT_LT((Find(hint).geometry().center() - Find(hint).parentWidget()->rect().center()).manhattanLength(),
+              3);
+  }
+  ClickTab(0);
+  const auto tip = [this] { return Find("btnTestMailServer").toolTip().toStdString(); };
+  const std::string usualTip = "Send a test e-mail through this mail server";
+  EXPECT_EQ(tip(), usualTip + "\nThere is no mail server yet: press Add.");
+  Add("first");
+  EXPECT_FALSE(Find("hintEmptyMail").isVisible());
+  EXPECT_EQ(tip(), usualTip);
+  Delete("btnDeleteMailSettings", "settings for server first");
+  EXPECT_TRUE(Find("hintEmptyMail").isVisible());
+}
+
+TEST_F(Window, KeysChooseThePageWhereverTheFocusIs) {
+  ASSERT_TRUE(Start(kUsual));
+  Find("btnSave").setFocus();
+  for (const auto& [keys, page] : {std::pair("Alt+3", "Queues"),
+                                   {"Alt+2", "Sql Servers"},
+                                   {"Ctrl+Tab", "Queues"},
+                                   {"Ctrl+Tab", "Mail Servers"},
+                                   {"Ctrl+Shift+Tab", "Queues"},
+                                   {"Alt+1", "Mail Servers"}}) {
+    Press(keys);
+    EXPECT_EQ(Page(), page) << "after " << keys;
+  }
+}
+
+TEST_F(Window, APasswordCanBeReadWhileItsButtonIsHeld) {
+  ASSERT_TRUE(Start(kUsual));
+  const auto& box = Find<QLineEdit>("txtSchedulerPassword");
+  const QPoint eye = box.mapTo(window.get(), QPoint(box.width() - 12, box.height() / 2));
+  QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, eye);
+  EXPECT_EQ(box.echoMode(), QLineEdit::Normal);
+  QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, eye);
+  EXPECT_EQ(box.echoMode(), QLineEdit::Password);
+}
+
 // Whether the second control is below the first or to its right, or so are the groups that hold them.
 bool FollowsInReading(const QWidget* first, const QWidget* second) {
   const QWidget* group = first->parentWidget();

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "ui/controls/PasswordPeek.h"
 #include "ui/controls/SingleLineInput.h"
 
 namespace pellorin {
@@ -50,6 +51,11 @@ void LeadTabToChosenOptions(QWidget& window) {
     });
 }
 
+void LetPasswordsBeRead(QWidget& window) {
+  for (QLineEdit* box : window.findChildren<QLineEdit*>())
+    if (box->echoMode() == QLineEdit::Password) AddPasswordPeek(*box);
+}
+
 }  // namespace
 
 void ApplyInputHabits(QWidget& window) {
@@ -57,6 +63,7 @@ void ApplyInputHabits(QWidget& window) {
   AllowAnyLength(window);
   KeepInputToOneLine(window);
   LeadTabToChosenOptions(window);
+  LetPasswordsBeRead(window);
 }
 
 }  // namespace pellorin

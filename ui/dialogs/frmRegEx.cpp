@@ -8,6 +8,7 @@
 #include "dialogs/ui_frmRegEx.h"
 #include "ui/controls/ControlValues.h"
 #include "ui/controls/InputHabits.h"
+#include "ui/controls/OffReason.h"
 
 namespace pellorin {
 
@@ -16,6 +17,7 @@ frmRegEx::frmRegEx(QWidget* owner, std::function<void(QWidget&)> showHelp)
   ui_->setupUi(this);
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed
   ApplyInputHabits(*this);
+  ExplainWhatIsOff(*this);
   connect(ui_->cmbField, &QComboBox::editTextChanged, this, [this] { ToggleOk(); });
   connect(ui_->btnOK, &QPushButton::clicked, this, [this] { Close("Save"); });
   connect(ui_->btnCancel, &QPushButton::clicked, this, [this] { Close("Cancel"); });

@@ -8,7 +8,9 @@
 namespace pellorin {
 
 MailPage::MailPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags)
-    : SectionPage(SectionType::Mail, session, messages, tags), ui_(std::make_unique<Ui::MailPage>()) {
+    : SectionPage(SectionType::Mail, session, messages, tags,
+                  QStringLiteral("No mail server yet. Press Add to enter the first one.")),
+      ui_(std::make_unique<Ui::MailPage>()) {
   ui_->setupUi(this);
   UseSelector(*ui_->cmbMailServer);
   AddRows();

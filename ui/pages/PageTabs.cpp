@@ -1,5 +1,6 @@
 #include "ui/pages/PageTabs.h"
 
+#include <QShortcut>
 #include <QStyle>
 #include <QTabBar>
 #include <utility>
@@ -24,6 +25,21 @@ void PageTabs::Add(QWidget* page, const std::string& caption, std::string_view k
   const int index = tabs_.addTab(page, QString::fromStdString(caption));
   tabs_.tabBar()->setTabData(index, QString::fromStdString(std::string(kind)));
   tabs_.setTabToolTip(index, QString::fromStdString(tip));
+}
+
+void PageTabs::ChooseByKeys(QWidget& window) {
+  const auto onKeys = [&window](QKeyCombination keys, auto act) {
+    QObject::connect(new QShortcut(keys, &window), &QShortcut::activated, &window, act);
+  };
+  for (int index = 0; index < tabs_.count(); ++index)
+    onKeys(Qt::ALT | Qt::Key(Qt::Key_1 + index), [this, index] { tabs_.setCurrentIndex(index); });
+  onKeys(Qt::CTRL | Qt::Key_Tab, [this] { Step(1); });
+  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab})  // systems differ in what Shift makes of Tab
+    onKeys(Qt::CTRL | Qt::SHIFT | key, [this] { Step(-1); });
+}
+
+void PageTabs::Step(int by) {
+  tabs_.setCurrentIndex((tabs_.currentIndex() + by + tabs_.count()) % tabs_.count());
 }
 
 void PageTabs::Mark(const QWidget& page, bool hasNotice) {

@@ -15,6 +15,8 @@ class PageTabs {
 
   // `kind` is the page's kind of sections, as tags spell it.
   void Add(QWidget* page, const std::string& caption, std::string_view kind, const std::string& tip);
+  // Alt+1, 2, … choose a page; Ctrl+Tab and Ctrl+Shift+Tab the next and the last one, wherever the focus is.
+  void ChooseByKeys(QWidget& window);
   void Mark(const QWidget& page, bool hasNotice);
   // Lists the document's unusable queues in the tip of this page's tab; null for no document.
   void MarkUnusableQueues(const QWidget& page, const Ini* document);
@@ -22,6 +24,8 @@ class PageTabs {
   std::string VisibleCaption() const;
 
  private:
+  void Step(int by);
+
   QTabWidget& tabs_;
   std::string unusableQueues_;  // as the tip names them
 };

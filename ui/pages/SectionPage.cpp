@@ -3,13 +3,16 @@
 namespace pellorin {
 
 SectionPage::SectionPage(SectionType type, ConfigurationSession& session, UserMessages& messages,
-                         const ControlTags& tags)
+                         const ControlTags& tags, const QString& firstStep)
     : session_(session),
       messages_(messages),
       tags_(tags),
       events_(messages),
       form_({session, type, messages, tags, events_}, [this] { Fill(); }),
-      type_(type) {}
+      type_(type),
+      firstStep_(firstStep) {
+  hint_.setObjectName(QStringLiteral("hintEmpty") + QLatin1String(Kind().data(), Kind().size()));
+}
 
 void SectionPage::UseSelector(QComboBox& list) {
   selector_.emplace(list);
@@ -100,10 +103,16 @@ bool SectionPage::ConfirmDeletionOfServer() {
 
 void SectionPage::Enable() {
   tags_.ToggleSection(Kind(), true);
+  hint_.Say({});
 }
 
 void SectionPage::StartBrandNew() {
   tags_.StartBrandNew(Kind());
+  if (!selector_->IsEmpty()) return;  // a queue is shown that cannot be used
+  hint_.Say(session_.Document() != nullptr
+                ? firstStep_
+                : QStringLiteral("The configuration could not be loaded. Please correct the file that was "
+                                 "named,\nthen press Cancel to load it again."));
 }
 
 void SectionPage::ShowAdded(Section& section) {

@@ -9,6 +9,7 @@
 #include "ui/boxes/GuardedEvents.h"
 #include "ui/controls/ControlTags.h"
 #include "ui/pages/ConfigurationSession.h"
+#include "ui/pages/EmptyPageHint.h"
 #include "ui/pages/SectionSelector.h"
 #include "ui/pages/SettingsForm.h"
 
@@ -18,8 +19,9 @@ class SectionPage : public QFrame {
   Q_OBJECT
 
  public:
+  // `firstStep`: what an empty page tells its user to do.
   SectionPage(SectionType type, ConfigurationSession& session, UserMessages& messages,
-              const ControlTags& tags);
+              const ControlTags& tags, const QString& firstStep);
 
   SectionType Type() const { return type_; }
   std::string_view Kind() const { return session_.KindOf(type_).tag; }  // as the tags spell it
@@ -69,6 +71,8 @@ class SectionPage : public QFrame {
   bool FocusFaultyField();  // false when none is enabled
 
   SectionType type_;
+  QString firstStep_;
+  EmptyPageHint hint_{*this};
   std::optional<SectionSelector> selector_;
   bool isLeadingToFault_ = false;
 };

@@ -41,7 +41,8 @@ std::string OccursTypeOf(const std::string& stored) {
 
 QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
                        const LocaleConventions& locale, std::function<void(QWidget&)> showFilterHelp)
-    : SectionPage(SectionType::Queue, session, messages, tags),
+    : SectionPage(SectionType::Queue, session, messages, tags,
+                  QStringLiteral("No queue yet. Press Add to create the first one.")),
       ui_(MakeControls(*this)),
       locale_(locale),
       servers_(*ui_->lstQueueApplServers, *ui_->lblQueueServersCount, session),

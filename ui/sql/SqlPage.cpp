@@ -14,7 +14,8 @@ const QString kNoDatabase = QStringLiteral("None");
 
 SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const ControlTags& tags,
                  const InstallerServices& installer)
-    : SectionPage(SectionType::Sql, session, messages, tags),
+    : SectionPage(SectionType::Sql, session, messages, tags,
+                  QStringLiteral("No SQL Server yet. Press Add to install sp_sendPLN in an instance.")),
       ui_(std::make_unique<Ui::SqlPage>()),
       installer_(installer) {
   ui_->setupUi(this);
