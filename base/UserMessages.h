@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace pellorin {
 
@@ -25,8 +26,10 @@ class UserMessages {
  public:
   virtual ~UserMessages() = default;
   virtual Answer Show(const Message& message) = 0;
-  // The user's text, unchanged. Empty when cancelled.
-  virtual std::string AskForText(const std::string& title, const std::string& prompt) = 0;
+  // The user's text, unchanged. Empty when cancelled. The prompt starts empty; a suggestion is offered once
+  // the user has typed its beginning.
+  virtual std::string AskForText(const std::string& title, const std::string& prompt,
+                                 const std::vector<std::string>& suggestions) = 0;
 };
 
 }  // namespace pellorin

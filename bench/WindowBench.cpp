@@ -43,7 +43,8 @@ class Surroundings : public UserMessages,
     box_ += message.text;
     return Answer::Cancel;
   }
-  std::string AskForText(const std::string& /*title*/, const std::string& prompt) override {
+  std::string AskForText(const std::string& /*title*/, const std::string& prompt,
+                         const std::vector<std::string>& /*suggestions*/) override {
     box_ += prompt;
     return {};
   }

@@ -73,6 +73,7 @@ class frmMain : public QWidget {
   void btnHelp_Click();
 
   Components components_;
+  std::vector<std::string> addresses_;  // of test e-mails in this run
   ProbeServices probes_;
   std::unique_ptr<Ui::frmMain> ui_;
   ConfigurationSession session_;

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "base/UserMessages.h"
 
@@ -36,8 +37,9 @@ class RecordingMessages : public UserMessages {
     expected_.push_back({"[" + title + "] input\n" + prompt, Answer::Ok, answer});
   }
   const Message& Last() const { return last_; }
-  std::function<void()> onShow;  // what the test looks at while a box is open
-  void ExpectNoMore() {          // that every expected box was shown
+  std::vector<std::string> suggested;  // with the last prompt
+  std::function<void()> onShow;        // what the test looks at while a box is open
+  void ExpectNoMore() {                // that every expected box was shown
     for (const Box& box : expected_) ADD_FAILURE() << "a box was not shown: " << box.description;
     expected_.clear();
   }
@@ -47,7 +49,9 @@ class RecordingMessages : public UserMessages {
     if (onShow) onShow();
     return Take(Describe(message)).answer;
   }
-  std::string AskForText(const std::string& title, const std::string& prompt) override {
+  std::string AskForText(const std::string& title, const std::string& prompt,
+                         const std::vector<std::string>& suggestions) override {
+    suggested = suggestions;
     return Take("[" + title + "] input\n" + prompt).typed;
   }
 

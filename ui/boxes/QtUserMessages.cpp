@@ -1,9 +1,11 @@
 #include "ui/boxes/QtUserMessages.h"
 
 #include <QApplication>
+#include <QCompleter>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScreen>
@@ -95,6 +97,17 @@ void FitScreen(QMessageBox& box) {
   label->hide();
 }
 
+void SuggestIn(QInputDialog& dialog, const std::vector<std::string>& suggestions) {
+  QStringList texts;
+  for (const std::string& text : suggestions) texts.append(QString::fromStdString(text));
+  auto* completer = new QCompleter(texts, &dialog);
+  completer->setCaseSensitivity(Qt::CaseInsensitive);
+  auto* line = dialog.findChild<QLineEdit*>();
+  line->setCompleter(completer);
+  // The open list keeps Return to itself: without this what was typed would need it twice.
+  QObject::connect(line, &QLineEdit::returnPressed, &dialog, &QDialog::accept);
+}
+
 }  // namespace
 
 Answer QtUserMessages::Show(const Message& message) {
@@ -117,13 +130,15 @@ Answer QtUserMessages::Show(const Message& message) {
   return row.back().first;  // closed without a button: the most cautious answer
 }
 
-std::string QtUserMessages::AskForText(const std::string& title, const std::string& prompt) {
+std::string QtUserMessages::AskForText(const std::string& title, const std::string& prompt,
+                                       const std::vector<std::string>& suggestions) {
   const NormalPointer pointer;
   QInputDialog dialog(InFront(owner_));
   dialog.setWindowTitle(QString::fromStdString(title));
   dialog.setLabelText(QString::fromStdString(prompt));
   dialog.setInputMode(QInputDialog::TextInput);  // makes the text box
   KeepInputToOneLine(dialog);
+  SuggestIn(dialog, suggestions);
   return dialog.exec() == QDialog::Accepted ? dialog.textValue().toStdString() : std::string();
 }
 

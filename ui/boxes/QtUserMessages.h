@@ -12,7 +12,8 @@ class QtUserMessages : public UserMessages {
  public:
   void SetOwner(QWidget* owner) { owner_ = owner; }
   Answer Show(const Message& message) override;
-  std::string AskForText(const std::string& title, const std::string& prompt) override;
+  std::string AskForText(const std::string& title, const std::string& prompt,
+                         const std::vector<std::string>& suggestions) override;
 
  private:
   QPointer<QWidget> owner_;

@@ -83,7 +83,7 @@ bool MailPage::ValidateMail() {
 void MailPage::btnAddNewMailServer_Click() {
   if (!CanAdd()) return;
   const std::string name =
-      messages_.AskForText("New Mail Server", "Please enter the name of the new mail server");
+      messages_.AskForText("New Mail Server", "Please enter the name of the new mail server", {});
   if (name.empty()) return;
   if (const std::string problem = NameProblem(name); !problem.empty())
     Refuse("Invalid Name", problem);

@@ -5,8 +5,8 @@ namespace pellorin {
 void MailServerProbe::Run() {
   const Section* server = services_.session.CurrentMail();
   if (server == nullptr || !SaveBeforeProbe(services_)) return;
-  const std::string address = services_.messages.AskForText(
-      "Email Address", "Please enter an email address to send the test email to");
+  const std::string address =
+      AskForAddress(services_, "Please enter an email address to send the test email to");
   if (address.empty()) return;
   if (Send(address, *server))
     ShowProbeSucceeded(services_.messages, "Mail Sent");

@@ -1,5 +1,7 @@
 #include "ui/probes/Probe.h"
 
+#include <algorithm>
+
 #include "config/DateTimeWriting.h"
 #include "sql/OpenConnection.h"
 #include "ui/controls/QtDates.h"
@@ -16,6 +18,13 @@ bool SaveBeforeProbe(const ProbeServices& services) {
        .defaultButton = Answer::No});
   return answer == Answer::Yes &&
          SaveConfiguration(services.session, services.messages) == SaveOutcome::Saved;
+}
+
+std::string AskForAddress(const ProbeServices& services, const std::string& prompt) {
+  const std::string address = services.messages.AskForText("Email Address", prompt, services.addresses);
+  if (!address.empty() && std::ranges::find(services.addresses, address) == services.addresses.end())
+    services.addresses.push_back(address);
+  return address;
 }
 
 std::string NameOf(const Section* section) {

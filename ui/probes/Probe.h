@@ -8,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "base/UserMessages.h"
 #include "service/MailComponent.h"
@@ -31,6 +32,7 @@ struct ProbeServices {
   std::function<std::unique_ptr<ProbeWork>()> beginWork;
   // Shows the note about the probe's connection on the page in front.
   std::function<void(const std::string& note)> showSecurity;
+  std::vector<std::string>& addresses;  // that the user gave so far
 };
 
 // A call of the procedure failed; what() is the server's own sentence.
@@ -41,6 +43,9 @@ class CallFailed : public std::runtime_error {
 // A probe uses the saved settings, so this asks to save when there are changes. False when
 // the probe must stop.
 bool SaveBeforeProbe(const ProbeServices& services);
+
+// The address to send to; empty when cancelled. Suggests those that the user gave before.
+std::string AskForAddress(const ProbeServices& services, const std::string& prompt);
 
 // The name of a section as the mail shows it; empty for null.
 std::string NameOf(const Section* section);

@@ -16,8 +16,8 @@ void QueueProbe::Run() {
   }
   const Section* queue = services_.session.CurrentQueue();
   if (queue == nullptr || !SaveBeforeProbe(services_)) return;
-  const std::string address = services_.messages.AskForText(
-      "Email Address", "Please enter the email address for an email to be queued.");
+  const std::string address =
+      AskForAddress(services_, "Please enter the email address for an email to be queued.");
   if (address.empty()) return;
   ShowOutcome(
       services_.messages, [&] { return Send(address, *instance, *queue); },

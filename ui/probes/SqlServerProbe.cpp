@@ -9,8 +9,8 @@ namespace pellorin {
 void SqlServerProbe::Run() {
   const Section* instance = services_.session.CurrentSql();
   if (instance == nullptr || !SaveBeforeProbe(services_)) return;
-  const std::string address = services_.messages.AskForText(
-      "Email Address", "Please enter an email address to send the test email to");
+  const std::string address =
+      AskForAddress(services_, "Please enter an email address to send the test email to");
   if (address.empty()) return;
   ShowOutcome(
       services_.messages, [&] { return Send(address, *instance); }, "Email Sent");

@@ -231,7 +231,7 @@ bool QueuesPage::IsNameShared(const Section& queue) const {
 
 void QueuesPage::btnAddQueue_Click() {
   if (!CanAdd()) return;
-  const std::string name = messages_.AskForText("New Queue", "Please enter the name of the new queue");
+  const std::string name = messages_.AskForText("New Queue", "Please enter the name of the new queue", {});
   if (name.empty()) return;
   if (!IsValidQueueName(name))
     Refuse("Duplicate Name", "The following characters are not allowed :;*?\"<>|'`,{}[]");

@@ -79,8 +79,23 @@ TEST(QtUserMessages, AsksForAText) {
       QTest::keyClick(box.focusWidget(), Qt::Key_V, Qt::ControlModifier);
       QTest::keyClick(&box, end);
     });
-    EXPECT_EQ(messages.AskForText("New Mail Server", "Please enter the name of the new mail server"), answer);
+    EXPECT_EQ(
+        messages.AskForText("New Mail Server", "Please enter the name of the new mail server", {"someone"}),
+        answer);
   }
+}
+
+TEST(QtUserMessages, SuggestAnEarlierTextOnceItIsBegun) {
+  QtUserMessages messages;
+  QObject context;
+  WithBox<QInputDialog>(context, [](QInputDialog& box) {
+    QTest::keyClick(box.focusWidget(), Qt::Key_S);
+    QWidget* offered = QApplication::activePopupWidget();
+    ASSERT_NE(offered, nullptr);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) QTest::keyClick(offered, key);
+  });
+  EXPECT_EQ(messages.AskForText("Email Address", "", {"else@example.com", "Someone@example.com"}),
+            "Someone@example.com");
 }
 
 TEST(QtUserMessages, LieOverTheBusyDialogWithTheNormalPointer) {

@@ -76,6 +76,7 @@ TEST_F(ProbeButtons, MailIsSentByTheServicesComponent) {
   WillAskAddress("me@example.com");
   WillSucceed("Mail Sent");
   Click("btnTestMailServer");
+  EXPECT_EQ(messages.suggested, Names{});
   ASSERT_EQ(sent.size(), 1u);
   const MailArguments& mail = sent[0];
   EXPECT_EQ(mail.recipients + "|" + mail.subject + "|" + mail.mailServer + "|" + mail.format + "|" +
@@ -102,6 +103,7 @@ TEST_F(ProbeButtons, MailIsSentByTheServicesComponent) {
     WillFail(text);
     Click("btnTestMailServer");
   }
+  EXPECT_EQ(messages.suggested, (Names{"me@example.com", "x"}));
   EXPECT_FALSE(IsModified());
 }
 
