@@ -11,7 +11,7 @@ SectionPage::SectionPage(SectionType type, ConfigurationSession& session, UserMe
       form_({session, type, messages, tags, events_}, [this] { Fill(); }),
       type_(type),
       firstStep_(firstStep) {
-  hint_.setObjectName(QStringLiteral("hintEmpty") + QLatin1String(Kind().data(), Kind().size()));
+  hint_.setObjectName(QStringLiteral("hintEmpty") + QString::fromStdString(std::string(Kind())));
 }
 
 void SectionPage::UseSelector(QComboBox& list) {
