@@ -8,6 +8,7 @@
 #include "ui/boxes/FailureMessage.h"
 #include "ui/controls/InputHabits.h"
 #include "ui/controls/OffReason.h"
+#include "ui/controls/ScrollingPart.h"
 #include "ui/mail/MailPage.h"
 #include "ui/pages/ClosingQuestions.h"
 #include "ui/pages/SaveConfiguration.h"
@@ -75,9 +76,9 @@ void frmMain::AddPages() {
       new QueuesPage(session_, components_.messages, controlTags_, components_.locale,
                      [this](QWidget& owner) { ShowHelpTopic(owner, "ConfigurationGuide.htm#QueuesTab"); });
   pages_ = {mailPage_, sqlPage_, queuesPage_};
-  tabs_.Add(mailPage_, kMailTab, mailPage_->Kind(), "Configure Mail Servers");
-  tabs_.Add(sqlPage_, kSqlTab, sqlPage_->Kind(), "Configure Sql Servers");
-  tabs_.Add(queuesPage_, kQueuesTab, queuesPage_->Kind(), "Configure Queues");
+  tabs_.Add(*mailPage_, kMailTab, mailPage_->Kind(), "Configure Mail Servers");
+  tabs_.Add(*sqlPage_, kSqlTab, sqlPage_->Kind(), "Configure Sql Servers");
+  tabs_.Add(*queuesPage_, kQueuesTab, queuesPage_->Kind(), "Configure Queues");
   connect(sqlPage_, &SqlPage::noticed, this, [this](bool hasNotice) { tabs_.Mark(*sqlPage_, hasNotice); });
   connect(sqlPage_, &SqlPage::loginChanged, queuesPage_, [this] { queuesPage_->ShowSecurity(""); });
 }
@@ -139,6 +140,9 @@ bool frmMain::Form_Load(const std::string& commandLine) {
   });
   if (!isLoaded) return false;
   RegisterEventSources(components_);
+  if (minimumSizeHint().width() > RoomOnScreen(*this).width())
+    ui_->commonAreaLayout->setDirection(QBoxLayout::TopToBottom);
+  FitScreen(*this);
   show();
   if (installMode_) RunGuarded(components_.messages, [this] { OpenInstallHelp(); });
   return true;
@@ -223,7 +227,7 @@ void frmMain::StartBrandNew(std::string_view sectionKind) {
 void frmMain::ShowFaulty(Section* faulty) {
   for (SectionPage* page : pages_) {
     if (page->Type() != faulty->SectionType) continue;
-    ui_->tabMain->setCurrentWidget(page);
+    tabs_.Show(*page);
     page->ShowFaulty(*faulty);
   }
   if (faulty->SectionType == SectionType::Admin)
@@ -231,7 +235,7 @@ void frmMain::ShowFaulty(Section* faulty) {
 }
 
 void frmMain::ShowSecurity(const std::string& note) {
-  if (ui_->tabMain->currentWidget() == queuesPage_)
+  if (tabs_.IsShown(*queuesPage_))
     queuesPage_->ShowSecurity(note);
   else
     sqlPage_->ShowSecurity(note);

@@ -84,6 +84,29 @@ TEST_F(WindowFields, NumericBoxesRefuseTheKeyThatMakesNoNumber) {
   EXPECT_EQ(Stored("SQL:DB1", "Width"), "");
 }
 
+TEST_F(WindowFields, ArrowsCountWholeNumbers) {
+  WriteQueue("Q1", kDailyQueue);
+  ASSERT_TRUE(Start(kUsual));
+  for (const auto& [tab, box, lowest] : {std::tuple(0, "txtConnectionTimeout", "0"), {2, "txtEvery", "1"}}) {
+    ClickTab(tab);
+    Replace(box, "2");
+    Press("Up Up Down");
+    EXPECT_EQ(Text(box), "3") << box;
+    Press("Down Down Down Down");
+    EXPECT_EQ(Text(box), lowest) << box;
+    Press("Ctrl+A Del Up");
+    EXPECT_EQ(Text(box), lowest) << "from an empty " << box;
+    const QWidget& field = Find(box);
+    const QPoint upperArrow(field.width() - 8, field.height() / 4);
+    ClickAt(field.mapTo(window.get(), upperArrow));
+    ClickAt(field.mapTo(window.get(), upperArrow));
+    EXPECT_EQ(Text(box), std::to_string(std::stoi(lowest) + 2)) << box;
+  }
+  Replace("txtEvery", "two");
+  Press("Up");
+  EXPECT_EQ(Text("txtEvery"), "two");
+}
+
 TEST_F(WindowFields, KeysChooseThePageWhereverTheFocusIs) {
   ASSERT_TRUE(Start(kUsual));
   Find("btnSave").setFocus();

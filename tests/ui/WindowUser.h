@@ -12,6 +12,7 @@
 #include <QDialog>
 #include <QKeySequence>
 #include <QListWidget>
+#include <QScrollArea>
 #include <QTest>
 #include <algorithm>
 #include <iterator>
@@ -84,9 +85,14 @@ class WindowUser {
     return control.mapTo(&Used(), QPoint(std::min(10, control.width() / 2), control.height() / 2));
   }
   void ClickAt(QPoint place) const { QTest::mouseClick(Used().windowHandle(), Qt::LeftButton, {}, place); }
+  void ScrollTo(QWidget& control) const {
+    for (QWidget* part = &control; part != nullptr; part = part->parentWidget())
+      if (auto* scrolling = qobject_cast<QScrollArea*>(part)) scrolling->ensureWidgetVisible(&control);
+  }
   void Click(const std::string& names) const {
     for (const std::string& name : Words(names)) {
       ASSERT_TRUE(Find(name).isVisible()) << name;
+      ScrollTo(Find(name));
       ClickAt(PlaceOf(name));
     }
   }

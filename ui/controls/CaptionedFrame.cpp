@@ -30,12 +30,20 @@ void CaptionedFrame::setTitle(const QString& title) {
 void CaptionedFrame::MakeRoom() {
   const QFontMetrics caption(CaptionFont());
   setContentsMargins(0, caption.height() + kSpacing, 0, 0);
-  setMinimumWidth(caption.horizontalAdvance(title_) + 2 * kMargin);
 }
 
-void CaptionedFrame::changeEvent(QEvent* event) {
-  QFrame::changeEvent(event);
-  if (event->type() == QEvent::FontChange) MakeRoom();
+QSize CaptionedFrame::minimumSizeHint() const {
+  const int caption = QFontMetrics(CaptionFont()).horizontalAdvance(title_);
+  return QFrame::minimumSizeHint().expandedTo({caption + 2 * kMargin, 0});
+}
+
+// QFrame sets margins of its own on most of these events.
+bool CaptionedFrame::event(QEvent* event) {
+  const bool isHandled = QFrame::event(event);
+  for (const QEvent::Type type :
+       {QEvent::Polish, QEvent::FontChange, QEvent::StyleChange, QEvent::ParentChange})
+    if (event->type() == type) MakeRoom();
+  return isHandled;
 }
 
 QFont CaptionedFrame::CaptionFont() const {

@@ -17,9 +17,11 @@ class CaptionedFrame : public QFrame {
   QString title() const { return title_; }  // named like the properties of .ui files
   void setTitle(const QString& title);
 
+  QSize minimumSizeHint() const override;
+
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
   QFont CaptionFont() const;

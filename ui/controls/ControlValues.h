@@ -20,6 +20,7 @@ inline std::string TextOf(const QComboBox& list) {
 }
 inline void SetText(QLineEdit& box, const std::string& text) {
   box.setText(QString::fromStdString(text));
+  if (!box.hasFocus()) box.setCursorPosition(0);  // a long text shows its beginning
 }
 
 // Selects the first item of that text, ignoring letter case. Selects nothing and returns false when there is

@@ -51,6 +51,11 @@ void LeadTabToChosenOptions(QWidget& window) {
     });
 }
 
+void LengthenLists(QWidget& window) {
+  constexpr int kRows = 20;
+  for (QComboBox* list : window.findChildren<QComboBox*>()) list->setMaxVisibleItems(kRows);
+}
+
 void LetPasswordsBeRead(QWidget& window) {
   for (QLineEdit* box : window.findChildren<QLineEdit*>())
     if (box->echoMode() == QLineEdit::Password) AddPasswordPeek(*box);
@@ -64,6 +69,7 @@ void ApplyInputHabits(QWidget& window) {
   KeepInputToOneLine(window);
   LeadTabToChosenOptions(window);
   LetPasswordsBeRead(window);
+  LengthenLists(window);
 }
 
 }  // namespace pellorin

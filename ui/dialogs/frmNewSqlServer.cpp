@@ -14,6 +14,8 @@
 #include "ui/controls/ControlTags.h"
 #include "ui/controls/ControlValues.h"
 #include "ui/controls/InputHabits.h"
+#include "ui/controls/LabelColumns.h"
+#include "ui/controls/ScrollingPart.h"
 
 namespace pellorin {
 namespace {
@@ -40,18 +42,29 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
       events_(services.messages),
       review_(*this, services.messages, services.files, services.programFolder) {
   ui_->setupUi(this);
+  AlignLabelColumns(*this);
   setPalette(ControlTags::WithReadableDisabledText(palette()));
   for (QComboBox* list : {ui_->ddcSqlServers, ui_->cmbDatabase})
     list->setCompleter(nullptr);  // names are taken as typed, not completed
   ApplyInputHabits(*this);
   MuteNotices();
+  KeepRoomForNotice();
   FillInstances();
   BindControls();
   SetAuthenticationType("Trusted");
   SetAccessType("sysadmin");
+  FitScreen(*this);
 }
 
 frmNewSqlServer::~frmNewSqlServer() = default;
+
+// So that nothing moves when the notice appears.
+void frmNewSqlServer::KeepRoomForNotice() {
+  QSizePolicy policy = ui_->lblConnectionNotice->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  ui_->lblConnectionNotice->setSizePolicy(policy);
+  ui_->lblConnectionNotice->setMinimumHeight(2 * fontMetrics().lineSpacing());
+}
 
 void frmNewSqlServer::BindControls() {
   ui_->cmbDatabase->installEventFilter(this);
@@ -163,23 +176,12 @@ void frmNewSqlServer::UseNative() {
   if (isVisible()) ui_->txtSqlUsername->setFocus();
 }
 
-// A layout alone would let the window become too low for its wrapped texts.
-void frmNewSqlServer::FitHeight() {
-  setMinimumHeight(heightForWidth(minimumSizeHint().width()));
-}
-
-void frmNewSqlServer::showEvent(QShowEvent* event) {
-  FitHeight();
-  QDialog::showEvent(event);
-}
-
 std::string frmNewSqlServer::SecurityNote() const {
   return ui_->lblConnectionNotice->text().toStdString();
 }
 
 void frmNewSqlServer::ShowSecurity(const std::string& note) {
   ui_->lblConnectionNotice->Say(note);
-  FitHeight();
 }
 
 // Drops what was learnt with another instance or login.

@@ -65,7 +65,6 @@ class frmNewSqlServer : public QDialog {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void showEvent(QShowEvent* event) override;
 
  private:
   void BindControls();
@@ -79,7 +78,7 @@ class frmNewSqlServer : public QDialog {
   bool HasValidName() const;
   void ForgetConnection();
   void ShowSecurity(const std::string& note);
-  void FitHeight();
+  void KeepRoomForNotice();
   void Warn(const std::string& title, const std::string& text) const;
   void btnSetup_Click();
 

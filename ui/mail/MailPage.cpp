@@ -4,6 +4,7 @@
 #include "config/SettingKeys.h"
 #include "mail/ui_MailPage.h"
 #include "ui/controls/ControlValues.h"
+#include "ui/controls/LabelColumns.h"
 
 namespace pellorin {
 
@@ -12,6 +13,7 @@ MailPage::MailPage(ConfigurationSession& session, UserMessages& messages, const 
                   QStringLiteral("No mail server yet. Press Add to enter the first one.")),
       ui_(std::make_unique<Ui::MailPage>()) {
   ui_->setupUi(this);
+  AlignLabelColumns(*this);
   UseSelector(*ui_->cmbMailServer);
   AddRows();
   BindControls();

@@ -5,6 +5,8 @@
 #include <QTabBar>
 #include <utility>
 
+#include "ui/controls/StackedGroups.h"
+
 namespace pellorin {
 namespace {
 
@@ -21,8 +23,13 @@ std::string UnusableQueues(const Ini& document) {
 
 }  // namespace
 
-void PageTabs::Add(QWidget* page, const std::string& caption, std::string_view kind, const std::string& tip) {
-  const int index = tabs_.addTab(page, QString::fromStdString(caption));
+void PageTabs::Add(QWidget& page, const std::string& caption, std::string_view kind, const std::string& tip) {
+  auto* scrolling = new ScrollingPart;
+  scrolling->setWidget(&page);
+  page.setAutoFillBackground(false);  // the tab's own colour shows
+  if (auto* groups = page.findChild<QGridLayout*>(QStringLiteral("groupsLayout")))
+    StackGroupsWhenNarrow(*scrolling, *groups);
+  const int index = tabs_.addTab(scrolling, QString::fromStdString(caption));
   tabs_.tabBar()->setTabData(index, QString::fromStdString(std::string(kind)));
   tabs_.setTabToolTip(index, QString::fromStdString(tip));
 }
@@ -43,7 +50,7 @@ void PageTabs::Step(int by) {
 }
 
 void PageTabs::Mark(const QWidget& page, bool hasNotice) {
-  const int index = tabs_.indexOf(&page);
+  const int index = IndexOf(page);
   if (!hasNotice)
     tabs_.setTabIcon(index, QIcon());
   else  // looking it up costs a sixth of the start
@@ -54,7 +61,7 @@ void PageTabs::MarkUnusableQueues(const QWidget& page, const Ini* document) {
   const std::string names = document == nullptr ? std::string() : UnusableQueues(*document);
   if (names == unusableQueues_) return;  // marking a tab lays out the window anew
   Mark(page, !names.empty());
-  const int index = tabs_.indexOf(&page);
+  const int index = IndexOf(page);
   const QString notice = QString::fromStdString("\r\nThese queues cannot be used:" + names);
   const QString usualTip = tabs_.tabToolTip(index).section(QStringLiteral("\r\n"), 0, 0);
   const QString tip = names.empty() ? usualTip : usualTip + notice;
@@ -62,6 +69,16 @@ void PageTabs::MarkUnusableQueues(const QWidget& page, const Ini* document) {
   tabs_.tabBar()->setAccessibleTabName(
       index, names.empty() ? QString() : tabs_.tabText(index) + QStringLiteral(". ") + tip);
   unusableQueues_ = names;
+}
+
+int PageTabs::IndexOf(const QWidget& page) const {
+  int index = 0;
+  while (!tabs_.widget(index)->isAncestorOf(&page)) ++index;
+  return index;
+}
+
+void PageTabs::Show(const QWidget& page) {
+  tabs_.setCurrentIndex(IndexOf(page));
 }
 
 void PageTabs::MakeVisible(const std::string& caption) {

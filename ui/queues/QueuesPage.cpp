@@ -10,6 +10,7 @@
 #include "config/SettingKeys.h"
 #include "config/ValueOrDefault.h"
 #include "queues/ui_QueuesPage.h"
+#include "ui/controls/LabelColumns.h"
 #include "ui/controls/QtDates.h"
 
 namespace pellorin {
@@ -20,6 +21,7 @@ using WhenShown = SettingsForm::WhenShown;
 std::unique_ptr<Ui::QueuesPage> MakeControls(QFrame& page) {
   auto controls = std::make_unique<Ui::QueuesPage>();
   controls->setupUi(&page);
+  AlignLabelColumns(page);
   return controls;
 }
 

@@ -4,6 +4,7 @@
 #include "config/StyleSheets.h"
 #include "sql/ui_SqlPage.h"
 #include "ui/controls/ControlValues.h"
+#include "ui/controls/LabelColumns.h"
 
 namespace pellorin {
 namespace {
@@ -19,6 +20,7 @@ SqlPage::SqlPage(ConfigurationSession& session, UserMessages& messages, const Co
       ui_(std::make_unique<Ui::SqlPage>()),
       installer_(installer) {
   ui_->setupUi(this);
+  AlignLabelColumns(*this);
   UseSelector(*ui_->cmbSQLServer);
   AddRows();
   BindControls();
