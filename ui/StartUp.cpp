@@ -6,6 +6,7 @@
 #include "base/Text.h"
 #include "base/TextCase.h"
 #include "files/FileLookup.h"
+#include "platform/Paths.h"
 
 namespace pellorin {
 
@@ -37,6 +38,14 @@ void RegisterEventSources(const Components& components) {
       return;
     }
   }
+}
+
+std::string WriteProtectionNotice(FileOperations& files, const std::string& iniPath) {
+  const std::string target = files.ResolveLinks(iniPath);
+  for (const std::string& path : {target, FolderOf(target)})  // saving puts a new file into the folder
+    if (files.Status(path).kind != FileKind::Missing && files.IsReadOnly(path))
+      return "The configuration can be read, but not changed: " + path + " is write-protected for this user.";
+  return {};
 }
 
 std::string UnreadNamesMessage(const Ini& document) {

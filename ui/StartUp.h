@@ -19,6 +19,9 @@ bool IsInstallMode(const std::string& commandLine);
 // the configuration can be edited all the same.
 void RegisterEventSources(const Components& components);
 
+// Says that the configuration can be read but not changed, and why; usually empty.
+std::string WriteProtectionNotice(FileOperations& files, const std::string& iniPath);
+
 // A message that names the sections of the file that could not be read; usually empty.
 std::string UnreadNamesMessage(const Ini& document);
 

@@ -43,7 +43,9 @@ frmMain::frmMain(const Components& components)
               components_.messages,
               components_.mail,
               components_.connect,
-              [this] { return std::make_unique<WatchedWork>(*this, components_.mail); },
+              [this](const std::string& doing) {
+                return std::make_unique<WatchedWork>(*this, *ui_->lblStatus, doing, components_.mail);
+              },
               [this](const std::string& note) { ShowSecurity(note); },
               addresses_},
       ui_(MakeControls(*this)),
@@ -54,6 +56,7 @@ frmMain::frmMain(const Components& components)
       tabs_(*ui_->tabMain) {
   setPalette(ControlTags::WithReadableDisabledText(palette()));
   setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
+  ui_->lblStatus->KeepPlace();
   AddPages();
   LeadTabThroughPagesFirst();
   BindControls();
@@ -168,6 +171,7 @@ void frmMain::StartUp() {
   for (SectionPage* page : pages_) page->Selector().Clear();
   Ini& document = *session_.Document();
   document.Load("Pellorin.ini");
+  ui_->lblStatus->Say(WriteProtectionNotice(components_.files, document.Path()));
   sqlPage_->LoadLists();
   const bool isNew = document.Count() == 0;
   session_.SetCurrent(SectionType::Admin, &document.AdminSection());

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "config/NameLists.h"
+#include "config/NextRuns.h"
 #include "config/ScheduleSummary.h"
 #include "tests/config/ServiceFolder.h"
 
@@ -105,7 +106,58 @@ TEST(ScheduleSummaryTest, NamesAProblemExactlyWhenValidationDoes) {
                                summary == "End Date is before Start Date";
         EXPECT_NE(queue.ValidateQueueSettings(), isProblem)
             << Shown(queue) << queue.ValidationError() << summary;
+        const bool isRunning = summary.starts_with("Every") || summary.starts_with("Runs only");
+        EXPECT_EQ(
+            NextRunsInWords(queue.Settings(), document->Locale(), std::chrono::sys_days(kToday)).empty(),
+            !isRunning)
+            << Shown(queue) << summary;
       }
+}
+
+TEST(NextRunsTest, ListsFiveRunsAfterNow) {
+  const std::string plain = "Next runs, as this schedule reads:";
+  const std::string weeks =
+      "Next runs, as this schedule reads (weeks count from that of Start Date, from Monday):";
+  const struct {
+    std::string base, changed;
+    Names runs;
+  } rows[] = {
+      {kOnce,
+       "startdate=11/20/2026;every=2",
+       {"Tue 11/24/2026 11:05 PM", "Thu 11/26/2026 11:05 PM", "Sat 11/28/2026 11:05 PM",
+        "Mon 11/30/2026 11:05 PM", "Wed 12/2/2026 11:05 PM"}},
+      {kOnce,
+       "startdate=11/23/2026;enddate=11/24/2026;hasenddate=1",
+       {"Mon 11/23/2026 11:05 PM", "Tue 11/24/2026 11:05 PM"}},
+      {kOnce,
+       "occursonce=12:00 PM",
+       {"Tue 11/24/2026 12:00 PM", "Wed 11/25/2026 12:00 PM", "Thu 11/26/2026 12:00 PM",
+        "Fri 11/27/2026 12:00 PM", "Sat 11/28/2026 12:00 PM"}},
+      {kRepeated,
+       "every=1;occursevery=2.5;span=Hour(s)",
+       {"Mon 11/23/2026 1:00 PM", "Mon 11/23/2026 3:30 PM", "Mon 11/23/2026 6:00 PM",
+        "Wed 11/25/2026 8:00 AM", "Wed 11/25/2026 10:30 AM"}},
+      // The week of Sunday, 22 November, ended with it.
+      {kRepeated,
+       "days=monday;occursevery=9;span=Hour(s)",
+       {"Mon 11/30/2026 8:00 AM", "Mon 11/30/2026 5:00 PM", "Mon 12/14/2026 8:00 AM",
+        "Mon 12/14/2026 5:00 PM", "Mon 12/28/2026 8:00 AM"}},
+      {kRepeated, "days=sunday;occursevery=20;span=Hour(s);enddate=12/6/2026", {"Sun 12/6/2026 8:00 AM"}},
+      {kOnce, "every=1.5", {}},
+      {kOnce, "startdate=11/20/2026;enddate=11/22/2026;hasenddate=1", {}}};
+  for (const auto& row : rows) {
+    Section queue;
+    SetValues(queue, row.base);
+    SetValues(queue, row.changed);
+    std::string expected;
+    for (const std::string& run : row.runs) expected += "\r\n" + run;
+    if (!row.runs.empty())
+      expected = (queue.GetValue("frequency") == "weekly" && queue.GetValue("every") != "1" ? weeks : plain) +
+                 expected;
+    const auto now = std::chrono::sys_days(kToday) + std::chrono::hours(12);
+    EXPECT_EQ(NextRunsInWords(queue.Settings(), LocaleConventions(), now), expected)
+        << row.base << " with " << row.changed;
+  }
 }
 
 TEST(NameListsTest, SplitsAtCommasButNotWithinKnownNames) {

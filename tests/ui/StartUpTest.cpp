@@ -69,7 +69,7 @@ TEST_F(StartUp, ChoosesTheFirstPage) {
     if (control->isEnabled()) on.push_back(control->objectName().toStdString());
   std::ranges::sort(on);
   EXPECT_EQ(on, Words("Label45 Label52 btnAddNewMailServer btnAddNewSqlServer btnAddQueue btnExit btnHelp "
-                      "lblSchedulerPassword txtSchedulerPassword txtSchedulerUsername"));
+                      "lblSchedulerPassword lblStatus txtSchedulerPassword txtSchedulerUsername"));
   Add("first");
   EXPECT_EQ(OnOf("btnSave btnCancel cmbMailServer txtMailUsername"), "btnSave btnCancel cmbMailServer");
 }
@@ -107,6 +107,18 @@ TEST_F(StartUp, EndsWhenTheFileCannotBeLoaded) {
   EXPECT_FALSE(Start(ini));
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(IniBytes(), ini);
+}
+
+TEST_F(StartUp, SaysWhoMayNotWriteTheConfiguration) {
+  WriteIni(kUsual);
+  std::filesystem::permissions(IniPath(), std::filesystem::perms::owner_read);
+  ASSERT_TRUE(Start(""));
+  EXPECT_EQ(Text("lblStatus"), "The configuration can be read, but not changed: " + IniPath() +
+                                   " is write-protected for this user.");
+  EXPECT_TRUE(Find("lblStatus").isVisible());
+  std::filesystem::permissions(IniPath(), std::filesystem::perms::owner_all);
+  ASSERT_TRUE(Start(""));
+  EXPECT_FALSE(Find("lblStatus").isVisible());
 }
 
 }  // namespace

@@ -3,8 +3,10 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QToolTip>
 #include <algorithm>
 #include <limits>
 
@@ -51,9 +53,28 @@ void LeadTabToChosenOptions(QWidget& window) {
     });
 }
 
-void LengthenLists(QWidget& window) {
+// Adds the whole text to the tip of a list that is too narrow for it.
+class LongTextTip : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* list = qobject_cast<QComboBox*>(watched);
+    if (event->type() != QEvent::ToolTip || list == nullptr) return false;
+    const int needed = list->fontMetrics().horizontalAdvance(list->currentText());
+    if (needed < list->width() - list->height()) return false;  // beside the arrow, which is as wide as high
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       list->currentText() + QLatin1Char('\n') + list->toolTip());
+    return true;
+  }
+};
+
+void ShowLongLists(QWidget& window) {
   constexpr int kRows = 20;
-  for (QComboBox* list : window.findChildren<QComboBox*>()) list->setMaxVisibleItems(kRows);
+  auto* tips = new LongTextTip(&window);
+  for (QComboBox* list : window.findChildren<QComboBox*>()) {
+    list->setMaxVisibleItems(kRows);
+    list->installEventFilter(tips);
+  }
 }
 
 void LetPasswordsBeRead(QWidget& window) {
@@ -69,7 +90,7 @@ void ApplyInputHabits(QWidget& window) {
   KeepInputToOneLine(window);
   LeadTabToChosenOptions(window);
   LetPasswordsBeRead(window);
-  LengthenLists(window);
+  ShowLongLists(window);
 }
 
 }  // namespace pellorin

@@ -42,8 +42,7 @@ class StackedGroups : public QObject {
     isStacked_ = isNarrow;
     while (groups_.count() > 0) groups_.takeAt(0);
     int row = 0;
-    for (const Place& place : places_)
-      Put(isStacked_ ? Place{place.item, row++, 0, 1, 1} : place);
+    for (const Place& place : places_) Put(isStacked_ ? Place{place.item, row++, 0, 1, 1} : place);
     groups_.setColumnStretch(1, isStacked_ ? 0 : 1);
   }
 

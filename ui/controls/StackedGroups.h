@@ -1,5 +1,5 @@
-// Puts the groups of a page under each other where the window is too narrow for two columns, so that nobody has to
-// scroll sideways.
+// Puts the groups of a page under each other where the window is too narrow for two columns, so that nobody
+// has to scroll sideways.
 #pragma once
 
 #include <QGridLayout>

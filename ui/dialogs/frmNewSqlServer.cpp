@@ -60,9 +60,7 @@ frmNewSqlServer::~frmNewSqlServer() = default;
 
 // So that nothing moves when the notice appears.
 void frmNewSqlServer::KeepRoomForNotice() {
-  QSizePolicy policy = ui_->lblConnectionNotice->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  ui_->lblConnectionNotice->setSizePolicy(policy);
+  ui_->lblConnectionNotice->KeepPlace();
   ui_->lblConnectionNotice->setMinimumHeight(2 * fontMetrics().lineSpacing());
 }
 

@@ -29,7 +29,8 @@ struct ProbeServices {
   UserMessages& messages;
   MailComponent& mail;
   SqlConnectionFactory connect;
-  std::function<std::unique_ptr<ProbeWork>()> beginWork;
+  // `doing`: what the window says meanwhile.
+  std::function<std::unique_ptr<ProbeWork>(const std::string& doing)> beginWork;
   // Shows the note about the probe's connection on the page in front.
   std::function<void(const std::string& note)> showSecurity;
   std::vector<std::string>& addresses;  // that the user gave so far

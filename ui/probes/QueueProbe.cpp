@@ -28,7 +28,7 @@ void QueueProbe::Run() {
 }
 
 bool QueueProbe::Send(const std::string& address, const Section& instance, const Section& queue) {
-  const auto work = services_.beginWork();
+  const auto work = services_.beginWork("sp_sendPLN is being called on " + instance.DisplayName() + ".");
   const auto connection = services_.connect();
   if (!OpenForProbe(*connection, login_, services_)) return false;
   connection->SetDefaultDatabase(instance.GetValue(SqlKey::kConfiguredDB));

@@ -17,7 +17,7 @@ void SqlServerProbe::Run() {
 }
 
 bool SqlServerProbe::Send(const std::string& address, const Section& instance) {
-  const auto work = services_.beginWork();
+  const auto work = services_.beginWork("sp_sendPLN is being called on " + instance.DisplayName() + ".");
   const auto connection = services_.connect();
   if (!OpenForProbe(*connection, login_, services_)) return false;
   try {

@@ -5,7 +5,10 @@
 
 namespace pellorin {
 
-WatchedWork::WatchedWork(QWidget& window, MailComponent& mail) : busy_(window), mail_(mail) {
+WatchedWork::WatchedWork(QWidget& window, NoticeLine& line, const std::string& doing, MailComponent& mail)
+    : line_(line), saidBefore_(line.text().toStdString()), busy_(window), mail_(mail) {
+  line_.Say(doing);
+  line_.repaint();
   qApp->installEventFilter(this);
   mail_.SetWatch([this] {
     QCoreApplication::processEvents();  // paints the window and, since it is disabled, drops its input
@@ -15,6 +18,7 @@ WatchedWork::WatchedWork(QWidget& window, MailComponent& mail) : busy_(window), 
 
 WatchedWork::~WatchedWork() {
   mail_.SetWatch({});
+  line_.Say(saidBefore_);
 }
 
 bool WatchedWork::eventFilter(QObject* /*watched*/, QEvent* event) {

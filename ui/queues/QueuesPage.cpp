@@ -1,10 +1,11 @@
 #include "ui/queues/QueuesPage.h"
 
-#include <QTime>
+#include <QDateTime>
 #include <algorithm>
 #include <utility>
 
 #include "config/DateTimeWriting.h"
+#include "config/NextRuns.h"
 #include "config/ScheduleSummary.h"
 #include "config/SectionNames.h"
 #include "config/SettingKeys.h"
@@ -179,9 +180,8 @@ void QueuesPage::StoreShown() {
 
 // The problem takes the place of the schedule in words, so that the window keeps its height.
 void QueuesPage::ShowProblem(const std::string& problem) {
-  ui_->lblQueueProblem->setText(
-      QString::fromStdString("The definition of this queue cannot be used:\r\n" + problem));
-  ui_->lblQueueProblem->setVisible(!problem.empty());
+  ui_->lblQueueProblem->Say(problem.empty() ? ""
+                                            : "The definition of this queue cannot be used:\r\n" + problem);
   ui_->fraSchedule->setVisible(problem.empty());
 }
 
@@ -204,10 +204,17 @@ void QueuesPage::StartBrandNew() {
 
 void QueuesPage::ShowSummary() {
   const Section* queue = session_.CurrentQueue();
-  std::string words;
-  if (queue != nullptr && queue->QueueProblem().empty())
-    words = ScheduleSummary(*queue, locale_, DayOf(QDate::currentDate()));
-  ui_->lblScheduleSummary->setText(QString::fromStdString(words));
+  std::string words, runs;
+  if (queue != nullptr && queue->QueueProblem().empty()) {
+    const QDateTime now = QDateTime::currentDateTime();
+    const auto today = DayOf(now.date());
+    words = ScheduleSummary(*queue, locale_, today);
+    runs =
+        NextRunsInWords(queue->Settings(), locale_,
+                        std::chrono::sys_days(today) + std::chrono::seconds(QTime(0, 0).secsTo(now.time())));
+  }
+  ui_->lblScheduleSummary->Say(words);
+  ui_->lblNextRuns->Say(runs);
 }
 
 void QueuesPage::ShowOccurance(bool isWeekly) {

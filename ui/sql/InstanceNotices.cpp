@@ -6,6 +6,8 @@
 namespace pellorin {
 namespace {
 
+constexpr std::size_t kLongestName = 60;  // in a sentence
+
 std::string ConnectionTypeNotice(const Section& instance) {
   const std::string stored = instance.GetValue(SqlKey::kConnectionType);
   const Setting* inAnyCase = instance.Settings().Find(SqlKey::kConnectionType);
@@ -18,12 +20,22 @@ std::string ConnectionTypeNotice(const Section& instance) {
   return {};
 }
 
+std::string RedirectionNotice(const Section& instance) {
+  const std::string address = instance.GetValue(SqlKey::kRedirectAllEmailTo);
+  if (address.empty()) return {};
+  return "All mail of this instance goes to " + Shortened(address, kLongestName) +
+         " instead of its recipients (Redirect All Email To).";
+}
+
+void Append(std::string& lines, const std::string& sentence) {
+  if (!sentence.empty()) lines += (lines.empty() ? "" : "\r\n") + sentence;
+}
+
 }  // namespace
 
 void InstanceNotices::NoteLost(const Section& instance, const std::string& key, const std::string& content,
                                const std::string& name) {
-  constexpr std::size_t kLongest = 60;  // in the sentence; no line of the page may widen the window
-  lost_[instance.Key][key] = "The " + content + " \"" + Shortened(name, kLongest) +
+  lost_[instance.Key][key] = "The " + content + " \"" + Shortened(name, kLongestName) +
                              "\" is not in its list, and is not set any more.";
 }
 
@@ -33,9 +45,10 @@ void InstanceNotices::ForgetLost(const Section& instance, const std::string& key
 
 std::string InstanceNotices::Text(const Section& instance) const {
   std::string text = ConnectionTypeNotice(instance);
+  Append(text, RedirectionNotice(instance));
   const auto lost = lost_.find(instance.Key);
   if (lost == lost_.end()) return text;
-  for (const auto& [key, sentence] : lost->second) text += (text.empty() ? "" : "\r\n") + sentence;
+  for (const auto& [key, sentence] : lost->second) Append(text, sentence);
   return text;
 }
 

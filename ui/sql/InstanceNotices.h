@@ -1,5 +1,6 @@
 // What the SQL Servers page says about the shown instance: that its connection type is missing, unknown or
-// misspelt, and which stored names were lost because their lists do not offer them.
+// misspelt, that all its mail is redirected, and which stored names were lost because their lists do not
+// offer them.
 #pragma once
 
 #include <map>

@@ -53,6 +53,7 @@ void SqlPage::AddRows() {
   form_.Add(TextRow{ui_->txtSqlPassword, SqlKey::kSqlPassword});
   form_.Add(TextRow{ui_->txtProhibitedTokens, SqlKey::kProhibitedTokens});
   form_.Add(TextRow{ui_->txtRedirectAllEmailTo, SqlKey::kRedirectAllEmailTo});
+  events_.OnEdit(ui_->txtRedirectAllEmailTo, [this] { ShowNotice(); });
   form_.Add(NumberRow{ui_->txtTimeout, SqlKey::kTimeout, "Timeout must be a number."});
   form_.Add(NumberRow{ui_->txtLineWidth, SqlKey::kWidth, "Line width must be a number."});
   AddListRow(ui_->cmbStylesheet, SqlKey::kStylesheet, "style sheet");
@@ -131,8 +132,7 @@ bool SqlPage::ValidateSql() {
 void SqlPage::ShowNotice() {
   const Section* instance = session_.CurrentSql();
   const std::string text = instance == nullptr ? std::string() : notices_.Text(*instance);
-  ui_->lblSqlNotice->setText(QString::fromStdString(text));
-  ui_->lblSqlNotice->setVisible(!text.empty());
+  ui_->lblSqlNotice->Say(text);
   emit noticed(!text.empty());
 }
 

@@ -116,6 +116,7 @@ TEST_F(ProbeButtons, TheWindowIsPaintedTakesNoInputAndEscapeEndsTheMail) {
   onSend = [&](const std::function<bool()>& watch) {
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    EXPECT_EQ(Text("lblStatus"), "A test e-mail is being sent. Escape ends the test.");
     for (const char* button :
          {"btnTestMailServer", "btnAddNewMailServer", "btnDeleteMailSettings", "btnExit"}) {
       Click(button);

@@ -94,6 +94,7 @@ TEST_F(QueuesPageTest, ShowsWhatIsStoredAndStoresNoMore) {
     EXPECT_EQ(SelectedServers(), row.to.starts_with("ALL") ? "B" : "");
   }
   EXPECT_EQ(Text("lblScheduleSummary"), "Every day at 11:05 PM, from 11/22/2026");
+  EXPECT_TRUE(Text("lblNextRuns").starts_with("Next runs, as this schedule reads:")) << Text("lblNextRuns");
   SaveSuccessfully();
   EXPECT_EQ(Stored("Q", "queuebydefault"), "all");
   EXPECT_EQ(Stored("SQL:B", "Queues"), "Q2,Q");
@@ -311,7 +312,7 @@ TEST_F(QueuesPageTest, AddsAndDeletesAndCannotLeaveAnInvalidQueue) {
   EXPECT_EQ(
       OnOf("cmbQueues btnAddQueue btnDeleteQueue txtEvery optDaily lstQueueApplServers lblScheduleSummary"),
       "btnAddQueue");
-  EXPECT_EQ(Text("txtQueueTitle txtEvery lblScheduleSummary"), "||");
+  EXPECT_EQ(Text("txtQueueTitle txtEvery lblScheduleSummary lblNextRuns"), "|||");
   AddQueue("NIGHTLY");  // a deleted one does not block its name
   SaveSuccessfully();
   EXPECT_EQ(Stored("NIGHTLY", "title"), "NIGHTLY");

@@ -100,8 +100,10 @@ TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
        Replaced(kBare, "Trusted", "sql"));
   const std::string sheet = "The style sheet \"gone.css\" is not in its list, and is not set any more.";
   const std::string backup = "The backup mail server \"old\" is not in its list, and is not set any more.";
+  const std::string redirected =
+      "All mail of this instance goes to a@b instead of its recipients (Redirect All Email To).";
   const auto hasTabIcon = [this] { return !Find<QTabWidget>("tabMain").tabIcon(1).isNull(); };
-  EXPECT_EQ(Text("lblSqlNotice"), backup + "\r\n" + sheet);
+  EXPECT_EQ(Text("lblSqlNotice"), redirected + "\r\n" + backup + "\r\n" + sheet);
   EXPECT_TRUE(IsModified() && hasTabIcon());
   Choose("cmbSQLServer", 1);
   EXPECT_EQ(Text("lblSqlNotice"),
@@ -109,6 +111,7 @@ TEST_F(SqlPageTest, NamesListValuesThatAreLost) {
   EXPECT_EQ(Checked("optTrusted optSqlNative"), "optSqlNative");  // they stay as they were
   Choose("cmbSQLServer", 0);
   Choose("cmbSQLServer", 0);
+  Replace("txtRedirectAllEmailTo", "");
   EXPECT_EQ(Text("lblSqlNotice"), backup + "\r\n" + sheet);
   Click("btnClearSecondaryServer");
   Choose("cmbStylesheet", 1);
