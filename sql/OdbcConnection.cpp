@@ -96,11 +96,11 @@ void OdbcConnection::Open() {
     const bool mayHaveSentPassword =
         !settings.isTrusted && !server.offersEncryption && !IsDriverMissing(text);
     if (mayHaveSentPassword)
-      securityNote_ = SecuritySentence(settings.server, false, false, IsLoginAnswered(connection.Records()));
+      securityNote_ = SecuritySentence(driver_, settings, server, IsLoginAnswered(connection.Records()));
     const std::string advice = FailureAdvice(files_, text, settings.isTrusted, server.offersEncryption);
     throw SqlError(error.Number(), error.Source(), advice.empty() ? text : text + "\r\n" + advice);
   }
-  securityNote_ = SecuritySentence(settings.server, server.offersEncryption, settings.isTrusted);
+  securityNote_ = SecuritySentence(driver_, settings, server);
   session->isConnected = true;
   session_ = std::move(session);
 }

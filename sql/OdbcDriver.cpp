@@ -3,6 +3,7 @@
 #include "base/TextCase.h"
 #include "base/Utf16.h"
 #include "platform/HostName.h"
+#include "platform/Paths.h"
 #include "platform/SqlDrivers.h"
 #include "sql/OdbcHandles.h"
 
@@ -56,11 +57,14 @@ std::string FailureAdvice(FileOperations& files, const std::string& description,
   return {};
 }
 
-std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted, bool isKnown) {
+std::string SecuritySentence(const std::string& driver, const ConnectionSettings& settings,
+                             const ReachedServer& server, bool isKnown) {
   constexpr std::size_t kLongest = 60;  // so that the sentence does not widen a window
-  const std::string connection = "The connection to " + Shortened(server, kLongest) + " was ";
-  if (isEncrypted) return connection + "encrypted, server not verified.";
-  return connection + "not encrypted: " + (isTrusted ? "queries " : "the password ") +
+  const std::string connection = "The connection to " + Shortened(settings.server, kLongest) + " (" +
+                                 Shortened(server.host, kLongest) + ", port " + std::to_string(server.port) +
+                                 ", driver " + NameOf(driver) + ") was ";
+  if (server.offersEncryption) return connection + "encrypted, server not verified.";
+  return connection + "not encrypted: " + (settings.isTrusted ? "queries " : "the password ") +
          (isKnown ? "crossed" : "may have crossed") + " the network in clear.";
 }
 

@@ -19,10 +19,10 @@ std::string DriverText(const std::string& driver, const ConnectionSettings& sett
 std::string FailureAdvice(FileOperations& files, const std::string& description, bool isTrusted,
                           bool isEncrypted);
 
-// The sentence of SqlConnection::SecurityNote. `isKnown` is false when it is not known whether the login was
-// sent: the connection failed before the server answered it.
-std::string SecuritySentence(const std::string& server, bool isEncrypted, bool isTrusted,
-                             bool isKnown = true);
+// The sentence of SqlConnection::SecurityNote: server, address, driver and encryption. `isKnown` is false
+// when it is not known whether the login was sent: the connection failed before the server answered it.
+std::string SecuritySentence(const std::string& driver, const ConnectionSettings& settings,
+                             const ReachedServer& server, bool isKnown = true);
 
 // Whether the driver itself is missing. Then nothing was sent.
 bool IsDriverMissing(const std::string& description);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "sql/InstallScript.h"
+#include "sql/InstalledProcedure.h"
 #include "sql/OpenConnection.h"
 
 namespace pellorin {
@@ -91,6 +92,7 @@ bool ProcedureInstaller::Install(const SqlLogin& login, const Installation& inst
     }
     sentence = cannotCreate;
     connection->CommitTransaction();
+    securityNote_ += "\r\n" + InstalledProcedureNote(*connection, files_, programFolder_);
     return true;
   } catch (const CommitInDoubt& error) {
     connection->Close();

@@ -29,7 +29,8 @@ class ProcedureSetup {
   // True when the procedure is installed and committed. Otherwise a box has said why not, or that the outcome
   // is not known.
   virtual bool Install(const SqlLogin& login, const Installation& installation) = 0;
-  // The SqlConnection::SecurityNote of the last of these operations.
+  // The SqlConnection::SecurityNote of the last of these operations; after an installation also whether the
+  // procedure is the script's.
   virtual std::string SecurityNote() const = 0;
 };
 

@@ -45,7 +45,8 @@ class SqlConnection {
   std::chrono::seconds CommandTimeout{30};     // for each operation; a silent server may take twice that
 
   virtual void Open() = 0;
-  // A sentence that says whether the last connection was encrypted. Empty when nothing confidential was sent.
+  // A sentence that says which server was reached at the last opening, by which driver, and whether
+  // encrypted. Empty when nothing confidential was sent.
   virtual std::string SecurityNote() const = 0;
   virtual void Close() = 0;  // never fails; the server rolls back an open transaction
 

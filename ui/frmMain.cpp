@@ -47,7 +47,9 @@ frmMain::frmMain(const Components& components)
                 return std::make_unique<WatchedWork>(*this, *ui_->lblStatus, doing, components_.mail);
               },
               [this](const std::string& note) { ShowSecurity(note); },
-              addresses_},
+              addresses_,
+              components_.files,
+              components_.programFolder},
       ui_(MakeControls(*this)),
       controlTags_(*this),
       events_(components_.messages),

@@ -75,10 +75,14 @@ TEST(DriverText, SpeaksEachDriversWords) {
   EXPECT_NE(inClear("ODBC Driver 18 for SQL Server").find(";Encrypt=no;"), std::string::npos);
 }
 
-TEST(SecuritySentence, SaysWhatCrossedTheNetwork) {
-  EXPECT_EQ(SecuritySentence("h", true, false), "The connection to h was encrypted, server not verified.");
-  EXPECT_EQ(SecuritySentence("h", false, true),
-            "The connection to h was not encrypted: queries crossed the network in clear.");
+TEST(SecuritySentence, SaysWhatWasReachedAndWhatCrossedTheNetwork) {
+  const ConnectionSettings trusted{"DB\\SALES", "", "", "master", true},
+      login{"DB\\SALES", "u", "p", "", false};
+  const std::string reached = "The connection to DB\\SALES (db.example, port 1433, driver FreeTDS) was ";
+  EXPECT_EQ(SecuritySentence("FreeTDS", login, {"db.example", 1433, true}),
+            reached + "encrypted, server not verified.");
+  EXPECT_EQ(SecuritySentence("/usr/lib/FreeTDS", trusted, {"db.example", 1433, false}),
+            reached + "not encrypted: queries crossed the network in clear.");
 }
 
 TEST_F(OdbcConnectionTest, KeepsOrTakesBackATransaction) {

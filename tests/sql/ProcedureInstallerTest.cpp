@@ -50,11 +50,14 @@ class ProcedureInstallerTest : public SqlServerTest {
 };
 
 TEST_F(ProcedureInstallerTest, CreatesAndUpdates) {
+  const std::string isSame = "\r\nThe installed sp_sendPLN is that of the script beside the program.";
   ASSERT_TRUE(Install());
+  EXPECT_TRUE(installer.SecurityNote().ends_with(isSame)) << installer.SecurityNote();
   EXPECT_EQ(Procedure(), kScriptText);
   EXPECT_FALSE(IsGranted());
   folder.Write(kInstallScript, kScript + "\r\n-- newer");
   ASSERT_TRUE(Install(true, true));
+  EXPECT_TRUE(installer.SecurityNote().ends_with(isSame)) << "after an update that allows temporary tables";
   EXPECT_TRUE(IsGranted());
   // A server keeps the definition as a creation; the first words alone tell an update.
   const std::string updated = Procedure();

@@ -14,7 +14,7 @@ NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
 }
 
 void NoticeLine::Say(const std::string& sentence) {
-  const QString said = QString::fromStdString(sentence);
+  const QString said = QString::fromStdString(sentence).trimmed();
   setVisible(!said.isEmpty());
   if (said == text()) return;
   setText(said);

@@ -34,6 +34,8 @@ struct ProbeServices {
   // Shows the note about the probe's connection on the page in front.
   std::function<void(const std::string& note)> showSecurity;
   std::vector<std::string>& addresses;  // that the user gave so far
+  FileOperations& files;
+  std::string programFolder;  // full path
 };
 
 // A call of the procedure failed; what() is the server's own sentence.

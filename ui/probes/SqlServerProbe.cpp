@@ -2,6 +2,7 @@
 
 #include "config/SettingKeys.h"
 #include "platform/MachineName.h"
+#include "sql/InstalledProcedure.h"
 #include "sql/SendProcedure.h"
 
 namespace pellorin {
@@ -23,6 +24,8 @@ bool SqlServerProbe::Send(const std::string& address, const Section& instance) {
   try {
     connection->SetDefaultDatabase(instance.GetValue(SqlKey::kConfiguredDB));
     SendByParameters(*connection, {address, Body(instance), "Pellorin: Test Email from SQL Server"});
+    services_.showSecurity(connection->SecurityNote() + "\r\n" +
+                           InstalledProcedureNote(*connection, services_.files, services_.programFolder));
     return true;
   } catch (const SqlError& error) {
     throw CallFailed(error.Description());
