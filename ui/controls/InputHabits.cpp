@@ -74,6 +74,7 @@ void ShowLongLists(QWidget& window) {
   for (QComboBox* list : window.findChildren<QComboBox*>()) {
     list->setMaxVisibleItems(kRows);
     list->installEventFilter(tips);
+    if (list->isEditable()) list->lineEdit()->setAccessibleName(list->accessibleName());
   }
 }
 
