@@ -35,6 +35,14 @@ std::unique_ptr<Ui::frmMain> MakeControls(QWidget& window) {
   return controls;
 }
 
+// Drawn from ui/images/icon.svg.
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const char* size : {"16", "32", "64"})
+    icon.addFile(QStringLiteral(":/images/icon-%1.png").arg(QLatin1String(size)));
+  return icon;
+}
+
 }  // namespace
 
 frmMain::frmMain(const Components& components)
@@ -57,7 +65,7 @@ frmMain::frmMain(const Components& components)
                  [this] { scheduler_.Fill(); }),
       tabs_(*ui_->tabMain) {
   setPalette(ControlTags::WithReadableDisabledText(palette()));
-  setWindowIcon(QIcon(QStringLiteral(":/images/logo.gif")));
+  setWindowIcon(ProgramIcon());
   ui_->lblStatus->KeepPlace();
   AddPages();
   LeadTabThroughPagesFirst();

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStyleOptionSpinBox>
+#include <QTextCharFormat>
 #include <algorithm>
 #include <vector>
 
@@ -213,7 +214,12 @@ QCalendarWidget& DateTimePicker::Calendar() {
   if (calendar_ != nullptr) return *calendar_;
   calendar_ = new QCalendarWidget(this);
   calendar_->setWindowFlag(Qt::Popup);
-  calendar_->setLocale(QLocale::c());
+  calendar_->setLocale(QLocale::c());  // English names, but the week of the user's country
+  calendar_->setFirstDayOfWeek(QLocale::system().firstDayOfWeek());
+  QTextCharFormat likeOtherDays;  // Qt's red is hard to read on a dark palette
+  likeOtherDays.setForeground(palette().text());
+  for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+    calendar_->setWeekdayTextFormat(day, likeOtherDays);
   calendar_->hide();
   for (const auto chosen : {&QCalendarWidget::clicked, &QCalendarWidget::activated})
     connect(calendar_, chosen, this, [this](const QDate& day) { TakeDay(day); });
@@ -225,9 +231,11 @@ void DateTimePicker::OpenCalendar() {
   const year_month_day day = value ? *value->date : *Present().date;
   QCalendarWidget& calendar = Calendar();
   calendar.setSelectedDate(QtDayOf(day));
-  const int room = screen()->availableGeometry().bottom() - mapToGlobal(QPoint(0, height())).y();
-  const int calendarHeight = calendar.sizeHint().height();
-  calendar.move(mapToGlobal(QPoint(0, room >= calendarHeight ? height() : -calendarHeight)));
+  const QRect room = screen()->availableGeometry();
+  QRect place(mapToGlobal(QPoint(0, height())), calendar.sizeHint());
+  if (place.bottom() > room.bottom()) place.moveBottom(mapToGlobal(QPoint()).y() - 1);
+  if (place.right() > room.right()) place.moveRight(room.right());
+  calendar.move(place.topLeft());
   calendar.show();
   calendar.setFocus();
 }
