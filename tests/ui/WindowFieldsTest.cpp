@@ -1,7 +1,9 @@
 // What keys, the clipboard, the wheel and a mouse button do in the window's fields, and where Tab leads.
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include "tests/ui/WindowFixture.h"
@@ -220,6 +222,29 @@ TEST_F(WindowFields, TextBoxesOfEveryWindowHoldTextsOfAnyLength) {
   ClickTab(1);
   pasteInto("txtSqlUsername");
   Click("btnConfigure");
+}
+
+TEST_F(WindowFields, NamesTooLongForTheirListAreInItsTip) {
+  const std::string longName(90, 'n');
+  WriteQueue("Q", kDailyQueue);
+  ASSERT_TRUE(Start(kUsual + Replaced(kMailOne, "MAIL:one", "MAIL:" + longName) +
+                    Replaced(kSql, "SQL:DB1", "SQL:" + longName)));
+  const auto tipOver = [this](QWidget& field) {
+    const QPoint place(10, 10);
+    QToolTip::hideText();
+    QHelpEvent hover(QEvent::ToolTip, place, field.mapToGlobal(place));
+    QApplication::sendEvent(&field, &hover);
+    return QToolTip::text().toStdString();
+  };
+  ClickTab(1);
+  const std::string usual = Find("cmbPrimaryMailServer").toolTip().toStdString();
+  EXPECT_EQ(tipOver(Find("cmbPrimaryMailServer")), usual);
+  Choose("cmbPrimaryMailServer", 2);
+  EXPECT_EQ(tipOver(Find("cmbPrimaryMailServer")), longName + "\n" + usual);
+  ClickTab(2);
+  Click("optQueueAll");
+  Find<QListWidget>("lstQueueApplServers").takeItem(0);
+  EXPECT_TRUE(tipOver(*Find<QListWidget>("lstQueueApplServers").viewport()).starts_with(longName));
 }
 
 }  // namespace

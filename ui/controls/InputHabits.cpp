@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QRadioButton>
 #include <QToolTip>
 #include <algorithm>
@@ -53,22 +54,26 @@ void LeadTabToChosenOptions(QWidget& window) {
     });
 }
 
-// Adds the whole text to the tip of a list that is too narrow for it.
+// Shows the whole text as a tip where a list has no room for it.
 class LongTextTip : public QObject {
  public:
   using QObject::QObject;
   bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return false;
+    const auto& help = static_cast<const QHelpEvent&>(*event);
     const auto* list = qobject_cast<QComboBox*>(watched);
-    if (event->type() != QEvent::ToolTip || list == nullptr) return false;
-    const int needed = list->fontMetrics().horizontalAdvance(list->currentText());
-    if (needed < list->width() - list->height()) return false;  // beside the arrow, which is as wide as high
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                       list->currentText() + QLatin1Char('\n') + list->toolTip());
+    const auto* lines = qobject_cast<QAbstractItemView*>(watched->parent());
+    const QString text = list != nullptr ? list->currentText() : lines->indexAt(help.pos()).data().toString();
+    const int room = list != nullptr ? list->width() - list->height()  // the arrow is as wide as high
+                                     : lines->viewport()->width();
+    const QWidget& shown = list != nullptr ? static_cast<const QWidget&>(*list) : *lines;
+    if (shown.fontMetrics().horizontalAdvance(text) < room) return false;
+    QToolTip::showText(help.globalPos(), text + QLatin1Char('\n') + shown.toolTip());
     return true;
   }
 };
 
-void ShowLongLists(QWidget& window) {
+void ShowLongTexts(QWidget& window) {
   constexpr int kRows = 20;
   auto* tips = new LongTextTip(&window);
   for (QComboBox* list : window.findChildren<QComboBox*>()) {
@@ -76,6 +81,7 @@ void ShowLongLists(QWidget& window) {
     list->installEventFilter(tips);
     if (list->isEditable()) list->lineEdit()->setAccessibleName(list->accessibleName());
   }
+  for (QListWidget* lines : window.findChildren<QListWidget*>()) lines->viewport()->installEventFilter(tips);
 }
 
 void LetPasswordsBeRead(QWidget& window) {
@@ -91,7 +97,7 @@ void ApplyInputHabits(QWidget& window) {
   KeepInputToOneLine(window);
   LeadTabToChosenOptions(window);
   LetPasswordsBeRead(window);
-  ShowLongLists(window);
+  ShowLongTexts(window);
 }
 
 }  // namespace pellorin

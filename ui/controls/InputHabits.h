@@ -11,7 +11,7 @@ namespace pellorin {
 // - The wheel never changes a list or picker that has no focus; it scrolls the page instead.
 // - Among options that exclude each other, Tab leads to the chosen one and the arrow keys to the others. Tab
 //   leads to each of them while none is chosen. Qt alone leads to the one that had the focus last.
-// - An open list shows up to 20 rows. A name that is too long for its list is in the tool tip, whole.
+// - An open list shows up to 20 rows. A text that is too long for its list is whole in the tip.
 // - A password can be read while the button at the end of its box is held down.
 void ApplyInputHabits(QWidget& window);
 

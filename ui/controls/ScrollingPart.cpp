@@ -1,5 +1,6 @@
 #include "ui/controls/ScrollingPart.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QStyle>
 
@@ -24,12 +25,22 @@ QSize ScrollingPart::minimumSizeHint() const {
   return least.boundedTo(sizeHint());
 }
 
+// A scroll area alone keeps to itself that its content has grown.
+bool ScrollingPart::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+  return QScrollArea::eventFilter(watched, event);
+}
+
 QSize RoomOnScreen(const QWidget& window) {
   const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
   return window.screen()->availableSize() - QSize(0, titleBar);
 }
 
 void FitScreen(QWidget& window) {
+  for (ScrollingPart* part : window.findChildren<ScrollingPart*>()) {
+    part->ensurePolished();
+    part->updateGeometry();  // its content may have changed since the window was asked last
+  }
   const QSize wanted = window.sizeHint().expandedTo(window.size());
   window.resize(wanted.boundedTo(RoomOnScreen(window)));
 }

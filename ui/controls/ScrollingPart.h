@@ -12,6 +12,9 @@ class ScrollingPart : public QScrollArea {
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;  // a few lines
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 // As large as the window's content asks for, or as it is when that is larger. Never larger than its screen.

@@ -53,7 +53,6 @@ frmNewSqlServer::frmNewSqlServer(QWidget* owner, const InstallerServices& servic
   BindControls();
   SetAuthenticationType("Trusted");
   SetAccessType("sysadmin");
-  FitScreen(*this);
 }
 
 frmNewSqlServer::~frmNewSqlServer() = default;
@@ -172,6 +171,11 @@ void frmNewSqlServer::UseNative() {
   ControlTags::Switch(*ui_->txtSqlPassword, true);
   ForgetConnection();
   if (isVisible()) ui_->txtSqlUsername->setFocus();
+}
+
+void frmNewSqlServer::showEvent(QShowEvent* event) {
+  FitScreen(*this);
+  QDialog::showEvent(event);
 }
 
 std::string frmNewSqlServer::SecurityNote() const {

@@ -65,6 +65,7 @@ class frmNewSqlServer : public QDialog {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void BindControls();
