@@ -1,5 +1,5 @@
-// What a screen reader finds on each page and dialog. That notices are read out cannot be tested offscreen,
-// where no screen reader is served.
+// What a screen reader finds on each page and dialog. Whether it announces a notification cannot be tested
+// offscreen.
 #include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
@@ -61,6 +61,16 @@ TEST_F(Accessibility, EveryControlIsNamedAsItIsLabelled) {
     if (tab == 1) expectNamesInDialog("btnConfigure");
     if (tab == 2) Click("optQueueFilter");
     if (tab == 2) expectNamesInDialog("btnAddQueueFilter");
+  }
+}
+
+TEST_F(Accessibility, NoticesAreNotifications) {
+  WriteQueue("Q1", kDailyQueue);
+  ASSERT_TRUE(Start(kUsual));
+  for (const char* name : {"lblSqlNotice", "lblScheduleSummary"}) {
+    QAccessibleInterface* notice = QAccessible::queryAccessibleInterface(&Find(name));
+    EXPECT_EQ(notice->role(), QAccessible::Notification) << name;
+    EXPECT_EQ(notice->text(QAccessible::Name).toStdString(), Text(name));
   }
 }
 

@@ -1,10 +1,21 @@
 #include "ui/controls/NoticeLine.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 
 namespace pellorin {
 
+namespace {
+
+// Screen readers read a notification out when it is shown.
+QAccessibleInterface* MakeNotification(const QString& className, QObject* object) {
+  if (className != QLatin1String(NoticeLine::staticMetaObject.className())) return nullptr;
+  return new QAccessibleWidget(static_cast<NoticeLine*>(object), QAccessible::Notification);
+}
+
+}  // namespace
+
 NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
+  QAccessible::installFactory(MakeNotification);  // installed once, however often
   setTextFormat(Qt::PlainText);
   setWordWrap(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -20,8 +31,8 @@ void NoticeLine::Say(const std::string& sentence) {
   setText(said);
   setAccessibleName(said);
   if (said.isEmpty()) return;
-  QAccessibleEvent alert(this, QAccessible::Alert);
-  QAccessible::updateAccessibility(&alert);
+  QAccessibleEvent shown(this, QAccessible::ObjectShow);
+  QAccessible::updateAccessibility(&shown);
 }
 
 void NoticeLine::KeepPlace() {

@@ -8,6 +8,8 @@
 namespace pellorin {
 
 class NoticeLine : public QLabel {
+  Q_OBJECT
+
  public:
   explicit NoticeLine(QWidget* parent = nullptr);
 
