@@ -1,6 +1,7 @@
 #include "ui/frmMain.h"
 
 #include <QShortcut>
+#include <QTimer>
 
 #include "config/SettingKeys.h"
 #include "platform/Paths.h"
@@ -65,7 +66,6 @@ frmMain::frmMain(const Components& components)
                  [this] { scheduler_.Fill(); }),
       tabs_(*ui_->tabMain) {
   setPalette(ControlTags::WithReadableDisabledText(palette()));
-  setWindowIcon(ProgramIcon());
   ui_->lblStatus->KeepPlace();
   AddPages();
   LeadTabThroughPagesFirst();
@@ -157,6 +157,7 @@ bool frmMain::Form_Load(const std::string& commandLine) {
     ui_->commonAreaLayout->setDirection(QBoxLayout::TopToBottom);
   FitScreen(*this);
   show();
+  QTimer::singleShot(0, this, [this] { setWindowIcon(ProgramIcon()); });  // reading it delays the first frame
   if (installMode_) RunGuarded(components_.messages, [this] { OpenInstallHelp(); });
   return true;
 }
