@@ -9,10 +9,10 @@
 #include "service/mail/LocalMailComponent.h"
 #include "sql/OdbcConnection.h"
 #include "sql/SqlInstances.h"
-#include "ui/boxes/HelpFileBox.h"
 #include "ui/boxes/QtUserMessages.h"
 #include "ui/controls/ProgramStyle.h"
 #include "ui/frmMain.h"
+#include "ui/help/ChmHelpViewer.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ int main(int argumentCount, char** arguments) {
   pellorin::LocalMailComponent mail(files, programFolder, pellorin::SystemLocaleConventions());
   const auto registry = pellorin::SystemRegistry(files);
   pellorin::RegistryEventLog eventLog(*registry);
-  pellorin::HelpFileBox help(files, messages);
+  pellorin::ChmHelpViewer help(files, messages);
   const auto connect = [&files] { return std::make_unique<pellorin::OdbcConnection>(files); };
   pellorin::ProcedureInstaller setup(connect, files, programFolder, messages);
   pellorin::frmMain window({files, messages, mail, eventLog, help, setup, connect,
