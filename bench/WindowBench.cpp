@@ -55,6 +55,7 @@ class Surroundings : public UserMessages,
     box_ += arguments.recipients;
     return false;
   }
+  std::vector<ConversationLine> LastConversation() override { return {}; }
   int LastErrorNumber() override { return 0; }
   std::string LastErrorSource() override { return {}; }
   std::string LastErrorDescription() override { return {}; }

@@ -2,6 +2,7 @@
 // cannot be sent: it returns false, and LastErrorNumber, -Source and -Description say why.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,6 +29,14 @@ struct MailArguments {
   std::vector<std::string> texts15{};
 };
 
+// A line of what was said while a mail was sent.
+struct ConversationLine {
+  enum class Kind { Sent, Received, Note };
+  std::chrono::system_clock::time_point time;
+  Kind kind = Kind::Note;
+  std::string text;  // UTF-8; holds no password and no part of a login
+};
+
 class MailComponent {
  public:
   // Whether a running send should go on. Called several times a second, on the thread that called Send.
@@ -40,6 +49,8 @@ class MailComponent {
   // kCancelled, unless the mail was already accepted.
   virtual void SetWatch(Watch watch) = 0;
   virtual bool Send(const MailArguments& arguments) = 0;
+  // What was said during the last send; empty when the component does not tell.
+  virtual std::vector<ConversationLine> LastConversation() = 0;
   // These three describe the last failed send.
   virtual int LastErrorNumber() = 0;
   virtual std::string LastErrorSource() = 0;

@@ -56,6 +56,7 @@ frmMain::frmMain(const Components& components)
                 return std::make_unique<WatchedWork>(*this, *ui_->lblStatus, doing, components_.mail);
               },
               [this](const std::string& note) { ShowSecurity(note); },
+              [this](const std::vector<ConversationLine>& lines) { mailPage_->ShowConversation(lines); },
               addresses_,
               components_.files,
               components_.programFolder},

@@ -3,6 +3,7 @@
 #include <ctime>
 #include <utility>
 
+#include "base/Text.h"
 #include "base/TextCase.h"
 #include "platform/Guid.h"
 #include "platform/ServiceFolder.h"
@@ -47,6 +48,7 @@ bool LocalMailComponent::Send(const MailArguments& arguments) {
   errorNumber_ = 0;
   errorSource_.clear();
   errorDescription_.clear();
+  conversation_ = Conversation();
   try {
     Deliver(arguments);
     return true;
@@ -54,6 +56,8 @@ bool LocalMailComponent::Send(const MailArguments& arguments) {
     errorNumber_ = error.Number();
     errorSource_ = ErrorSource(kMailErrorSource);
     errorDescription_ = error.DescriptionAndPath();
+    for (const std::string& line : SplitAt("\r\n", errorDescription_))
+      conversation_.Add(ConversationLine::Kind::Note, line);
     return false;
   }
 }
@@ -71,9 +75,9 @@ void LocalMailComponent::Deliver(const MailArguments& arguments) {
   const std::string text = BuildMessage(message, std::time(nullptr), uniqueId);
   if (watch_ && !watch_()) throw MailFailure(kMailCancelled, kCancelled);
   if (settings.usesPickupFolder)
-    DeliverToPickupFolder(files_, settings.pickupFolder, guid, message, text);
+    DeliverToPickupFolder(files_, settings.pickupFolder, guid, message, text, conversation_);
   else
-    DeliverBySmtp(settings.server, message, text, watch_);
+    DeliverBySmtp(settings.server, message, text, watch_, conversation_);
 }
 
 }  // namespace pellorin

@@ -6,6 +6,7 @@
 #include "platform/FileOperations.h"
 #include "platform/SystemLocale.h"
 #include "service/MailComponent.h"
+#include "service/mail/Conversation.h"
 
 namespace pellorin {
 
@@ -18,6 +19,7 @@ class LocalMailComponent : public MailComponent {
   void SetWatch(Watch watch) override { watch_ = std::move(watch); }
   // Uses recipients, subject, message, mail server and format; the format must be "text".
   bool Send(const MailArguments& arguments) override;
+  std::vector<ConversationLine> LastConversation() override { return conversation_.Lines(); }
   int LastErrorNumber() override { return errorNumber_; }
   std::string LastErrorSource() override { return errorSource_; }
   std::string LastErrorDescription() override { return errorDescription_; }
@@ -29,6 +31,7 @@ class LocalMailComponent : public MailComponent {
   std::string programFolder_;
   LocaleConventions locale_;
   Watch watch_;
+  Conversation conversation_;
   int errorNumber_ = 0;
   std::string errorSource_;
   std::string errorDescription_;

@@ -29,12 +29,13 @@ void RequireUsableFolder(FileOperations& files, const std::string& folder) {
 }  // namespace
 
 void DeliverToPickupFolder(FileOperations& files, const std::string& folder, const std::string& guid,
-                           const MailMessage& message, const std::string& text) {
+                           const MailMessage& message, const std::string& text, Conversation& conversation) {
   try {
     RequireUsableFolder(files, folder);
     const std::string path = JoinPath(folder, guid);
     WriteNewFileAtomically(files, path + ".part", path + ".eml", Envelope(message) + text,
                            NewFileAccess::FolderUsual);
+    conversation.Add(ConversationLine::Kind::Note, "Wrote " + path + ".eml");
   } catch (const FileError& error) {
     throw MailFailure(error.Number(), "The message could not be put into the pickup folder " + folder +
                                           ".\r\n" + error.DescriptionAndPath());

@@ -6,12 +6,13 @@
 #include <string>
 
 #include "platform/FileOperations.h"
+#include "service/mail/Conversation.h"
 #include "service/mail/MailMessage.h"
 
 namespace pellorin {
 
 // `text` is the result of BuildMessage, `guid` the file's name. MailFailure.
 void DeliverToPickupFolder(FileOperations& files, const std::string& folder, const std::string& guid,
-                           const MailMessage& message, const std::string& text);
+                           const MailMessage& message, const std::string& text, Conversation& conversation);
 
 }  // namespace pellorin

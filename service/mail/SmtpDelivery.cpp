@@ -50,8 +50,8 @@ void WaitFor(std::future<void>& end, SmtpTransfer& transfer, int timeout, const 
 }  // namespace
 
 void DeliverBySmtp(const SmtpServer& server, const MailMessage& message, const std::string& text,
-                   const MailComponent::Watch& watch) {
-  SmtpTransfer transfer(server, message, text);
+                   const MailComponent::Watch& watch, Conversation& conversation) {
+  SmtpTransfer transfer(server, message, text, conversation);
   std::future<void> end = Start(transfer);
   WaitFor(end, transfer, server.timeout, watch);
   // Failures after acceptance are ignored.

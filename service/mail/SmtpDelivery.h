@@ -5,6 +5,7 @@
 #include <string>
 
 #include "service/MailComponent.h"
+#include "service/mail/Conversation.h"
 #include "service/mail/MailMessage.h"
 #include "service/mail/SmtpDialogue.h"
 
@@ -21,10 +22,10 @@ struct SmtpServer {
 };
 
 // `text` is the result of BuildMessage. Returns after the server has finally accepted the message. Meanwhile
-// asks `watch`, unless it is empty, several times a second. MailFailure: number = the reply code of the
-// server that refused something, else libcurl's. The description holds "The transport failed to connect"
-// exactly when the server could not be reached or did not greet.
+// asks `watch`, unless it is empty, several times a second. Writes down in `conversation` what was said.
+// MailFailure: number = the reply code of the server that refused something, else libcurl's. The description
+// holds "The transport failed to connect" exactly when the server could not be reached or did not greet.
 void DeliverBySmtp(const SmtpServer& server, const MailMessage& message, const std::string& text,
-                   const MailComponent::Watch& watch);
+                   const MailComponent::Watch& watch, Conversation& conversation);
 
 }  // namespace pellorin

@@ -44,10 +44,12 @@ std::string NtlmText(const std::string& what, const std::string& utf8, bool uppe
 
 }  // namespace
 
-SmtpTransfer::SmtpTransfer(const SmtpServer& server, const MailMessage& message, const std::string& text)
+SmtpTransfer::SmtpTransfer(const SmtpServer& server, const MailMessage& message, const std::string& text,
+                           Conversation& conversation)
     : server_(server),
       text_(text),
       dialogue_(server.login, server.isEncryptedFromStart, message.to.size()),
+      record_(server, text.size(), conversation),
       url_(curl_url()),
       handle_(NewHandle()) {
   SetAddress();
@@ -130,6 +132,9 @@ void SmtpTransfer::SetCallbacks() {
   Set(CURLOPT_CLOSESOCKETFUNCTION, &OnClose);
   Set(CURLOPT_CLOSESOCKETDATA, this);
   Set(CURLOPT_ERRORBUFFER, errorText_.data());
+  Set(CURLOPT_DEBUGFUNCTION, &OnDebug);
+  Set(CURLOPT_DEBUGDATA, this);
+  Set(CURLOPT_VERBOSE, 1L);  // or nothing is reported
 }
 
 void SmtpTransfer::Run() {
@@ -172,6 +177,11 @@ void SmtpTransfer::Cancel() {
 void SmtpTransfer::ShutDownConnection() {
   const std::lock_guard lock(socketsGuard_);
   for (const SocketHandle socket : sockets_) ShutDownSocket(socket);
+}
+
+int SmtpTransfer::OnDebug(CURL*, curl_infotype kind, char* bytes, std::size_t size, void* self) {
+  static_cast<SmtpTransfer*>(self)->record_.Take(kind, {bytes, size});
+  return 0;
 }
 
 std::size_t SmtpTransfer::OnReply(char* bytes, std::size_t size, std::size_t count, void* self) {

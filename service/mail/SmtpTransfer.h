@@ -17,6 +17,7 @@
 #include "platform/Sockets.h"
 #include "service/mail/SmtpDelivery.h"
 #include "service/mail/SmtpDialogue.h"
+#include "service/mail/SmtpRecord.h"
 
 namespace pellorin {
 
@@ -24,9 +25,10 @@ enum class SmtpPhase { LookUp, Connecting, Handshake, Conversation };
 
 class SmtpTransfer {
  public:
-  // Prepares everything, sends nothing. MailFailure for arguments that libcurl cannot use. All three
+  // Prepares everything, sends nothing. MailFailure for arguments that libcurl cannot use. All
   // arguments must outlive the transfer.
-  SmtpTransfer(const SmtpServer& server, const MailMessage& message, const std::string& text);
+  SmtpTransfer(const SmtpServer& server, const MailMessage& message, const std::string& text,
+               Conversation& conversation);
   SmtpTransfer(const SmtpTransfer&) = delete;
   SmtpTransfer& operator=(const SmtpTransfer&) = delete;
 
@@ -63,6 +65,7 @@ class SmtpTransfer {
   void KeepResult(CURLcode result);
   SmtpPhase ReachedPhase() const;
 
+  static int OnDebug(CURL*, curl_infotype kind, char* bytes, std::size_t size, void* self);
   static std::size_t OnReply(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t OnRead(char* buffer, std::size_t size, std::size_t count, void* self);
   static int OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
@@ -73,6 +76,7 @@ class SmtpTransfer {
   const std::string& text_;
   std::size_t sent_ = 0;  // of the text
   SmtpDialogue dialogue_;
+  SmtpRecord record_;
   std::atomic<bool> isCancelled_ = false;
   std::atomic<bool> isSettled_ = false;
   std::mutex socketsGuard_;

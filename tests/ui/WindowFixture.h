@@ -156,6 +156,7 @@ class WindowFixture : public ::testing::Test,
   std::vector<MailArguments> sent;
   bool accepts = true;  // the mail component does
   std::string mailError;
+  std::vector<ConversationLine> conversation;
   std::function<void(const Watch& watch)> onSend;
   Names localInstances = {"HOST1", "HOST1\\SALES", ""};
   Names log;  // what the event log and the help viewer were asked
@@ -172,6 +173,7 @@ class WindowFixture : public ::testing::Test,
     if (onSend) onSend(watch_);
     return accepts;
   }
+  std::vector<ConversationLine> LastConversation() override { return conversation; }
   int LastErrorNumber() override { return 535; }
   std::string LastErrorSource() override { return "source"; }
   std::string LastErrorDescription() override { return mailError; }

@@ -51,12 +51,28 @@ void MailPage::BindControls() {
   }
   events_.OnClick(ui_->btnAddNewMailServer, [this] { btnAddNewMailServer_Click(); });
   events_.OnClick(ui_->btnDeleteMailSettings, [this] { btnDeleteMailSettings_Click(); });
+  connect(&session_, &ConfigurationSession::documentReplaced, this, [this] { testedServer_.clear(); });
   events_.OnClick(ui_->btnTestMailServer, [this] { emit probeRequested(); });
 }
 
 void MailPage::Fill() {
   SectionPage::Fill();
   FillUsername();
+  const Section* section = session_.CurrentMail();
+  ui_->fraConversation->setVisible(section != nullptr && section->Key == testedServer_);
+}
+
+void MailPage::StartBrandNew() {
+  SectionPage::StartBrandNew();
+  ui_->fraConversation->hide();
+}
+
+void MailPage::ShowConversation(const std::vector<ConversationLine>& lines) {
+  const Section* section = session_.CurrentMail();
+  if (section == nullptr || lines.empty()) return;
+  testedServer_ = section->Key;
+  ui_->fraConversation->Show(lines, *ui_->txtMailPassword);
+  ui_->fraConversation->show();
 }
 
 // A basic login's user name is shown as it is stored, even with a domain: typing stores the whole box.

@@ -5,7 +5,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "service/MailComponent.h"
 #include "ui/pages/SectionPage.h"
 
 namespace Ui {
@@ -22,9 +24,11 @@ class MailPage : public SectionPage {
   ~MailPage() override;
 
   void AddNewMailServer(const std::string& name);
+  void ShowConversation(const std::vector<ConversationLine>& lines);  // of a test of the shown server
   bool ValidateMail();  // reports what is invalid; true when no server is shown
 
  protected:
+  void StartBrandNew() override;
   void Fill() override;
   bool ValidateShown() override { return ValidateMail(); }
 
@@ -39,6 +43,7 @@ class MailPage : public SectionPage {
   void btnDeleteMailSettings_Click();
 
   std::unique_ptr<Ui::MailPage> ui_;
+  std::string testedServer_;  // key of the section; the conversation is shown with it
 };
 
 }  // namespace pellorin

@@ -8,7 +8,9 @@ void MailServerProbe::Run() {
   const std::string address =
       AskForAddress(services_, "Please enter an email address to send the test email to");
   if (address.empty()) return;
-  if (Send(address, *server))
+  const bool isSent = Send(address, *server);
+  services_.showConversation(services_.mail.LastConversation());
+  if (isSent)
     ShowProbeSucceeded(services_.messages, "Mail Sent");
   else
     ReportFailure();

@@ -33,6 +33,8 @@ struct ProbeServices {
   std::function<std::unique_ptr<ProbeWork>(const std::string& doing)> beginWork;
   // Shows the note about the probe's connection on the page in front.
   std::function<void(const std::string& note)> showSecurity;
+  // Shows what was said during a test of the shown mail server.
+  std::function<void(const std::vector<ConversationLine>& lines)> showConversation;
   std::vector<std::string>& addresses;  // that the user gave so far
   FileOperations& files;
   std::string programFolder;  // full path

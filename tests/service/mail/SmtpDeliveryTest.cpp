@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <future>
 #include <regex>
 
 #include "base/Text.h"
+#include "service/mail/Base64.h"
 #include "service/mail/MailFailure.h"
 #include "service/mail/SmtpDelivery.h"
 #include "tests/service/mail/MailFixture.h"
@@ -89,6 +91,51 @@ TEST(SmtpDelivery, ProvesAnNtlmLogin) {
   EXPECT_EQ(failure("HOME\\joe", "päss:w/ord"), refused + "another user: HOME joe");
 }
 
+// "> command", "< reply" and "* note" of the last send.
+std::string Said(LocalMailComponent& component) {
+  std::string said;
+  for (const ConversationLine& line : component.LastConversation())
+    said += std::string(line.kind == ConversationLine::Kind::Sent       ? "> "
+                        : line.kind == ConversationLine::Kind::Received ? "< "
+                                                                        : "* ") +
+            line.text + "\n";
+  return said;
+}
+
+TEST(SmtpDelivery, WritesDownWhatWasSaidWithoutTheLogin) {
+  const MailServerProcess server("server",
+                                 {"tls=starttls", "login=PLAIN LOGIN", "user=joe", "password=s3cret-word"});
+  for (const std::string password : {"s3cret-word", "wrong-w0rd"}) {
+    MailFixture mail(Remote(server.Port(), Login("1", "joe", password)));
+    EXPECT_EQ(mail.Send(), password == "s3cret-word");
+    const std::string said = Said(mail.component);
+    std::size_t from = 0;
+    for (const std::string part :
+         {"* Connected to 127.0.0.1", "< 220 ", "> EHLO ", "> STARTTLS", "* Encrypted with TLSv1",
+          "* Certificate of ", " (not verified)", "* Certificate valid until ", "* Certificate issued by ",
+          "> AUTH PLAIN"}) {
+      const std::size_t found = said.find(part, from);
+      ASSERT_NE(found, std::string::npos) << part << " is not said after the part before it:\n" << said;
+      from = found;
+    }
+    for (const std::string& secret :
+         {password, Base64(std::string(1, '\0') + "joe" + std::string(1, '\0') + password), Base64(password)})
+      EXPECT_FALSE(Contains(said, secret)) << said;
+    const bool isAccepted = Contains(said, "> RCPT TO:<joe@example.org>") &&
+                            Contains(said, "* Message of ") && !Contains(said, mail.subject);
+    EXPECT_EQ(isAccepted, password == "s3cret-word") << said;
+    EXPECT_EQ(Contains(said, "* 535 "), password != "s3cret-word") << "a failure ends it:\n" << said;
+  }
+  MailFixture pickup("SendMethod=1\r\nLocalMailPickupFolder=");
+  std::filesystem::create_directory(pickup.folder / "in");
+  pickup.folder.Write(
+      "Pellorin.ini",
+      "[MAIL:Main]\r\nSendMethod=1\r\nSenderEmail=a@b\r\nLocalMailPickupFolder=" + (pickup.folder / "in"));
+  EXPECT_TRUE(pickup.Send());
+  EXPECT_TRUE(Said(pickup.component).starts_with("* Wrote " + (pickup.folder / "in/")))
+      << Said(pickup.component);
+}
+
 TEST(SmtpDelivery, EncryptsWhereTheServerOffersItAndNeverFallsBack) {
   const MailServerProcess server("server", {"tls=starttls", "login=PLAIN", "user=joe", "password=secret"});
   EXPECT_EQ(MailFixture(Remote(server.Port(), Login("1", "joe", "secret"))).Failure(), "sent");
@@ -97,8 +144,9 @@ TEST(SmtpDelivery, EncryptsWhereTheServerOffersItAndNeverFallsBack) {
 
   const MailServerProcess implicit("server", {"tls=implicit"});
   const MailMessage message{{"", "a@b"}, {{"", "c@d"}}, "s", "b"};
+  Conversation conversation;
   DeliverBySmtp({.host = "127.0.0.1", .port = implicit.Port(), .isEncryptedFromStart = true, .timeout = 5},
-                message, BuildMessage(message, 0, "id"), {});
+                message, BuildMessage(message, 0, "id"), {}, conversation);
   EXPECT_TRUE(Contains(implicit.Received("mail.txt"), "encrypted: True"));
 
   const std::pair<const char*, const char*> cases[] = {
@@ -120,7 +168,7 @@ TEST(SmtpDelivery, EncryptsWhereTheServerOffersItAndNeverFallsBack) {
   const MailServerProcess silent("script", {"GREET=silent"});
   try {
     DeliverBySmtp({.host = "127.0.0.1", .port = silent.Port(), .isEncryptedFromStart = true, .timeout = 1},
-                  message, "", {});
+                  message, "", {}, conversation);
     ADD_FAILURE() << "a server that says nothing takes the mail";
   } catch (const MailFailure& failure) {
     EXPECT_TRUE(failure.Description().starts_with(kCannotConnect)) << failure.Description();

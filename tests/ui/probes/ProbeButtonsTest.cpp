@@ -174,6 +174,38 @@ TEST_F(ProbeButtons, EscapeClosesABoxThatAppearsMeanwhile) {
   }
 }
 
+TEST_F(ProbeButtons, TheConversationOfATestStaysWithItsMailServer) {
+  ASSERT_TRUE(Start(kUsual));
+  EXPECT_FALSE(Find("fraConversation").isVisible());
+  const auto at = std::chrono::system_clock::now();
+  using Kind = ConversationLine::Kind;
+  conversation = {
+      {at, Kind::Note, "Connected"}, {at, Kind::Received, "220 <b>hello</b>"}, {at, Kind::Sent, "EHLO h"}};
+  accepts = false;
+  WillAskAddress("a@b");
+  messages.WillShowSome();
+  Click("btnTestMailServer");
+  ASSERT_TRUE(Find("fraConversation").isVisible());
+  QApplication::clipboard()->clear();
+  Click("btnCopyConversation");
+  const QString copied = QApplication::clipboard()->text();
+  EXPECT_TRUE(
+      QRegularExpression(
+          QStringLiteral("^..:..:......  ?\u2022 Connected\n.*\u2190 220 <b>hello</b>\n.*\u2192 EHLO h$"))
+          .match(copied)
+          .hasMatch())
+      << copied.toStdString();
+  Choose("cmbMailServer", 1);
+  EXPECT_FALSE(Find("fraConversation").isVisible()) << "another server is shown";
+  Choose("cmbMailServer", 0);
+  EXPECT_TRUE(Find("fraConversation").isVisible());
+  Replace("txtSenderEmail", "other@one");
+  messages.WillShow(Question("Cancel Changes", "Are you sure you want to cancel? All changes will be lost."),
+                    Answer::Yes);
+  Click("btnCancel");
+  EXPECT_FALSE(Find("fraConversation").isVisible()) << "the configuration was loaded again";
+}
+
 TEST_F(ProbeButtons, EachAsksBeforeItSends) {
   WriteQueue("Q1", "<queue/>");  // showing it is a change to be saved
   ASSERT_TRUE(Start(kUsual));
