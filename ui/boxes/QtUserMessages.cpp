@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QStringListModel>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -100,11 +101,18 @@ void FitScreen(QMessageBox& box) {
 void SuggestIn(QInputDialog& dialog, const std::vector<std::string>& suggestions) {
   QStringList texts;
   for (const std::string& text : suggestions) texts.append(QString::fromStdString(text));
-  auto* completer = new QCompleter(texts, &dialog);
+  auto* offered = new QStringListModel(texts, &dialog);
+  auto* completer = new QCompleter(offered, &dialog);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
   auto* line = dialog.findChild<QLineEdit*>();
   line->setCompleter(completer);
-  // The open list keeps Return to itself: without this what was typed would need it twice.
+  // The open list would cover the buttons and keep Return to itself. What has been typed whole is not
+  // offered.
+  QObject::connect(line, &QLineEdit::textEdited, offered, [offered, texts](const QString& typed) {
+    QStringList others = texts;
+    others.removeAll(typed);
+    offered->setStringList(others);
+  });
   QObject::connect(line, &QLineEdit::returnPressed, &dialog, &QDialog::accept);
 }
 

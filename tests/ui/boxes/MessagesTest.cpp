@@ -96,6 +96,13 @@ TEST(QtUserMessages, SuggestAnEarlierTextOnceItIsBegun) {
   });
   EXPECT_EQ(messages.AskForText("Email Address", "", {"else@example.com", "Someone@example.com"}),
             "Someone@example.com");
+  WithBox<QInputDialog>(context, [](QInputDialog& box) {
+    QTest::keyClicks(box.focusWidget(), QStringLiteral("a@b"));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr)
+        << "what is typed whole needs no suggestion over OK";
+    box.reject();
+  });
+  messages.AskForText("Email Address", "", {"a@b"});
 }
 
 TEST(QtUserMessages, LieOverTheBusyDialogWithTheNormalPointer) {
