@@ -243,7 +243,7 @@ TEST_F(WindowFields, NamesTooLongForTheirListAreInItsTip) {
   EXPECT_EQ(tipOver(Find("cmbPrimaryMailServer")), longName + "\n" + usual);
   ClickTab(2);
   Click("optQueueAll");
-  Find<QListWidget>("lstQueueApplServers").takeItem(0);
+  delete Find<QListWidget>("lstQueueApplServers").takeItem(0);
   EXPECT_TRUE(tipOver(*Find<QListWidget>("lstQueueApplServers").viewport()).starts_with(longName));
 }
 
