@@ -224,6 +224,17 @@ TEST_F(WindowFields, TextBoxesOfEveryWindowHoldTextsOfAnyLength) {
   Click("btnConfigure");
 }
 
+TEST_F(WindowFields, LongTextsShowTheirBeginningOnceLeft) {
+  ASSERT_TRUE(Start(kUsual));
+  const auto& box = Find<QLineEdit>("txtSenderEmail");
+  Replace("txtSenderEmail", std::string(80, 'a'));
+  EXPECT_EQ(box.cursorPosition(), 80);
+  Press("Tab");
+  EXPECT_EQ(box.cursorPosition(), 0);
+  Choose("cmbMailServer", 0);
+  EXPECT_EQ(box.cursorPosition(), 0) << "filled again";
+}
+
 TEST_F(WindowFields, NamesTooLongForTheirListAreInItsTip) {
   const std::string longName(90, 'n');
   WriteQueue("Q", kDailyQueue);

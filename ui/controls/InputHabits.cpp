@@ -28,6 +28,25 @@ class WheelFilter : public QObject {
   }
 };
 
+// A long text shows its beginning again once the user has left its box.
+class BackToStart : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::FocusOut) return false;
+    const Qt::FocusReason reason = static_cast<const QFocusEvent&>(*event).reason();
+    const bool comesBack = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+    if (!comesBack) static_cast<QLineEdit*>(watched)->setCursorPosition(0);
+    return false;
+  }
+};
+
+void ShowBeginnings(QWidget& window) {
+  auto* filter = new BackToStart(&window);
+  for (QLineEdit* text : window.findChildren<QLineEdit*>())
+    if (qobject_cast<QAbstractSpinBox*>(text->parentWidget()) == nullptr) text->installEventFilter(filter);
+}
+
 void AllowAnyLength(QWidget& window) {
   for (QLineEdit* text : window.findChildren<QLineEdit*>())
     text->setMaxLength(std::numeric_limits<int>::max());
@@ -94,6 +113,7 @@ void LetPasswordsBeRead(QWidget& window) {
 void ApplyInputHabits(QWidget& window) {
   IgnoreWheelWithoutFocus(window);
   AllowAnyLength(window);
+  ShowBeginnings(window);
   KeepInputToOneLine(window);
   LeadTabToChosenOptions(window);
   LetPasswordsBeRead(window);

@@ -7,6 +7,7 @@ namespace pellorin {
 
 // Call it once, when the window has all its controls:
 // - A text box takes texts of any length. By itself it would cut a stored text at 32,767 characters.
+// - A text that is longer than its box shows its beginning, unless the user is in the box.
 // - Line ends are kept out of fields of one line: SingleLineInput.h.
 // - The wheel never changes a list or picker that has no focus; it scrolls the page instead.
 // - Among options that exclude each other, Tab leads to the chosen one and the arrow keys to the others. Tab
