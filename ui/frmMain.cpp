@@ -2,6 +2,7 @@
 
 #include <QShortcut>
 #include <QTimer>
+#include <algorithm>
 
 #include "config/SettingKeys.h"
 #include "platform/Paths.h"
@@ -154,13 +155,21 @@ bool frmMain::Form_Load(const std::string& commandLine) {
   });
   if (!isLoaded) return false;
   RegisterEventSources(components_);
-  if (minimumSizeHint().width() > RoomOnScreen(*this).width())
-    ui_->commonAreaLayout->setDirection(QBoxLayout::TopToBottom);
+  StackCommonAreaOnNarrowScreen();
   FitScreen(*this);
   show();
   QTimer::singleShot(0, this, [this] { setWindowIcon(ProgramIcon()); });  // reading it delays the first frame
   if (installMode_) RunGuarded(components_.messages, [this] { OpenInstallHelp(); });
   return true;
+}
+
+// The buttons under the scheduler's account, where one row would leave its boxes too few letters.
+void frmMain::StackCommonAreaOnNarrowScreen() {
+  constexpr int kLettersInSight = 11;
+  const int box = ui_->txtSchedulerUsername->minimumSizeHint().width();
+  const int lacking = std::max(0, kLettersInSight * fontMetrics().averageCharWidth() - box);
+  if (minimumSizeHint().width() + 2 * lacking > RoomOnScreen(*this).width())
+    ui_->commonAreaLayout->setDirection(QBoxLayout::TopToBottom);
 }
 
 void frmMain::EnterInstallMode() {

@@ -61,6 +61,7 @@ class frmMain : public QWidget {
   void BindProbes();
   void ShowFaulty(Section* faulty);
   void ShowSecurity(const std::string& note);
+  void StackCommonAreaOnNarrowScreen();
   void EnterInstallMode();
   void OpenInstallHelp();
   void FillSelectors();

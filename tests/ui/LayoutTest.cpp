@@ -41,6 +41,15 @@ class Layout : public WindowFixture {
         EXPECT_FALSE(part->horizontalScrollBar()->isVisible()) << "has to be scrolled sideways";
       }
   }
+  void ExpectNothingClippedOnThePages() {
+    window->resize(1024, 740);
+    for (const int tab : {0, 1, 2}) {
+      ClickTab(tab);
+      QCoreApplication::processEvents();  // lays it out
+      SCOPED_TRACE(Page());
+      ExpectNothingClipped(*window);
+    }
+  }
 
  private:
   const QFont usual_ = QApplication::font();
@@ -53,13 +62,7 @@ TEST_F(Layout, ClipsNothingInAnyFont) {
     UseFont(points);
     ASSERT_TRUE(Start(kUsual));
     EXPECT_EQ(window->size().boundedTo(RoomOnScreen(*window)), window->size()) << "larger than the screen";
-    window->resize(1024, 740);
-    for (const int tab : {0, 1, 2}) {
-      ClickTab(tab);
-      QCoreApplication::processEvents();  // lays it out
-      SCOPED_TRACE(Page());
-      ExpectNothingClipped(*window);
-    }
+    ExpectNothingClippedOnThePages();
     for (const auto* group : window->findChildren<CaptionedFrame*>()) {
       QFont caption = group->font();
       caption.setBold(true);
@@ -73,6 +76,12 @@ TEST_F(Layout, ClipsNothingInAnyFont) {
     ClickTab(1);
     Click("btnConfigure");
   }
+}
+
+TEST_F(Layout, ClipsNothingOnEmptyPages) {
+  UseFont(18);
+  ASSERT_TRUE(Start(""));
+  ExpectNothingClippedOnThePages();
 }
 
 TEST_F(Layout, FieldsOfAllGroupsLineUp) {

@@ -236,7 +236,7 @@ TEST_F(WindowFields, LongTextsShowTheirBeginningOnceLeft) {
 }
 
 TEST_F(WindowFields, NamesTooLongForTheirListAreInItsTip) {
-  const std::string longName(90, 'n');
+  const std::string longName(120, 'n');
   WriteQueue("Q", kDailyQueue);
   ASSERT_TRUE(Start(kUsual + Replaced(kMailOne, "MAIL:one", "MAIL:" + longName) +
                     Replaced(kSql, "SQL:DB1", "SQL:" + longName)));

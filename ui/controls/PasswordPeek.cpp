@@ -8,14 +8,13 @@
 namespace pellorin {
 namespace {
 
-// Lids and pupil, in the colour of texts.
-QIcon Eye(const QPalette& colours) {
+// Lids and pupil.
+QPixmap Eye(const QColor& ink) {
   constexpr int kSize = 32;
   QPixmap picture(kSize, kSize);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
-  const QColor ink = colours.color(QPalette::Text);
   painter.setPen(QPen(ink, 2.5));
   QPainterPath lids(QPointF(3, 16));
   lids.quadTo(16, 2, 29, 16);
@@ -23,13 +22,20 @@ QIcon Eye(const QPalette& colours) {
   painter.drawPath(lids);
   painter.setBrush(ink);
   painter.drawEllipse(QPointF(16, 16), 3.5, 3.5);
-  return QIcon(picture);
+  return picture;
+}
+
+// In the colours of texts: the style's own grey for what is off can hardly be told from black.
+QIcon EyeOf(const QPalette& colours) {
+  QIcon icon(Eye(colours.color(QPalette::Active, QPalette::Text)));
+  icon.addPixmap(Eye(colours.color(QPalette::Disabled, QPalette::Text)), QIcon::Disabled);
+  return icon;
 }
 
 }  // namespace
 
 void AddPasswordPeek(QLineEdit& box) {
-  const QAction* peek = box.addAction(Eye(box.palette()), QLineEdit::TrailingPosition);
+  const QAction* peek = box.addAction(EyeOf(box.palette()), QLineEdit::TrailingPosition);
   for (QToolButton* button : box.findChildren<QToolButton*>()) {
     if (button->defaultAction() != peek) continue;
     button->setToolTip(QStringLiteral("Hold down to read the password"));

@@ -15,6 +15,8 @@ namespace pellorin {
 frmRegEx::frmRegEx(QWidget* owner, std::function<void(QWidget&)> showHelp)
     : QDialog(owner), ui_(std::make_unique<Ui::frmRegEx>()) {
   ui_->setupUi(this);
+  constexpr int kLettersInSight = 45;
+  ui_->txtValue->setMinimumWidth(kLettersInSight * fontMetrics().averageCharWidth());
   ui_->cmbField->setCompleter(nullptr);  // a field is stored as typed, not completed
   ApplyInputHabits(*this);
   ExplainWhatIsOff(*this);

@@ -54,12 +54,12 @@ HelpWindow::HelpWindow()
   halves->addWidget(browser_);
   halves->setStretchFactor(1, 1);
   const int letter = fontMetrics().averageCharWidth();
-  halves->setSizes({28 * letter, 90 * letter});
+  halves->setSizes({32 * letter, 88 * letter});
   auto* column = new QVBoxLayout(this);
   column->addWidget(tools_);
   column->addWidget(halves, 1);
   column->addWidget(outcome_);
-  resize(QSize(122 * letter, 45 * fontMetrics().height()).boundedTo(screen()->availableSize() * 9 / 10));
+  resize(QSize(124 * letter, 45 * fontMetrics().height()).boundedTo(screen()->availableSize() * 9 / 10));
 
   connect(contents_, &QTreeWidget::itemActivated, this,
           [this](QTreeWidgetItem* item) { Go(item->data(0, kAddressRole).toUrl()); });

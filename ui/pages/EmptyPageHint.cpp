@@ -24,14 +24,18 @@ void EmptyPageHint::Say(const QString& text) {
 }
 
 bool EmptyPageHint::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize) MoveToMiddle();
+  if (event->type() == QEvent::ParentChange) parentWidget()->parentWidget()->installEventFilter(this);
+  if (event->type() == QEvent::Resize || event->type() == QEvent::Move) MoveToMiddle();
   return QLabel::eventFilter(watched, event);
 }
 
 void EmptyPageHint::MoveToMiddle() {
   adjustSize();
+  const QWidget& page = *parentWidget();
+  QRect seen = page.rect();
+  if (const QWidget* part = page.parentWidget()) seen &= part->rect().translated(-page.pos());
   QRect place = rect();
-  place.moveCenter(parentWidget()->rect().center());
+  place.moveCenter(seen.center());
   move(place.topLeft());
 }
 

@@ -51,10 +51,13 @@ void PageTabs::Step(int by) {
 
 void PageTabs::Mark(const QWidget& page, bool hasNotice) {
   const int index = IndexOf(page);
-  if (!hasNotice)
+  if (!hasNotice) {
     tabs_.setTabIcon(index, QIcon());
-  else  // looking it up costs a sixth of the start
+  } else {  // looking it up costs a sixth of the start
+    const int line = tabs_.fontMetrics().height();
+    tabs_.setIconSize({line, line});  // the tabs must not grow by it
     tabs_.setTabIcon(index, tabs_.style()->standardIcon(QStyle::SP_MessageBoxWarning));
+  }
 }
 
 void PageTabs::MarkUnusableQueues(const QWidget& page, const Ini* document) {

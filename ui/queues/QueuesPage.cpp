@@ -53,9 +53,6 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
           {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
           messages, events_, form_, std::move(showFilterHelp)) {
   UseSelector(*ui_->cmbQueues);
-  ui_->lblQueueConnection->show();  // room for it from the start: the window must not grow when it appears
-  setMinimumHeight(layout()->minimumSize().height());
-  ui_->lblQueueConnection->hide();
   AddScheduleRows();
   AddQueueByDefaultRow();
   BindControls();

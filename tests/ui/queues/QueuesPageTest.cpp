@@ -26,7 +26,8 @@ class QueuesPageTest : public WindowFixture {
   }
   std::string SelectedServers() const { return Lines("lstQueueApplServers", true); }
   void ClickLine(const std::string& list, int row, bool twice = false) const {
-    const auto& box = Find<QListWidget>(list);
+    auto& box = Find<QListWidget>(list);
+    ScrollTo(box);
     const QPoint place = box.viewport()->mapTo(window.get(), box.visualItemRect(box.item(row)).center());
     ClickAt(place);
     if (twice) QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, place);
