@@ -46,6 +46,8 @@ void TestConversation::Build(QWidget& before) {
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setPointSizeF(font().pointSizeF());
   text_->setFont(fixed);
+  constexpr int kLinesInSight = 8;
+  text_->setMinimumHeight(kLinesInSight * QFontMetrics(fixed).lineSpacing());
   caption->setBuddy(text_);
   auto* copy = new QPushButton(QStringLiteral("Copy"));
   copy->setObjectName(QStringLiteral("btnCopyConversation"));
