@@ -15,15 +15,15 @@ namespace {
 constexpr long kLongestWait = 2147483;
 
 CURL* NewHandle() {
-  static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
-  CURL* handle = started == CURLE_OK ? curl_easy_init() : nullptr;
+  static const CURLcode started = Curl().curl_global_init(CURL_GLOBAL_DEFAULT);
+  CURL* handle = started == CURLE_OK ? Curl().curl_easy_init() : nullptr;
   if (handle == nullptr) throw MailFailure(CURLE_FAILED_INIT, "libcurl cannot be started.");
   return handle;
 }
 
 void Require(CURLcode code) {
   if (code != CURLE_OK)
-    throw MailFailure(code, std::string("The mail cannot be prepared: ") + curl_easy_strerror(code));
+    throw MailFailure(code, std::string("The mail cannot be prepared: ") + Curl().curl_easy_strerror(code));
 }
 
 // libcurl widens each byte of an NTLM login to a character. NTLM uses the user's name in upper case, but
@@ -50,7 +50,7 @@ SmtpTransfer::SmtpTransfer(const SmtpServer& server, const MailMessage& message,
       text_(text),
       dialogue_(server.login, server.isEncryptedFromStart, message.to.size()),
       record_(server, text.size(), conversation),
-      url_(curl_url()),
+      url_(Curl().curl_url()),
       handle_(NewHandle()) {
   SetAddress();
   SetTimes();
@@ -61,18 +61,18 @@ SmtpTransfer::SmtpTransfer(const SmtpServer& server, const MailMessage& message,
 
 template <typename Value>
 void SmtpTransfer::Set(CURLoption option, Value value) {
-  Require(curl_easy_setopt(handle_.get(), option, value));
+  Require(Curl().curl_easy_setopt(handle_.get(), option, value));
 }
 
 void SmtpTransfer::SetAddress() {
   const bool isIpv6 = server_.host.find(':') != std::string::npos && !server_.host.starts_with('[');
   const std::string host = isIpv6 ? "[" + server_.host + "]" : AsciiHostName(server_.host);
   const auto set = [this](CURLUPart part, const std::string& text, unsigned flags = 0) {
-    const CURLUcode code = curl_url_set(url_.get(), part, text.c_str(), flags);
+    const CURLUcode code = Curl().curl_url_set(url_.get(), part, text.c_str(), flags);
     if (code != CURLUE_OK)
       throw MailFailure(CURLE_URL_MALFORMAT, "The mail server " + server_.host + ", port " +
                                                  std::to_string(server_.port) +
-                                                 " cannot be used: " + curl_url_strerror(code));
+                                                 " cannot be used: " + Curl().curl_url_strerror(code));
   };
   set(CURLUPART_SCHEME, server_.isEncryptedFromStart ? "smtps" : "smtp");
   set(CURLUPART_HOST, host);
@@ -109,7 +109,7 @@ void SmtpTransfer::SetLogin() {
 void SmtpTransfer::SetMessage(const MailMessage& message) {
   Set(CURLOPT_MAIL_FROM, ("<" + message.from.address + ">").c_str());
   for (const MailAddress& recipient : message.to) {
-    curl_slist* longer = curl_slist_append(recipients_.get(), ("<" + recipient.address + ">").c_str());
+    curl_slist* longer = Curl().curl_slist_append(recipients_.get(), ("<" + recipient.address + ">").c_str());
     if (longer == nullptr) Require(CURLE_OUT_OF_MEMORY);
     (void)recipients_.release();
     recipients_.reset(longer);
@@ -139,7 +139,7 @@ void SmtpTransfer::SetCallbacks() {
 
 void SmtpTransfer::Run() {
   LetBrokenConnectionsFail();
-  KeepResult(curl_easy_perform(handle_.get()));
+  KeepResult(Curl().curl_easy_perform(handle_.get()));
   // Ending the handle sends QUIT and waits for the answer as long as for any other. That is useless when the
   // server is already silent.
   if (!isSettled_) ShutDownConnection();
@@ -149,9 +149,9 @@ void SmtpTransfer::Run() {
 // Called before the handle ends, because its QUIT may overwrite the text.
 void SmtpTransfer::KeepResult(CURLcode result) {
   result_ = result;
-  resultText_ = errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result);
+  resultText_ = errorText_[0] != '\0' ? errorText_.data() : Curl().curl_easy_strerror(result);
   long systemError = 0;
-  curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
+  Curl().curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
   if (result == CURLE_COULDNT_CONNECT && systemError != 0)
     resultText_ = std::system_category().message(static_cast<int>(systemError));
   phase_ = ReachedPhase();
@@ -161,9 +161,9 @@ SmtpPhase SmtpTransfer::ReachedPhase() const {
   curl_off_t foundAfter = 0;  // microseconds; 0: not found
   curl_off_t encryptedAfter = 0;
   const char* address = nullptr;  // of the connection; empty without one
-  curl_easy_getinfo(handle_.get(), CURLINFO_NAMELOOKUP_TIME_T, &foundAfter);
-  curl_easy_getinfo(handle_.get(), CURLINFO_APPCONNECT_TIME_T, &encryptedAfter);
-  curl_easy_getinfo(handle_.get(), CURLINFO_PRIMARY_IP, &address);
+  Curl().curl_easy_getinfo(handle_.get(), CURLINFO_NAMELOOKUP_TIME_T, &foundAfter);
+  Curl().curl_easy_getinfo(handle_.get(), CURLINFO_APPCONNECT_TIME_T, &encryptedAfter);
+  Curl().curl_easy_getinfo(handle_.get(), CURLINFO_PRIMARY_IP, &address);
   if (foundAfter == 0) return SmtpPhase::LookUp;
   if (address == nullptr || *address == '\0') return SmtpPhase::Connecting;
   return dialogue_.IsEncrypted() && encryptedAfter == 0 ? SmtpPhase::Handshake : SmtpPhase::Conversation;

@@ -3,8 +3,6 @@
 // connection, it waits for the server's answer without calling back.
 #pragma once
 
-#include <curl/curl.h>
-
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -15,6 +13,7 @@
 #include <vector>
 
 #include "platform/Sockets.h"
+#include "service/mail/LibCurl.h"
 #include "service/mail/SmtpDelivery.h"
 #include "service/mail/SmtpDialogue.h"
 #include "service/mail/SmtpRecord.h"
@@ -49,9 +48,9 @@ class SmtpTransfer {
 
  private:
   struct HandleEnd {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-    void operator()(CURLU* url) const { curl_url_cleanup(url); }
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    void operator()(CURL* handle) const { Curl().curl_easy_cleanup(handle); }
+    void operator()(CURLU* url) const { Curl().curl_url_cleanup(url); }
+    void operator()(curl_slist* list) const { Curl().curl_slist_free_all(list); }
   };
 
   template <typename Value>

@@ -5,8 +5,10 @@
 #include <regex>
 #include <set>
 
+#include "base/NumberedError.h"
 #include "platform/Guid.h"
 #include "platform/HostName.h"
+#include "platform/SharedLibrary.h"
 #include "platform/posix/FolderRegistry.h"
 #include "platform/posix/ServiceFolder.h"
 #include "tests/support/FailingFiles.h"
@@ -23,6 +25,23 @@ TEST(AsciiHostName, ConvertsOtherLettersAndNothingElse) {
       {"\xFF.example", "\xFF.example"},  // cannot be converted
       {std::string(70, 'x') + "ü", std::string(70, 'x') + "ü"}};
   for (const auto& [typed, ascii] : rows) EXPECT_EQ(AsciiHostName(typed), ascii) << typed;
+}
+
+TEST(SharedLibrary, NamesWhatItLacks) {
+  struct Library : SharedLibrary {
+    Library(const std::string& name, const char* function)
+        : SharedLibrary(name), address(Find<int()>(function)) {}
+    int (*address)();
+  };
+  EXPECT_NE(Library("libm.so.6", "cos").address, nullptr);
+  for (const auto& [name, function, lacking] : {std::tuple("libnone.so.9", "cos", "libnone.so.9"),
+                                                {"libm.so.6", "no_such_function", "no_such_function"}})
+    try {
+      const Library library(name, function);
+      ADD_FAILURE() << lacking << " was found";
+    } catch (const NumberedError& error) {
+      EXPECT_NE(error.Description().find(lacking), std::string::npos) << error.Description();
+    }
 }
 
 TEST(Registry, WritesAndReadsValuesWithoutRegardToLetterCase) {
