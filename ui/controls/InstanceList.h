@@ -2,18 +2,18 @@
 // with it, and selects nothing. QListWidget alone would select that entry, or deselect it.
 #pragma once
 
-#include <QListWidget>
+#include "ui/controls/ShortList.h"
 
 namespace pellorin {
 
-class InstanceList : public QListWidget {
+class InstanceList : public ShortList {
  public:
-  using QListWidget::QListWidget;
+  using ShortList::ShortList;
 
   void keyboardSearch(const QString& letters) override {
     const SelectionMode mode = selectionMode();
     setSelectionMode(NoSelection);
-    QListWidget::keyboardSearch(letters);
+    ShortList::keyboardSearch(letters);
     setSelectionMode(mode);
   }
 };

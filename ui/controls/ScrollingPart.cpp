@@ -1,6 +1,5 @@
 #include "ui/controls/ScrollingPart.h"
 
-#include <QEvent>
 #include <QScreen>
 #include <QStyle>
 
@@ -23,12 +22,6 @@ QSize ScrollingPart::minimumSizeHint() const {
   constexpr int kLeastLetters = 40, kLeastLines = 8;
   const QSize least(kLeastLetters * fontMetrics().averageCharWidth(), kLeastLines * fontMetrics().height());
   return least.boundedTo(sizeHint());
-}
-
-// A scroll area alone keeps to itself that its content has grown.
-bool ScrollingPart::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
-  return QScrollArea::eventFilter(watched, event);
 }
 
 QSize RoomOnScreen(const QWidget& window) {

@@ -1,5 +1,5 @@
 // A part of a window that scrolls where the window is too small for it, and asks for its whole size where it
-// is not.
+// is not. Content that grows later scrolls: the window stays as it is.
 #pragma once
 
 #include <QScrollArea>
@@ -12,9 +12,6 @@ class ScrollingPart : public QScrollArea {
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;  // a few lines
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 // As large as the window's content asks for, or as it is when that is larger. Never larger than its screen.

@@ -53,6 +53,10 @@ QueuesPage::QueuesPage(ConfigurationSession& session, UserMessages& messages, co
           {ui_->lstQueueFilter, ui_->btnAddQueueFilter, ui_->btnEditQueueFilter, ui_->btnDeleteQueueFilter},
           messages, events_, form_, std::move(showFilterHelp)) {
   UseSelector(*ui_->cmbQueues);
+  for (const auto& [notice, lines] : {std::pair(ui_->lblScheduleSummary, 2), {ui_->lblNextRuns, 6}}) {
+    notice->setMinimumHeight(lines * fontMetrics().lineSpacing());
+    notice->KeepPlace();
+  }
   AddScheduleRows();
   AddQueueByDefaultRow();
   BindControls();
