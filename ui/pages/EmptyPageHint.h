@@ -1,5 +1,5 @@
-// A text in the middle of what is seen of a page that has nothing to show yet: it says what to press. Takes no
-// input, so that the page below it stays usable, and is no part of the page's layout.
+// A text in the middle of what is seen of a page that has nothing to show yet: it says what to press. Takes
+// no input, so that the page below it stays usable, and is no part of the page's layout.
 #pragma once
 
 #include <QLabel>
